@@ -1,0 +1,162 @@
+#include "ffmpeg.hpp"
+
+#include "captions.hpp"
+#include "events.hpp"
+#include "look.hpp"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace ffmpeg {
+namespace {
+
+struct Result {
+	/// -1 after a crash.
+	int exitCode{};
+	QByteArray output{};
+	QString errors{};
+};
+
+QString locate(const QString &name)
+{
+	const QString folder = qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_FFMPEG");
+	QString program = folder.isEmpty() ? QStandardPaths::findExecutable(name)
+					   : QStandardPaths::findExecutable(name, {folder});
+	if (program.isEmpty() && folder.isEmpty()) {
+		program = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
+	}
+	if (program.isEmpty()) {
+		throw Failure(QStringLiteral("%1 isn't installed. Install ffmpeg, then clip again.").arg(name));
+	}
+	return program;
+}
+
+Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder)
+{
+	QProcess process;
+	process.setWorkingDirectory(workingFolder);
+	process.setStandardInputFile(QProcess::nullDevice());
+	process.start(locate(name), arguments);
+	if (!process.waitForStarted() || !process.waitForFinished(-1)) {
+		qWarning("%s: %s", qUtf8Printable(process.program()), qUtf8Printable(process.errorString()));
+		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
+	}
+	const Result result{process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+			    process.readAllStandardOutput(),
+			    QString::fromUtf8(process.readAllStandardError()).trimmed()};
+	if (!result.errors.isEmpty()) {
+		qInfo("%s %s\n%s", qUtf8Printable(name), qUtf8Printable(arguments.join(QLatin1Char(' '))),
+		      qUtf8Printable(result.errors));
+	}
+	return result;
+}
+
+/// ffmpeg's own messages, put so that a streamer knows what to do.
+QString explain(const QString &errors)
+{
+	for (const char *text : {"No space left on device", "File too large", "Disk quota exceeded"}) {
+		if (errors.contains(QLatin1String(text))) {
+			return QStringLiteral("the disk is full. Free some space, then clip again.");
+		}
+	}
+	if (errors.contains(QLatin1String("Unknown encoder"))) {
+		return QStringLiteral("this ffmpeg can't make H.264 video. Install a full build of ffmpeg.");
+	}
+	const QString lastLine = errors.section(QLatin1Char('\n'), -1).left(200);
+	return lastLine.isEmpty() ? QStringLiteral("ffmpeg stopped unexpectedly.")
+				  : QStringLiteral("ffmpeg failed: %1.").arg(lastLine);
+}
+
+/// ffmpeg opens still pictures and even plain text as a "video"; neither is a replay.
+bool isMovieFormat(const QString &format)
+{
+	return format != QLatin1String("tty") && format != QLatin1String("image2") &&
+	       !format.endsWith(QLatin1String("_pipe"));
+}
+
+/// The end of the last packet of a stream: for files whose header gives no duration, such as one that was being
+/// written when its program crashed.
+double endOfPackets(const QString &path, int stream)
+{
+	const Result result =
+		execute(QStringLiteral("ffprobe"),
+			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
+			 QString::number(stream), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
+			 QStringLiteral("-of"), QStringLiteral("csv=p=0"), fileAddress(path)},
+			{});
+	double end = 0;
+	for (const QByteArray &line : result.output.split('\n')) {
+		end = std::max(end, line.trimmed().split(',').first().toDouble());
+	}
+	return end;
+}
+
+} // namespace
+
+QString fileAddress(const QString &path)
+{
+	return QStringLiteral("file:") + QFileInfo(path).absoluteFilePath();
+}
+
+Video probe(const QString &path)
+{
+	const Result result =
+		execute(QStringLiteral("ffprobe"),
+			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
+			 QStringLiteral("-show_format"), QStringLiteral("-show_streams"), fileAddress(path)},
+			{});
+	const QJsonObject answer = QJsonDocument::fromJson(result.output).object();
+	const QJsonObject format = answer.value(QLatin1String("format")).toObject();
+	Video video{-1, -1, format.value(QLatin1String("duration")).toString().toDouble()};
+	const QJsonArray streams = answer.value(QLatin1String("streams")).toArray();
+	for (qsizetype i = 0; i < streams.size(); ++i) {
+		const QJsonObject stream = streams.at(i).toObject();
+		const QString type = stream.value(QLatin1String("codec_type")).toString();
+		const QJsonObject disposition = stream.value(QLatin1String("disposition")).toObject();
+		const bool isCover = disposition.value(QLatin1String("attached_pic")).toInt() != 0;
+		if (type == QLatin1String("video") && !isCover && video.videoStream < 0) {
+			video.videoStream = static_cast<int>(i);
+		} else if (type == QLatin1String("audio") && video.audioStream < 0) {
+			// OBS puts the full mix on the first track.
+			video.audioStream = static_cast<int>(i);
+		}
+	}
+	const bool isMovie = isMovieFormat(format.value(QLatin1String("format_name")).toString());
+	if (result.exitCode != 0 || video.videoStream < 0 || !isMovie) {
+		throw Failure(QStringLiteral("%1 isn't a video that ffmpeg can read.").arg(QFileInfo(path).fileName()));
+	}
+	if (video.durationSeconds <= 0) {
+		video.durationSeconds = endOfPackets(path, video.videoStream);
+	}
+	return video;
+}
+
+bool canDrawCaption(const Look &look, const QString &workingFolder)
+{
+	const Result result =
+		execute(QStringLiteral("ffmpeg"),
+			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
+			 QStringLiteral("-i"), QStringLiteral("color=s=64x64"), QStringLiteral("-vf"),
+			 captionFilter(look), QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-f"),
+			 QStringLiteral("null"), QStringLiteral("-")},
+			workingFolder);
+	return result.exitCode == 0;
+}
+
+void run(const QStringList &arguments, const QString &workingFolder)
+{
+	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
+				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
+	const Result result = execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder);
+	if (result.exitCode != 0) {
+		throw Failure(explain(result.errors));
+	}
+}
+
+} // namespace ffmpeg

@@ -1,0 +1,72 @@
+#include "settings.hpp"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace settings {
+namespace {
+
+QString valueOr(const char *variable, const QString &fallback)
+{
+	const QString value = qEnvironmentVariable(variable);
+	return value.isEmpty() ? fallback : value;
+}
+
+QString absolute(const QString &path)
+{
+	return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+int millisecondsOr(const char *variable, int fallback)
+{
+	bool isNumber = false;
+	const int value = qEnvironmentVariableIntValue(variable, &isNumber);
+	return isNumber && value >= 0 ? value : fallback;
+}
+
+} // namespace
+
+QString stateFolder()
+{
+	const QString shared = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_HOME", shared + QStringLiteral("/kestrune-sample-helper")));
+}
+
+QString outputFolder()
+{
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + QStringLiteral("/Shorts")));
+}
+
+bool offline()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == QStringLiteral("1") ||
+	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
+}
+
+int linkDelayMs()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_LINK_MS", 2000);
+}
+
+int consentDelayMs()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_CONSENT_MS", 2000);
+}
+
+int downloadDelayMs()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS", 1500);
+}
+
+QString releaseFolder()
+{
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_UPDATES", stateFolder() + QStringLiteral("/updates")));
+}
+
+QString currentVersion()
+{
+	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", QStringLiteral(SAMPLE_HELPER_VERSION));
+}
+
+} // namespace settings

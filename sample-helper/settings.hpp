@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+/// What the environment decides. Every value is read anew on each call: a run is short and does one thing.
+namespace settings {
+
+/// The one folder that holds everything this program remembers. It may not exist yet.
+QString stateFolder();
+
+/// The folder that finished Shorts go to. It may not exist yet.
+QString outputFolder();
+
+/// True while an upload service that cannot be reached is to be simulated.
+bool offline();
+
+/// How long a confirmation of the account link takes, in milliseconds.
+int linkDelayMs();
+
+/// How long after the question the consent to read the chat counts as given, in milliseconds.
+int consentDelayMs();
+
+/// How long a download is stretched to, in milliseconds.
+int downloadDelayMs();
+
+/// The folder that offers a release to update to. It may not exist.
+QString releaseFolder();
+
+/// The version that counts as installed.
+QString currentVersion();
+
+} // namespace settings
