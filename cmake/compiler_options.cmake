@@ -1,0 +1,36 @@
+# Warnings for all code of this project; link this target PRIVATE.
+add_library(kestrune_options INTERFACE)
+
+if(MSVC)
+  target_compile_options(
+    kestrune_options INTERFACE /W3 /utf-8 /permissive- /MP /Zc:__cplusplus /Zc:preprocessor /Zc:char8_t-
+  )
+  target_compile_definitions(kestrune_options INTERFACE UNICODE _UNICODE)
+else()
+  target_compile_options(
+    kestrune_options
+    INTERFACE
+      -Wall
+      -Wextra
+      -Wpedantic
+      -Wshadow
+      -Wconversion
+      -Wsign-conversion
+      -Wformat=2
+      -Wnon-virtual-dtor
+      -Woverloaded-virtual
+      -Wcast-align
+      -Wundef
+      -Wimplicit-fallthrough
+  )
+endif()
+
+# Qt's own spellings of signals and slots stay out of the way of other libraries; strings are converted on purpose.
+target_compile_definitions(
+  kestrune_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH
+)
+
+if(KESTRUNE_SANITIZE)
+  add_compile_options(-fsanitize=${KESTRUNE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${KESTRUNE_SANITIZE})
+endif()

@@ -1,0 +1,30 @@
+#include <QBoxLayout>
+#include <QToolButton>
+
+#include "dock/dock_section.hpp"
+
+QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &objectName, QObject *dock)
+{
+	auto *toggle = new QToolButton;
+	toggle->setObjectName(objectName + QStringLiteral("Toggle"));
+	toggle->setText(title);
+	toggle->setCheckable(true);
+	toggle->setChecked(false);
+	toggle->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+	toggle->setArrowType(Qt::RightArrow);
+	toggle->setAutoRaise(true);
+	toggle->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+	auto *body = new QWidget;
+	body->setObjectName(objectName);
+	body->hide();
+
+	QObject::connect(toggle, &QToolButton::toggled, dock, [toggle, body](bool open) {
+		toggle->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+		body->setVisible(open);
+	});
+
+	layout->addWidget(toggle, 0);
+	layout->addWidget(body, 0);
+	return body;
+}

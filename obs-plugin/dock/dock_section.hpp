@@ -1,0 +1,10 @@
+#pragma once
+
+class QBoxLayout;
+class QObject;
+class QString;
+class QWidget;
+
+/// Adds a collapsible section, collapsed at first, to `layout`: a header button with `title` and a body named
+/// `objectName`, which is returned for the caller to fill. The header works as long as `dock` lives.
+QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &objectName, QObject *dock);

@@ -1,0 +1,301 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "dock/choice_tables.hpp"
+#include "dock/dock_section.hpp"
+#include "dock/kestrune_dock.hpp"
+#include "hotkey/clip_hotkey.hpp"
+#include "module/dock_access.hpp"
+#include "update/elevated_process.hpp"
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+/// The layout of a section's body: indented a little, so that it reads as belonging to its header.
+QFormLayout *sectionForm(QWidget *body)
+{
+	auto *form = new QFormLayout(body);
+	form->setContentsMargins(6, 0, 0, 2);
+	form->setVerticalSpacing(3);
+	return form;
+}
+
+QVBoxLayout *sectionColumn(QWidget *body)
+{
+	auto *column = new QVBoxLayout(body);
+	column->setContentsMargins(6, 0, 0, 2);
+	column->setSpacing(3);
+	return column;
+}
+
+QComboBox *choiceBox(const QString &objectName, ChoiceTable table)
+{
+	auto *box = new QComboBox;
+	box->setObjectName(objectName);
+	fillChoices(box, table);
+	return box;
+}
+} // namespace
+
+KestruneDock::KestruneDock(QWidget *parent)
+	: QWidget(parent)
+{
+	setObjectName(QStringLiteral("KestruneDock"));
+
+	auto *mainLayout = new QVBoxLayout(this);
+	mainLayout->setContentsMargins(4, 4, 4, 4);
+	mainLayout->setSpacing(4);
+
+	buildHeader(mainLayout);
+	QVBoxLayout *content = buildScrollArea(mainLayout);
+	buildAccountRow(content);
+	buildClipLength(content);
+	buildStyleSection(content);
+	buildHotkeySection(content);
+	buildChatSection(content);
+	buildRecentSection(content);
+	content->addStretch(1);
+
+	installerTimer_ = new QTimer(this);
+	installerTimer_->setInterval(500ms);
+	connect(installerTimer_, &QTimer::timeout, this, &KestruneDock::pollInstaller);
+
+	connectWidgets();
+	startWork();
+}
+
+KestruneDock::~KestruneDock()
+{
+	forgetDock(this);
+	silenceRuns();
+}
+
+void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
+{
+	clipButton_ = new QPushButton(QStringLiteral("Clip that"));
+	clipButton_->setObjectName(QStringLiteral("clipBtn"));
+	clipButton_->setMinimumHeight(38);
+	clipButton_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+	clipButton_->setStyleSheet(
+		QStringLiteral("QPushButton{font-size:16px;font-weight:700;color:#05060a;border:0;border-radius:7px;"
+			       "background:qlineargradient(x1:0,y1:0,x2:1,y2:0,stop:0 #00f0ff,stop:1 #ff2bd6);}"
+			       "QPushButton:disabled{background:#333;color:#888}"));
+	mainLayout->addWidget(clipButton_);
+
+	status_ = new QLabel;
+	status_->setObjectName(QStringLiteral("status"));
+	status_->setWordWrap(true);
+	setStatus(QStringLiteral("Starting…"), false);
+	mainLayout->addWidget(status_);
+
+	updateButton_ = new QPushButton;
+	updateButton_->setObjectName(QStringLiteral("updateBtn"));
+	updateButton_->hide();
+	updateButton_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+	setUpdateButtonStyle(false);
+	mainLayout->addWidget(updateButton_);
+	connect(updateButton_, &QPushButton::clicked, this, &KestruneDock::installUpdate);
+}
+
+QVBoxLayout *KestruneDock::buildScrollArea(QVBoxLayout *mainLayout)
+{
+	auto *scrollArea = new QScrollArea;
+	scrollArea->setObjectName(QStringLiteral("dockScroll"));
+	scrollArea->setWidgetResizable(true);
+	scrollArea->setFrameShape(QFrame::NoFrame);
+	scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+	scrollArea->setMinimumHeight(60);
+
+	auto *contentWidget = new QWidget;
+	contentWidget->setObjectName(QStringLiteral("dockContent"));
+	auto *content = new QVBoxLayout(contentWidget);
+	content->setContentsMargins(0, 0, 0, 0);
+	content->setSpacing(4);
+
+	scrollArea->setWidget(contentWidget);
+	mainLayout->addWidget(scrollArea, 1);
+	setMinimumHeight(200);
+	return content;
+}
+
+void KestruneDock::buildAccountRow(QVBoxLayout *content)
+{
+	auto *row = new QHBoxLayout;
+	row->setSpacing(4);
+	accountLabel_ = new QLabel(QStringLiteral("Not connected"));
+	accountLabel_->setWordWrap(true);
+	row->addWidget(accountLabel_, 1);
+	connectButton_ = new QPushButton(QStringLiteral("Connect account"));
+	row->addWidget(connectButton_, 0);
+	content->addLayout(row);
+}
+
+void KestruneDock::buildClipLength(QVBoxLayout *content)
+{
+	auto *form = new QFormLayout;
+	form->setContentsMargins(0, 0, 0, 0);
+	form->setVerticalSpacing(3);
+
+	secondsBox_ = new QComboBox;
+	secondsBox_->setObjectName(QStringLiteral("seconds"));
+	for (const int length_s : clipLengths_s)
+		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
+	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
+
+	form->addRow(QStringLiteral("Clip length"), secondsBox_);
+	content->addLayout(form);
+}
+
+void KestruneDock::buildStyleSection(QVBoxLayout *content)
+{
+	QFormLayout *form = sectionForm(
+		addSection(content, QStringLiteral("Layout && captions"), QStringLiteral("styleSection"), this));
+
+	layoutBox_ = choiceBox(QStringLiteral("layout"), layoutTable);
+	styleBox_ = choiceBox(QStringLiteral("style"), styleTable);
+	fontBox_ = choiceBox(QStringLiteral("font"), fontTable);
+	positionBox_ = choiceBox(QStringLiteral("pos"), positionTable);
+	form->addRow(QStringLiteral("Layout"), layoutBox_);
+	form->addRow(QStringLiteral("Caption style"), styleBox_);
+	form->addRow(QStringLiteral("Font"), fontBox_);
+	form->addRow(QStringLiteral("Caption position"), positionBox_);
+
+	preview_ = new QLabel;
+	preview_->setObjectName(QStringLiteral("preview"));
+	preview_->setAlignment(Qt::AlignCenter);
+	preview_->hide();
+	form->addRow(preview_);
+
+	previewTimer_ = new QTimer(this);
+	previewTimer_->setSingleShot(true);
+	connect(previewTimer_, &QTimer::timeout, this, &KestruneDock::refreshPreview);
+}
+
+void KestruneDock::buildHotkeySection(QVBoxLayout *content)
+{
+	QVBoxLayout *column = sectionColumn(
+		addSection(content, QStringLiteral("Hotkey && Stream Deck"), QStringLiteral("hotkeySection"), this));
+
+	auto *row = new QHBoxLayout;
+	hotkeyLabel_ = new QLabel;
+	hotkeyLabel_->setObjectName(QStringLiteral("hotkeyLabel"));
+	row->addWidget(hotkeyLabel_, 1);
+	defaultHotkeyButton_ = new QPushButton(QStringLiteral("Use Ctrl+Shift+C"));
+	row->addWidget(defaultHotkeyButton_, 0);
+	setHotkeyButton_ = new QPushButton(QStringLiteral("Set hotkey"));
+	row->addWidget(setHotkeyButton_, 0);
+	column->addLayout(row);
+
+	auto *streamDeckHint = new QLabel(
+		QStringLiteral("Stream Deck / Touch Portal / Streamer.bot: send the obs-websocket vendor request "
+			       "<b>Kestrune</b> → <b>ClipThat</b>."));
+	streamDeckHint->setObjectName(QStringLiteral("streamDeck"));
+	streamDeckHint->setWordWrap(true);
+	streamDeckHint->setStyleSheet(QStringLiteral("color:#8a90a6"));
+	column->addWidget(streamDeckHint);
+
+	connect(setHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::startHotkeyCapture);
+	connect(defaultHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::applyDefaultHotkey);
+}
+
+void KestruneDock::buildChatSection(QVBoxLayout *content)
+{
+	QFormLayout *form = sectionForm(addSection(content, QStringLiteral("Twitch chat command (mods + you)"),
+						   QStringLiteral("chatBox"), this));
+
+	chatEnabled_ = new QCheckBox(QStringLiteral("Enabled"));
+	chatCommand_ = new QLineEdit(QStringLiteral("!rune"));
+	chatCommand_->setToolTip(
+		QStringLiteral("Don't use !clip: Twitch, Nightbot and StreamElements already use it."));
+	chatCooldown_ = new QSpinBox;
+	chatCooldown_->setRange(10, 3600);
+	chatCooldown_->setValue(30);
+	chatCooldown_->setSuffix(QStringLiteral(" s"));
+	chatCap_ = new QSpinBox;
+	chatCap_->setRange(0, 100);
+	chatCap_->setValue(10);
+	chatCap_->setSpecialValueText(QStringLiteral("No cap"));
+	auto *saveButton = new QPushButton(QStringLiteral("Save chat settings"));
+	chatState_ = new QLabel(QStringLiteral("Off. Connect your Twitch-linked account to use it."));
+	chatState_->setWordWrap(true);
+	chatState_->setOpenExternalLinks(true);
+	chatState_->setTextFormat(Qt::RichText);
+
+	form->addRow(chatEnabled_);
+	form->addRow(QStringLiteral("Command"), chatCommand_);
+	form->addRow(QStringLiteral("Cooldown"), chatCooldown_);
+	form->addRow(QStringLiteral("Max per stream"), chatCap_);
+	form->addRow(saveButton);
+	form->addRow(chatState_);
+	connect(saveButton, &QPushButton::clicked, this, &KestruneDock::saveChat);
+
+	triggerTimer_ = new QTimer(this);
+	connect(triggerTimer_, &QTimer::timeout, this, &KestruneDock::pollTriggers);
+}
+
+void KestruneDock::buildRecentSection(QVBoxLayout *content)
+{
+	QVBoxLayout *column = sectionColumn(addSection(content, QStringLiteral("Recent clips && output folder"),
+						       QStringLiteral("recentSection"), this));
+
+	recentList_ = new QListWidget;
+	recentList_->setMinimumHeight(60);
+	recentList_->setMaximumHeight(120);
+	column->addWidget(recentList_);
+	openFolderButton_ = new QPushButton(QStringLiteral("Open output folder"));
+	column->addWidget(openFolderButton_);
+}
+
+void KestruneDock::connectWidgets()
+{
+	connect(connectButton_, &QPushButton::clicked, this, &KestruneDock::connectAccount);
+	connect(clipButton_, &QPushButton::clicked, this, &KestruneDock::clipThat);
+	connect(openFolderButton_, &QPushButton::clicked, this, &KestruneDock::openFolder);
+	connect(recentList_, &QListWidget::itemDoubleClicked, this, &KestruneDock::openClip);
+
+	// "activated" comes from the user alone: entries that code fills or selects are neither saved nor previewed.
+	for (const QComboBox *box : {secondsBox_, layoutBox_, styleBox_, fontBox_, positionBox_})
+		connect(box, &QComboBox::activated, this, &KestruneDock::savePrefs);
+	for (const QComboBox *box : {layoutBox_, styleBox_, fontBox_, positionBox_})
+		connect(box, &QComboBox::activated, this, &KestruneDock::onChoiceChanged);
+}
+
+void KestruneDock::startWork()
+{
+	loadPrefs();
+	decorateChoices();
+	previewTimer_->start(2500ms);
+	loadHotkeyFromSettings();
+	refreshHotkeyUi();
+	updateClipButton();
+
+	auto *clipButtonTimer = new QTimer(this);
+	connect(clipButtonTimer, &QTimer::timeout, this, &KestruneDock::updateClipButton);
+	clipButtonTimer->start(2s);
+
+	QTimer::singleShot(1500ms, this, &KestruneDock::refreshStatus);
+	QTimer::singleShot(2s, this, &KestruneDock::refreshRecent);
+	QTimer::singleShot(8s, this, &KestruneDock::checkUpdate);
+
+	auto *updateTimer = new QTimer(this);
+	connect(updateTimer, &QTimer::timeout, this, &KestruneDock::checkUpdate);
+	updateTimer->start(6h);
+}
+
+void KestruneDock::setStatus(const QString &text, bool error)
+{
+	status_->setText(text);
+	status_->setStyleSheet(error ? QStringLiteral("color:#ff6b81") : QStringLiteral("color:#8a90a6"));
+}

@@ -1,0 +1,63 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "dock/preferences_file.hpp"
+
+#include <obs-module.h>
+#include <util/platform.h>
+#include <util/util.hpp>
+
+namespace {
+constexpr const char *temporarySuffix = "tmp";
+constexpr const char *backupSuffix = "bak";
+
+/// The file's members as they stand there. libobs's own objects would not do for the keys of others: they drop array
+/// elements that are not objects.
+QJsonObject membersOf(const QString &path)
+{
+	QFile file(path);
+	if (!file.open(QIODevice::ReadOnly))
+		return {};
+	return QJsonDocument::fromJson(file.readAll()).object();
+}
+} // namespace
+
+QString settingsPath()
+{
+	BPtr<char> path = obs_module_get_config_path(obs_current_module(), "settings.json");
+	return QString::fromUtf8(path.Get());
+}
+
+OBSDataAutoRelease readPreferences()
+{
+	const QString path = settingsPath();
+	if (path.isEmpty())
+		return nullptr;
+
+	return obs_data_create_from_json_file_safe(path.toUtf8().constData(), backupSuffix);
+}
+
+void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
+{
+	const QString path = settingsPath();
+	if (path.isEmpty())
+		return;
+
+	QDir().mkpath(QFileInfo(path).absolutePath());
+	// An unreadable file is replaced by its backup here, so that it does not become the next backup.
+	const bool readable = readPreferences() != nullptr;
+	QJsonObject members = readable ? membersOf(path) : QJsonObject();
+
+	const OBSDataAutoRelease changed = obs_data_create();
+	change(changed);
+	const QJsonObject changedMembers = QJsonDocument::fromJson(obs_data_get_json(changed)).object();
+	for (auto member = changedMembers.begin(); member != changedMembers.end(); ++member)
+		members.insert(member.key(), member.value());
+
+	const QByteArray json = QJsonDocument(members).toJson();
+	os_quick_write_utf8_file_safe(path.toUtf8().constData(), json.constData(), static_cast<size_t>(json.size()),
+				      false, temporarySuffix, backupSuffix);
+}

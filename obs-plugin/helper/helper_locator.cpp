@@ -1,0 +1,23 @@
+#include <QDir>
+#include <QFileInfo>
+
+#include "helper/helper_locator.hpp"
+
+#include <obs-module.h>
+#include <util/util.hpp>
+
+QString locateHelper()
+{
+	const QString override = qEnvironmentVariable("KESTRUNE_HELPER");
+	if (!override.isEmpty())
+		return override;
+
+	BPtr<char> moduleFile = obs_find_module_file(obs_current_module(), "helper/Kestrune.exe");
+	if (moduleFile) {
+		const QString path = QString::fromUtf8(moduleFile.Get());
+		if (QFileInfo::exists(path))
+			return path;
+	}
+
+	return QDir(qEnvironmentVariable("LOCALAPPDATA")).filePath(QStringLiteral("Programs/Kestrune/Kestrune.exe"));
+}

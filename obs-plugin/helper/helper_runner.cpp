@@ -1,0 +1,72 @@
+#include <QFileInfo>
+#include <QPointer>
+#include <QProcess>
+
+#include "dock/kestrune_dock.hpp"
+#include "helper/event_stream.hpp"
+#include "helper/helper_locator.hpp"
+#include "helper/helper_messages.hpp"
+#include "helper/hidden_process.hpp"
+
+#include <memory>
+
+namespace {
+struct HelperRun {
+	EventStream stream{};
+	/// Set by the first event: from then on the helper is trusted to report its own failures.
+	bool spoke{false};
+};
+} // namespace
+
+QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish)
+{
+	const QString path = locateHelper();
+	if (!QFileInfo::exists(path)) {
+		setStatus(helperMissingText(), true);
+		return nullptr;
+	}
+
+	QProcess *process = hiddenProcess(this);
+	const auto run = std::make_shared<HelperRun>();
+
+	connect(process, &QProcess::errorOccurred, this, [this, run](QProcess::ProcessError error) {
+		if (error == QProcess::FailedToStart && !run->spoke)
+			setStatus(helperStartFailedText(), true);
+	});
+
+	// A callback may open a window or a browser and so let anything happen, even the end of the dock.
+	connect(process, &QProcess::readyReadStandardOutput, this,
+		[run, onEvent = std::move(onEvent), process = QPointer(process)] {
+			run->stream.append(process->readAllStandardOutput());
+			while (process) {
+				const std::optional<QJsonObject> event = run->stream.next();
+				if (!event)
+					return;
+				run->spoke = true;
+				if (onEvent)
+					onEvent(*event);
+			}
+		});
+
+	connect(process, &QProcess::finished, this,
+		[this, run, onFinish = std::move(onFinish),
+		 process = QPointer(process)](int exitCode, QProcess::ExitStatus exitStatus) {
+			if (!run->spoke && (exitCode != 0 || exitStatus == QProcess::CrashExit))
+				setStatus(helperStoppedText(exitCode), true);
+			if (onFinish)
+				onFinish(exitCode);
+			if (process)
+				process->deleteLater();
+		});
+
+	process->start(path, arguments, QIODevice::ReadWrite);
+	return process;
+}
+
+void KestruneDock::silenceRuns()
+{
+	// Child processes are destroyed, and with that killed, only after this object's own part is gone, but before
+	// QObject cuts its connections: without this, "finished" would reach handlers of a half-destroyed dock.
+	for (QProcess *process : findChildren<QProcess *>(Qt::FindDirectChildrenOnly))
+		process->disconnect();
+}

@@ -1,0 +1,59 @@
+#include <QKeyEvent>
+
+#include "hotkey/key_translation.hpp"
+
+#include <obs.h>
+
+namespace {
+obs_key_t namedKey(const QString &name)
+{
+	return obs_key_from_name(QStringLiteral("OBS_KEY_%1").arg(name).toUtf8().constData());
+}
+} // namespace
+
+obs_key_t qtKeyToObsKey(const QKeyEvent &event)
+{
+	const obs_key_t key = obs_key_from_virtual_key(static_cast<int>(event.nativeVirtualKey()));
+	return key != OBS_KEY_NONE ? key : obsKeyFromQtKey(event.key());
+}
+
+obs_key_t obsKeyFromQtKey(int qtKey)
+{
+	if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
+		return namedKey(QChar(qtKey));
+	if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24)
+		return namedKey(QStringLiteral("F%1").arg(qtKey - Qt::Key_F1 + 1));
+
+	switch (qtKey) {
+	case Qt::Key_Space:
+		return OBS_KEY_SPACE;
+	case Qt::Key_Insert:
+		return OBS_KEY_INSERT;
+	case Qt::Key_Pause:
+		return OBS_KEY_PAUSE;
+	case Qt::Key_Home:
+		return OBS_KEY_HOME;
+	case Qt::Key_End:
+		return OBS_KEY_END;
+	case Qt::Key_PageUp:
+		return OBS_KEY_PAGEUP;
+	case Qt::Key_PageDown:
+		return OBS_KEY_PAGEDOWN;
+	default:
+		return OBS_KEY_NONE;
+	}
+}
+
+uint32_t obsModifiers(Qt::KeyboardModifiers modifiers)
+{
+	uint32_t obs = INTERACT_NONE;
+	if (modifiers.testFlag(Qt::ControlModifier))
+		obs |= INTERACT_CONTROL_KEY;
+	if (modifiers.testFlag(Qt::ShiftModifier))
+		obs |= INTERACT_SHIFT_KEY;
+	if (modifiers.testFlag(Qt::AltModifier))
+		obs |= INTERACT_ALT_KEY;
+	if (modifiers.testFlag(Qt::MetaModifier))
+		obs |= INTERACT_COMMAND_KEY;
+	return obs;
+}

@@ -1,0 +1,28 @@
+#include "dock/kestrune_dock.hpp"
+#include "module/dock_access.hpp"
+#include "module/frontend_events.hpp"
+
+void onFrontendEvent(enum obs_frontend_event event, void *)
+{
+	KestruneDock *dock = currentDock();
+	if (!dock)
+		return;
+
+	switch (event) {
+	case OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED:
+		dock->onReplaySaved();
+		break;
+	case OBS_FRONTEND_EVENT_REPLAY_BUFFER_STARTED:
+		dock->onReplayBufferStarted();
+		break;
+	case OBS_FRONTEND_EVENT_REPLAY_BUFFER_STOPPED:
+		dock->onReplayBufferStopped();
+		break;
+	case OBS_FRONTEND_EVENT_FINISHED_LOADING:
+		// Still inside OBS's start-up: the helper runs once that is over.
+		invokeDockSlot("refreshStatus");
+		break;
+	default:
+		break;
+	}
+}

@@ -1,0 +1,103 @@
+#include "dock/kestrune_dock.hpp"
+#include "helper/helper_locator.hpp"
+#include "hotkey/clip_hotkey.hpp"
+#include "module/dock_access.hpp"
+#include "module/frontend_events.hpp"
+#include "module/log.hpp"
+#include "module/websocket_vendor.hpp"
+
+#include <obs-frontend-api.h>
+
+// obs-module.h declares this one without EXPORT, which must not be added to a function afterwards.
+extern "C" EXPORT obs_module_t *obs_current_module();
+
+#include <obs-module.h>
+#include <util/text-lookup.h>
+
+// The entry points that OBS calls, all on the user-interface thread. They are written out rather than taken from
+// OBS_DECLARE_MODULE() so that the module reports the oldest OBS it runs on, not the one it happens to be built with.
+
+namespace {
+constexpr uint32_t oldestApiVersion = MAKE_SEMANTIC_VERSION(31, 1, 1);
+static_assert(LIBOBS_API_VER >= oldestApiVersion, "Kestrune needs the headers of OBS Studio 31.1.1 or newer");
+
+obs_module_t *modulePointer = nullptr;
+lookup_t *locale = nullptr;
+} // namespace
+
+MODULE_EXPORT void obs_module_set_pointer(obs_module_t *newModule)
+{
+	modulePointer = newModule;
+}
+
+obs_module_t *obs_current_module()
+{
+	return modulePointer;
+}
+
+MODULE_EXPORT uint32_t obs_module_ver()
+{
+	return oldestApiVersion;
+}
+
+MODULE_EXPORT void obs_module_set_locale(const char *localeName)
+{
+	if (locale)
+		text_lookup_destroy(locale);
+	locale = obs_module_load_locale(modulePointer, "en-US", localeName);
+}
+
+MODULE_EXPORT void obs_module_free_locale()
+{
+	text_lookup_destroy(locale);
+	locale = nullptr;
+}
+
+MODULE_EXPORT bool obs_module_get_string(const char *key, const char **out)
+{
+	return text_lookup_getstr(locale, key, out);
+}
+
+MODULE_EXPORT const char *obs_module_name()
+{
+	return "Kestrune";
+}
+
+MODULE_EXPORT const char *obs_module_description()
+{
+	return "Kestrune: press a hotkey, get a captioned vertical Short of the last 30-120 seconds.";
+}
+
+MODULE_EXPORT bool obs_module_load()
+{
+	registerClipHotkey();
+
+	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()));
+	setCurrentDock(dock);
+	if (!obs_frontend_add_dock_by_id("kestrune", "Kestrune", dock)) {
+		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
+		delete dock;
+		setCurrentDock(nullptr);
+		return false;
+	}
+
+	obs_frontend_add_event_callback(onFrontendEvent, nullptr);
+	obs_frontend_add_save_callback(saveOrLoadClipHotkey, nullptr);
+	moduleLog(LOG_INFO, "Kestrune loaded (version %s), helper: %s", KESTRUNE_VERSION,
+		  locateHelper().toUtf8().constData());
+	return true;
+}
+
+MODULE_EXPORT void obs_module_post_load()
+{
+	registerWebsocketVendor();
+}
+
+MODULE_EXPORT void obs_module_unload()
+{
+	obs_frontend_remove_event_callback(onFrontendEvent, nullptr);
+	obs_frontend_remove_save_callback(saveOrLoadClipHotkey, nullptr);
+	unregisterClipHotkey();
+	forgetWebsocketVendor();
+	setCurrentDock(nullptr);
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QTest>
+#include <QWidget>
+
+#include "frontend/frontend.hpp"
+#include "host/obs_session.hpp"
+#include "host/opened_urls.hpp"
+#include "host/stand_in_helper.hpp"
+
+#include <obs-module.h>
+#include <util/platform.h>
+
+#include <memory>
+#include <optional>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+using namespace Qt::StringLiterals;
+
+inline const QString errorColour = u"color:#ff6b81"_s;
+inline const QString informationColour = u"color:#8a90a6"_s;
+
+/// A test of the built module from outside: each test function gets a fresh libobs, main window, frontend and
+/// stand-in helper, and loads the module as OBS does.
+class DockTest : public QObject {
+	Q_OBJECT
+
+protected:
+	/// Loads the module; false when it refuses.
+	bool load();
+	/// Loads the module with a linked account ("ana") and a running Replay Buffer, ready to clip. From then on the
+	/// helper leaves status queries unanswered, so that the dock's own first one does not get in the way.
+	bool loadReady();
+	/// The answer of a helper with a linked account to --status.
+	static QJsonObject linkedStatus();
+
+	/// An exported function of the loaded module.
+	template<typename Function> Function *entryPoint(const char *name) const
+	{
+		return reinterpret_cast<Function *>(os_dlsym(obs_get_module_lib(module_), name));
+	}
+	/// OBS destroys the main window, and the dock with it, before it unloads modules.
+	void destroyMainWindow();
+
+	QWidget *dock() const;
+	template<typename Widget> Widget *child(const QString &objectName) const
+	{
+		return dock()->findChild<Widget *>(objectName);
+	}
+	QPushButton *button(const QString &text) const;
+	QLabel *label(const QString &text) const;
+	QLabel *status() const;
+	bool statusIs(const QString &text, const QString &colour) const;
+	/// Picks the entry with this user-role data, as a user does.
+	void choose(const QString &box, const QVariant &data) const;
+	/// Whether a helper run with this first switch is in flight. The dock forgets a run after its end was handled.
+	bool isRunning(const QString &command) const;
+	/// Whether there has been a helper run with this first switch, however young.
+	bool hasStarted(const QString &command) { return isRunning(command) || helper().count(command) > 0; }
+	/// Calls a slot by name, as OBS threads and remote tools do, but at once.
+	bool invoke(const char *slot) const;
+
+	/// The module's preferences file, parsed; empty when it is not there.
+	QJsonObject preferences() const;
+	QString preferencesPath() const;
+	void writePreferences(const QByteArray &text, const QString &fileName = u"settings.json"_s) const;
+	/// A folder for files of this test function.
+	QString scratchPath(const QString &fileName) const { return scratch_->filePath(fileName); }
+
+	StandInHelper &helper() { return *helper_; }
+	const ObsSession &obs() const { return *obs_; }
+	/// What the dock has opened with the desktop's programs.
+	const QList<QUrl> &openedUrls() const { return openedUrls_->list(); }
+
+protected Q_SLOTS:
+	void init();
+	void cleanup();
+
+private:
+	std::optional<QTemporaryDir> scratch_{};
+	std::optional<StandInHelper> helper_{};
+	std::optional<OpenedUrls> openedUrls_{};
+	std::optional<ObsSession> obs_{};
+	std::unique_ptr<QWidget> mainWindow_{};
+	obs_module_t *module_{nullptr};
+};
+
+/// Waits until the status line shows this text in this colour.
+#define TRY_STATUS(expected, colour) \
+	QTRY_VERIFY2_WITH_TIMEOUT(statusIs(expected, colour), qPrintable(status()->text()), 10000)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QUrl>
+
+/// Catches what is opened with the desktop's programs while this object lives.
+class OpenedUrls : public QObject {
+	Q_OBJECT
+
+public:
+	OpenedUrls();
+	~OpenedUrls() override;
+
+	const QList<QUrl> &list() const { return urls_; }
+
+private Q_SLOTS:
+	void open(const QUrl &url) { urls_ << url; }
+
+private:
+	QList<QUrl> urls_{};
+};

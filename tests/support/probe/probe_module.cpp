@@ -1,0 +1,92 @@
+// Entry points of the test module and its obs-websocket vendor "kestrune-probe" with the one request "snapshot".
+
+#include "dock_snapshot.hpp"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+
+#include <chrono>
+#include <memory>
+#include <semaphore>
+
+#include <obs-module.h>
+#include <obs.hpp>
+
+OBS_DECLARE_MODULE()
+
+namespace {
+
+/// What obs-websocket expects behind the parameter "callback" of a request registration.
+struct RequestCallback {
+	void (*function)(obs_data_t *request, obs_data_t *response, void *privateData) = nullptr;
+	void *privateData = nullptr;
+};
+
+struct Answer {
+	std::binary_semaphore ready{0};
+	QByteArray json;
+};
+
+/// Answers with the dock's snapshot, or with "error" when the user-interface thread does not come to it in time, as
+/// during the end of OBS: it then waits for obs-websocket's threads, so waiting for it without a limit would hang both.
+void answerSnapshot(obs_data_t *, obs_data_t *response, void *)
+{
+	// Shared, because the queued call may still run after this function has given up.
+	const auto answer = std::make_shared<Answer>();
+	QMetaObject::invokeMethod(
+		QCoreApplication::instance(),
+		[answer] {
+			answer->json = QJsonDocument(dockSnapshot()).toJson(QJsonDocument::Compact);
+			answer->ready.release();
+		},
+		Qt::QueuedConnection);
+	if (!answer->ready.try_acquire_for(std::chrono::seconds(5))) {
+		obs_data_set_string(response, "error", "the user-interface thread is busy");
+		return;
+	}
+	const OBSDataAutoRelease snapshot = obs_data_create_from_json(answer->json.constData());
+	obs_data_apply(response, snapshot);
+}
+
+RequestCallback snapshotCallback{answerSnapshot, nullptr};
+
+class Calldata {
+public:
+	Calldata() { calldata_init(&data); }
+	~Calldata() { calldata_free(&data); }
+	Calldata(const Calldata &) = delete;
+	Calldata &operator=(const Calldata &) = delete;
+
+	calldata_t *get() { return &data; }
+
+private:
+	calldata_t data{};
+};
+
+} // namespace
+
+bool obs_module_load()
+{
+	return true;
+}
+
+/// Registers the vendor; without obs-websocket the module stays silent and the tests see no answer.
+void obs_module_post_load()
+{
+	Calldata lookup;
+	proc_handler_call(obs_get_proc_handler(), "obs_websocket_api_get_ph", lookup.get());
+	auto *websocket = static_cast<proc_handler_t *>(calldata_ptr(lookup.get(), "ph"));
+	if (!websocket) {
+		blog(LOG_WARNING, "[kestrune-probe] obs-websocket is not there");
+		return;
+	}
+	Calldata vendor;
+	calldata_set_string(vendor.get(), "name", "kestrune-probe");
+	proc_handler_call(websocket, "vendor_register", vendor.get());
+
+	Calldata request;
+	calldata_set_ptr(request.get(), "vendor", calldata_ptr(vendor.get(), "vendor"));
+	calldata_set_string(request.get(), "type", "snapshot");
+	calldata_set_ptr(request.get(), "callback", &snapshotCallback);
+	proc_handler_call(websocket, "vendor_request_register", request.get());
+}

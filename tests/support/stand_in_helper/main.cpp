@@ -1,0 +1,86 @@
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+// Stands in for the helper: notes how it was called in "runs" of the folder STAND_IN_HELPER_DIR, then does what the
+// script for its first switch says ("status.json" for --status). Without a script it ends at once with code 0.
+
+namespace {
+using namespace std::chrono_literals;
+
+QDir folder()
+{
+	return QDir(qEnvironmentVariable("STAND_IN_HELPER_DIR"));
+}
+
+void note(const QStringList &arguments)
+{
+	const QJsonObject run{{QStringLiteral("pid"), QCoreApplication::applicationPid()},
+			      {QStringLiteral("arguments"), QJsonArray::fromStringList(arguments)}};
+	QFile file(folder().filePath(QStringLiteral("runs")));
+	// One write in append mode: runs at the same time do not mix their lines.
+	if (!file.open(QIODevice::Append | QIODevice::Unbuffered))
+		std::abort();
+	file.write(QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');
+}
+
+QJsonArray script(const QStringList &arguments)
+{
+	QFile file(folder().filePath(arguments.value(0).remove(0, 2) + QStringLiteral(".json")));
+	if (!file.open(QIODevice::ReadOnly))
+		return {};
+	return QJsonDocument::fromJson(file.readAll()).array();
+}
+
+void write(std::FILE *stream, const QByteArray &bytes)
+{
+	std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+	std::fflush(stream);
+}
+
+void perform(const QJsonObject &step)
+{
+	const QString action = step[u"do"].toString();
+	const QByteArray bytes = QByteArray::fromBase64(step[u"bytes"].toString().toLatin1());
+	if (action == u"write") {
+		write(stdout, bytes);
+	} else if (action == u"complain") {
+		write(stderr, bytes);
+	} else if (action == u"await") {
+		while (!folder().exists(step[u"gate"].toString()))
+			std::this_thread::sleep_for(2ms);
+	} else if (action == u"pause") {
+		std::this_thread::sleep_for(std::chrono::milliseconds(step[u"ms"].toInt()));
+	} else if (action == u"flood") {
+		while (std::ferror(stdout) == 0)
+			write(stdout, bytes);
+	} else if (action == u"hang") {
+		for (;;)
+			std::this_thread::sleep_for(1h);
+	} else if (action == u"crash") {
+		// Leaves no core file and no sanitizer report behind, unlike abort().
+		std::raise(SIGKILL);
+	} else if (action == u"exit") {
+		std::exit(step[u"code"].toInt());
+	}
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+	const QCoreApplication application(argc, argv);
+	const QStringList arguments = QCoreApplication::arguments().mid(1);
+	note(arguments);
+	const QJsonArray steps = script(arguments);
+	for (const QJsonValue &step : steps)
+		perform(step.toObject());
+}

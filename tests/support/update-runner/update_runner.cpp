@@ -1,0 +1,69 @@
+// Stands in for the elevated installer: name this program in KESTRUNE_UPDATE_RUNNER. Its one argument is a sample
+// installer, a small JSON text such as {"version": "1.0.7"}; it writes that version into the manifest that
+// KESTRUNE_MANIFEST names. Members of the installer that make it fail:
+//   "exit": N      ends with that code and changes nothing
+//   "crash": true  dies and changes nothing
+//   "keep": true   claims success and changes nothing
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr int exitUnusable = 2;
+
+int complain(const QString &text)
+{
+	qWarning("update-runner: %s", qUtf8Printable(text));
+	return exitUnusable;
+}
+
+QJsonObject readObject(const QString &path)
+{
+	QFile file(path);
+	return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+int install(const QString &version)
+{
+	const QString path = qEnvironmentVariable("KESTRUNE_MANIFEST");
+	if (path.isEmpty()) {
+		return complain(QStringLiteral("KESTRUNE_MANIFEST isn't set."));
+	}
+	QJsonObject manifest = readObject(path);
+	manifest[QStringLiteral("version")] = version;
+	QSaveFile file(path);
+	if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(manifest).toJson()) < 0 || !file.commit()) {
+		return complain(QStringLiteral("couldn't write %1 (%2).").arg(path, file.errorString()));
+	}
+	return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+	const QCoreApplication application(argc, argv);
+	const QStringList arguments = QCoreApplication::arguments();
+	if (arguments.size() != 2) {
+		return complain(QStringLiteral("takes the path of an installer and nothing else."));
+	}
+	const QJsonObject installer = readObject(arguments.at(1));
+	const QString version = installer.value(QLatin1String("version")).toString();
+	if (version.isEmpty()) {
+		return complain(QStringLiteral("%1 names no version.").arg(arguments.at(1)));
+	}
+	if (installer.value(QLatin1String("crash")).toBool()) {
+		std::abort();
+	}
+	const int exitCode = installer.value(QLatin1String("exit")).toInt();
+	if (exitCode != 0 || installer.value(QLatin1String("keep")).toBool()) {
+		return exitCode;
+	}
+	return install(version);
+}

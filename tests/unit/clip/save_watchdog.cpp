@@ -1,0 +1,35 @@
+#include <QElapsedTimer>
+#include <QLabel>
+
+#include "host/dock_test.hpp"
+
+/// The watch over a save that OBS never confirms, in real time.
+class SaveWatchdogTest : public DockTest {
+	Q_OBJECT
+
+	const QString timedOut = u"OBS didn't save the replay within 15 s. "
+				 "Check disk space and Settings → Output → Recording path."_s;
+
+private Q_SLOTS:
+	void speaksForTheNewestRequestAndTakesALateSave()
+	{
+		QVERIFY(loadReady());
+		invoke("clipThat");
+		QTest::qWait(2000);
+		QElapsedTimer sinceNewest;
+		sinceNewest.start();
+		invoke("clipThat");
+		QCOMPARE(frontend().saveRequests, 2);
+
+		// Fifteen seconds after the first request nothing is said, only after the second.
+		QTRY_VERIFY_WITH_TIMEOUT(statusIs(timedOut, errorColour), 25000);
+		QVERIFY2(sinceNewest.elapsed() >= 14200, qPrintable(QString::number(sinceNewest.elapsed())));
+
+		frontend().lastReplay = "/late.mkv";
+		frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
+		QTRY_COMPARE(helper().count(u"--process"_s), 1);
+	}
+};
+
+QTEST_MAIN(SaveWatchdogTest)
+#include "save_watchdog.moc"

@@ -1,0 +1,52 @@
+#include <QElapsedTimer>
+#include <QMap>
+
+#include "host/dock_test.hpp"
+
+/// What the dock does by itself after it was built, in real time.
+class StartUpTest : public DockTest {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void asksTheHelperOneAfterTheOther()
+	{
+		const QStringList commands{u"--status"_s, u"--recent"_s, u"--preview"_s, u"--check-update"_s};
+		QElapsedTimer clock;
+		clock.start();
+		QVERIFY(load());
+
+		QMap<QString, qint64> firstSeen_ms;
+		while (firstSeen_ms.size() < commands.size() && clock.elapsed() < 20000) {
+			QTest::qWait(10);
+			for (const QString &command : commands) {
+				if (!firstSeen_ms.contains(command) && helper().count(command) > 0)
+					firstSeen_ms[command] = clock.elapsed();
+			}
+		}
+
+		// Timers of two seconds or more may be five percent early.
+		const auto between = [&firstSeen_ms](const QString &command, qint64 earliest_ms, qint64 latest_ms) {
+			const qint64 seen_ms = firstSeen_ms.value(command, -1);
+			return seen_ms >= earliest_ms && seen_ms <= latest_ms;
+		};
+		QVERIFY2(between(u"--status"_s, 1500, 5000), qPrintable(QString::number(firstSeen_ms[u"--status"_s])));
+		QVERIFY2(between(u"--recent"_s, 1900, 5500), qPrintable(QString::number(firstSeen_ms[u"--recent"_s])));
+		QVERIFY2(between(u"--preview"_s, 2375, 6000),
+			 qPrintable(QString::number(firstSeen_ms[u"--preview"_s])));
+		QVERIFY2(between(u"--check-update"_s, 7600, 11500),
+			 qPrintable(QString::number(firstSeen_ms[u"--check-update"_s])));
+		for (const QString &command : commands)
+			QCOMPARE(helper().count(command), 1);
+	}
+
+	void aDockThatGoesFirstAsksNothing()
+	{
+		QVERIFY(load());
+		destroyMainWindow();
+		QTest::qWait(3000);
+		QVERIFY(helper().runs().isEmpty());
+	}
+};
+
+QTEST_MAIN(StartUpTest)
+#include "start_up.moc"

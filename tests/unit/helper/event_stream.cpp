@@ -1,0 +1,124 @@
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QTest>
+
+#include "helper/event_stream.hpp"
+#include "helper/helper_messages.hpp"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// What the stream yields for these pieces of output: each event as compact JSON, "|" after each piece.
+QByteArray eventsOf(const QByteArrayList &pieces)
+{
+	EventStream stream;
+	QByteArray result;
+	for (const QByteArray &piece : pieces) {
+		stream.append(piece);
+		while (const std::optional<QJsonObject> event = stream.next())
+			result += QJsonDocument(*event).toJson(QJsonDocument::Compact);
+		result += '|';
+	}
+	return result;
+}
+} // namespace
+
+class EventStreamTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void turnsLinesIntoEvents_data()
+	{
+		QTest::addColumn<QByteArrayList>("pieces");
+		QTest::addColumn<QByteArray>("events");
+
+		const auto row = [](const char *name, const QByteArrayList &pieces, const QByteArray &events) {
+			QTest::newRow(name) << pieces << events;
+		};
+		row("nothing", {""}, "|");
+		row("one", {"{\"a\":1}\n"}, "{\"a\":1}|");
+		row("two in one piece", {"{\"a\":1}\n{\"b\":2}\n"}, "{\"a\":1}{\"b\":2}|");
+		row("one in two pieces", {"{\"a\"", ":1}\n"}, "|{\"a\":1}|");
+		row("newline in a piece of its own", {"{\"a\":1}", "\n"}, "|{\"a\":1}|");
+		row("one and a half, then the rest", {"{\"a\":1}\n{\"b", "\":2}\n"}, "{\"a\":1}|{\"b\":2}|");
+		row("no newline at the end", {"{\"a\":1}"}, "|");
+		row("carriage returns", {"{\"a\":1}\r\n{\"b\":2}\r\n"}, "{\"a\":1}{\"b\":2}|");
+		row("blanks around", {" \t{\"a\":1} \t\n"}, "{\"a\":1}|");
+		row("empty lines", {"\n\r\n  \n{\"a\":1}\n\n"}, "{\"a\":1}|");
+		row("plain text", {"hello\n{\"a\":1}\n"}, "{\"a\":1}|");
+		row("an array", {"[{\"a\":1}]\n"}, "|");
+		row("scalars", {"1\n\"a\"\ntrue\nnull\n"}, "|");
+		row("two objects on one line", {"{\"a\":1}{\"b\":2}\n"}, "|");
+		row("an object over two lines", {"{\"a\":\n1}\n"}, "|");
+		row("cut off object", {"{\"a\":1\n{\"b\":2}\n"}, "{\"b\":2}|");
+		row("empty object", {"{}\n"}, "{}|");
+		row("nested", {"{\"a\":{\"b\":[1,{\"c\":2}]}}\n"}, "{\"a\":{\"b\":[1,{\"c\":2}]}}|");
+		row("UTF-8 cut inside a character", {"{\"a\":\"\xc3", "\xa4\"}\n"}, "|{\"a\":\"\xc3\xa4\"}|");
+		row("bytes that are not UTF-8", {"{\"a\":\"\xff\"}\n{\"b\":2}\n"}, "{\"b\":2}|");
+		row("a null byte", {QByteArray("{\"a\":1}\0\n{\"b\":2}\n", 18)}, "{\"b\":2}|");
+		row("a line after many pieces", {"{", "\"", "a", "\"", ":", "1", "}", "\n"}, "|||||||{\"a\":1}|");
+	}
+	void turnsLinesIntoEvents()
+	{
+		QFETCH(QByteArrayList, pieces);
+		QFETCH(QByteArray, events);
+		QCOMPARE(eventsOf(pieces), events);
+	}
+
+	void everyCutGivesTheSameEvents()
+	{
+		const QByteArray output = "{\"a\":1}\r\nnoise\n{\"b\":\"\xc3\xa4\"}\n{\"c\":3}\n{\"unfinished\"";
+		const QByteArray whole = eventsOf({output}).replace('|', "");
+		for (qsizetype cut = 0; cut <= output.size(); ++cut)
+			QCOMPARE(eventsOf({output.first(cut), output.sliced(cut)}).replace('|', ""), whole);
+	}
+
+	void longOutputInSmallPiecesStaysLinear()
+	{
+		// 4 MB in 64-byte pieces: a second, where searching the whole buffer each time would take many minutes.
+		const QByteArray piece(64, 'x');
+		EventStream stream;
+		QElapsedTimer timer;
+		timer.start();
+		stream.append("{\"a\":\"");
+		for (int count = 0; count < 65536; ++count) {
+			stream.append(piece);
+			QVERIFY(!stream.next());
+		}
+		stream.append("\"}\n");
+		const std::optional<QJsonObject> event = stream.next();
+		QVERIFY(event);
+		QCOMPARE((*event)[u"a"].toString().size(), 4 * 1024 * 1024);
+		QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
+	}
+
+	void namesAMissingHelper()
+	{
+		QCOMPARE(helperMissingText(), u"Kestrune helper missing. Reinstall from " KESTRUNE_WEBSITE "/addons"_s);
+	}
+
+	void namesAHelperThatDoesNotStart()
+	{
+		QCOMPARE(helperStartFailedText(), u"Couldn't start the Kestrune helper (blocked by antivirus?). "
+						  "Reinstall from " KESTRUNE_WEBSITE "/addons"_s);
+	}
+
+	void namesAHelperThatStopped_data()
+	{
+		QTest::addColumn<int>("code");
+		QTest::addColumn<QString>("shown");
+		QTest::newRow("3") << 3 << u"3"_s;
+		QTest::newRow("0") << 0 << u"0"_s;
+		QTest::newRow("negative") << -1073741819 << u"-1073741819"_s;
+	}
+	void namesAHelperThatStopped()
+	{
+		QFETCH(int, code);
+		QFETCH(QString, shown);
+		QCOMPARE(helperStoppedText(code), u"The Kestrune helper stopped unexpectedly (code "_s + shown +
+							  u"). Details: %APPDATA%\\Kestrune\\logs\\helper.log"_s);
+	}
+};
+
+QTEST_GUILESS_MAIN(EventStreamTest)
+#include "event_stream.moc"

@@ -1,0 +1,199 @@
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "host/dock_test.hpp"
+#include "host/hotkeys.hpp"
+
+#include <obs.hpp>
+
+#include <map>
+#include <string>
+#include <thread>
+
+namespace {
+/// Stands in for obs-websocket: the procedures that vendors register with, and a way to send requests.
+class FakeWebsocket {
+public:
+	using RequestFunction = void (*)(obs_data_t *request, obs_data_t *response, void *privateData);
+	struct Callback {
+		RequestFunction function{nullptr};
+		void *privateData{nullptr};
+	};
+
+	FakeWebsocket()
+	{
+		proc_handler_add(
+			handler_, "bool vendor_register(in string name, out ptr vendor)",
+			[](void *data, calldata_t *call) { static_cast<FakeWebsocket *>(data)->registerVendor(call); },
+			this);
+		proc_handler_add(
+			handler_, "bool vendor_request_register(in ptr vendor, in string type, in ptr callback)",
+			[](void *data, calldata_t *call) { static_cast<FakeWebsocket *>(data)->registerRequest(call); },
+			this);
+		proc_handler_add(
+			obs_get_proc_handler(), "void obs_websocket_api_get_ph(out ptr ph)",
+			[](void *data, calldata_t *call) {
+				auto *self = static_cast<FakeWebsocket *>(data);
+				++self->handlerQueries;
+				calldata_set_ptr(call, "ph", self->handler_);
+			},
+			this);
+	}
+	~FakeWebsocket() { proc_handler_destroy(handler_); }
+	Q_DISABLE_COPY_MOVE(FakeWebsocket)
+
+	/// Sends a request as obs-websocket does, on a thread of its own; the response as JSON.
+	QJsonObject request(const std::string &type) const
+	{
+		const OBSDataAutoRelease response = obs_data_create();
+		const Callback callback = requests.at(type);
+		std::thread([&] { callback.function(nullptr, response, callback.privateData); }).join();
+		return QJsonDocument::fromJson(obs_data_get_json(response)).object();
+	}
+
+	bool refusesVendors{false};
+	bool refusesRequests{false};
+	int handlerQueries{0};
+	QStringList vendors{};
+	std::map<std::string, Callback> requests{};
+
+private:
+	void registerVendor(calldata_t *call)
+	{
+		vendors << QString::fromUtf8(calldata_string(call, "name"));
+		calldata_set_ptr(call, "vendor", refusesVendors ? nullptr : this);
+	}
+	void registerRequest(calldata_t *call)
+	{
+		if (calldata_ptr(call, "vendor") == this && !refusesRequests)
+			requests[calldata_string(call, "type")] =
+				*static_cast<const Callback *>(calldata_ptr(call, "callback"));
+		calldata_set_bool(call, "success", !refusesRequests);
+	}
+
+	proc_handler_t *handler_{proc_handler_create()};
+};
+
+const LogLine registered{LOG_INFO, u"[kestrune] obs-websocket vendor \"Kestrune\" registered (ClipThat, GetStatus)"_s};
+const LogLine notAvailable{LOG_INFO, u"[kestrune] obs-websocket not available; vendor requests disabled"_s};
+const LogLine notFound{LOG_DEBUG, u"Unable to fetch obs-websocket proc handler object. obs-websocket not installed?"_s};
+} // namespace
+
+/// What remote controls can ask for.
+class WebsocketVendorTest : public DockTest {
+	Q_OBJECT
+
+	/// Lets OBS tell the module that all modules are loaded; answers what was logged meanwhile.
+	QList<LogLine> postLoad() const
+	{
+		const qsizetype before = obs().log().size();
+		entryPoint<void()>("obs_module_post_load")();
+		return obs().log().mid(before);
+	}
+
+private Q_SLOTS:
+	void registersTheVendorAndItsRequests()
+	{
+		FakeWebsocket websocket;
+		QVERIFY(load());
+		QVERIFY(websocket.vendors.isEmpty());
+		QCOMPARE(postLoad(), QList<LogLine>{registered});
+		QCOMPARE(websocket.vendors, QStringList{u"Kestrune"_s});
+		QCOMPARE(websocket.requests.size(), 2U);
+		QVERIFY(websocket.requests.contains("ClipThat"));
+		QVERIFY(websocket.requests.contains("GetStatus"));
+		QCOMPARE(websocket.requests.at("ClipThat").privateData, nullptr);
+		QCOMPARE(websocket.handlerQueries, 1);
+	}
+
+	void withoutObsWebsocketThereIsNoVendor()
+	{
+		QVERIFY(load());
+		QCOMPARE(postLoad(), QList<LogLine>({notFound, notAvailable}));
+	}
+
+	void aRefusedVendorCountsAsNotAvailable()
+	{
+		FakeWebsocket websocket;
+		websocket.refusesVendors = true;
+		QVERIFY(load());
+		QCOMPARE(postLoad(), QList<LogLine>{notAvailable});
+		QVERIFY(websocket.requests.empty());
+	}
+
+	void refusedRequestsAreNotActedOn()
+	{
+		FakeWebsocket websocket;
+		websocket.refusesRequests = true;
+		QVERIFY(load());
+		QCOMPARE(postLoad(), QList<LogLine>{registered});
+	}
+
+	void clipThatReachesTheDock()
+	{
+		FakeWebsocket websocket;
+		QVERIFY(loadReady());
+		postLoad();
+		QCOMPARE(websocket.request("ClipThat"),
+			 QJsonObject({{u"ok"_s, true}, {u"replay_buffer_active"_s, true}}));
+		QCOMPARE(frontend().saveRequests, 0); // queued: the dock acts on its own thread
+		QTRY_COMPARE(frontend().saveRequests, 1);
+		QVERIFY(statusIs(u"Saving the last 60 s…"_s, informationColour));
+	}
+
+	void clipThatWithoutTheReplayBufferIsHandedOnToo()
+	{
+		FakeWebsocket websocket;
+		QVERIFY(loadReady());
+		postLoad();
+		frontend().replayBufferActive = false;
+		QCOMPARE(websocket.request("ClipThat"),
+			 QJsonObject({{u"ok"_s, true}, {u"replay_buffer_active"_s, false}}));
+		QTRY_COMPARE(frontend().startRequests, 1);
+		QCOMPARE(frontend().saveRequests, 0);
+	}
+
+	void statusNamesTheHotkeysBindings()
+	{
+		FakeWebsocket websocket;
+		frontend().replayBufferActive = true;
+		QVERIFY(load());
+		postLoad();
+		QJsonObject expected{{u"version"_s, u"1.0.6"_s},
+				     {u"dock"_s, true},
+				     {u"replay_buffer_active"_s, true},
+				     {u"hotkey"_s, u""_s}};
+		QCOMPARE(websocket.request("GetStatus"), expected);
+
+		const obs_hotkey_id id = findHotkey("kestrune.clip_that")->id;
+		bindHotkey(id, {{INTERACT_CONTROL_KEY | INTERACT_SHIFT_KEY, OBS_KEY_C}});
+		expected[u"hotkey"] = u"Ctrl+Shift+C"_s;
+		QCOMPARE(websocket.request("GetStatus"), expected);
+
+		bindHotkey(id,
+			   {{INTERACT_CONTROL_KEY | INTERACT_SHIFT_KEY, OBS_KEY_C}, {INTERACT_ALT_KEY, OBS_KEY_F9}});
+		expected[u"hotkey"] = u"Ctrl+Shift+C, Alt+F9"_s;
+		frontend().replayBufferActive = false;
+		expected[u"replay_buffer_active"] = false;
+		QCOMPARE(websocket.request("GetStatus"), expected);
+	}
+
+	void requestsAfterTheDocksEndAreAnswered()
+	{
+		FakeWebsocket websocket;
+		frontend().replayBufferActive = true;
+		QVERIFY(load());
+		postLoad();
+		bindHotkey(findHotkey("kestrune.clip_that")->id, {{0, OBS_KEY_F9}});
+		destroyMainWindow();
+		QCOMPARE(websocket.request("ClipThat"),
+			 QJsonObject({{u"ok"_s, false}, {u"replay_buffer_active"_s, true}}));
+		QCOMPARE(websocket.request("GetStatus"), QJsonObject({{u"version"_s, u"1.0.6"_s},
+								      {u"dock"_s, false},
+								      {u"replay_buffer_active"_s, true},
+								      {u"hotkey"_s, u""_s}}));
+	}
+};
+
+QTEST_MAIN(WebsocketVendorTest)
+#include "websocket_vendor.moc"

@@ -1,0 +1,272 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QTest>
+#include <QUrl>
+
+#include <vector>
+
+class ChatTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void begins_with_defaults();
+	void stores_settings();
+	void keeps_what_is_not_named();
+	void refuses_bad_settings_data();
+	void refuses_bad_settings();
+	void asks_for_consent_and_gets_it_a_moment_later();
+	void keeps_consent_while_switched_off();
+	void reports_triggers_once();
+	void triggers_on_the_command_only_data();
+	void triggers_on_the_command_only();
+	void ignores_the_chat_while_off();
+	void honours_the_cooldown();
+	void honours_the_cap_of_a_stream();
+	void loses_no_message_of_side_by_side_runs();
+};
+
+namespace {
+
+const QStringList getSwitch{QStringLiteral("--chat-get")};
+const QStringList pollSwitch{QStringLiteral("--poll-triggers")};
+
+Run set(const Sandbox &sandbox, const char *json)
+{
+	return sandbox.run({QStringLiteral("--chat-set"), QString::fromUtf8(json)});
+}
+
+void say(const Sandbox &sandbox, const QString &name, const QString &text = {})
+{
+	QStringList arguments{QStringLiteral("--say"), name};
+	if (!text.isEmpty()) {
+		arguments += text;
+	}
+	QCOMPARE(sandbox.run(arguments).exitCode, 0);
+}
+
+QStringList poll(const Sandbox &sandbox)
+{
+	const QJsonObject event = sandbox.run(pollSwitch).onlyEvent();
+	if (event[QLatin1String("event")].toString() != QLatin1String("triggers")) {
+		return {QStringLiteral("(no triggers event)")};
+	}
+	QStringList names{};
+	const QJsonArray triggers = event[QLatin1String("triggers")].toArray();
+	for (const auto &trigger : triggers) {
+		names += trigger[QLatin1String("by")].toString();
+	}
+	return names;
+}
+
+int streamCount(const Sandbox &sandbox)
+{
+	return sandbox.run(getSwitch).onlyEvent()[QLatin1String("stream_count")].toInt(-1);
+}
+
+} // namespace
+
+void ChatTest::begins_with_defaults()
+{
+	const Run run = Sandbox().run(getSwitch);
+	QCOMPARE(run.exitCode, 0);
+	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("chat")},
+				   {QStringLiteral("enabled"), false},
+				   {QStringLiteral("command"), QStringLiteral("!rune")},
+				   {QStringLiteral("cooldown_s"), 30},
+				   {QStringLiteral("per_stream_cap"), 10},
+				   {QStringLiteral("granted"), false},
+				   {QStringLiteral("stream_count"), 0}};
+	QCOMPARE(run.onlyEvent(), expected);
+}
+
+void ChatTest::stores_settings()
+{
+	const Sandbox sandbox;
+	const Run run = set(sandbox, R"({"command":"!härte","cooldown_s":60,"enabled":true,"per_stream_cap":0})");
+	QCOMPARE(run.exitCode, 0);
+	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("chat")},
+				   {QStringLiteral("enabled"), true},
+				   {QStringLiteral("command"), QStringLiteral("!härte")},
+				   {QStringLiteral("cooldown_s"), 60},
+				   {QStringLiteral("per_stream_cap"), 0},
+				   {QStringLiteral("granted"), true},
+				   {QStringLiteral("stream_count"), 0}};
+	QCOMPARE(run.onlyEvent(), expected);
+	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), expected);
+}
+
+void ChatTest::keeps_what_is_not_named()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"command":"!one","cooldown_s":77})");
+	const QJsonObject event = set(sandbox, R"({"command":"!two","stream_count":50,"granted":true})").onlyEvent();
+	QCOMPARE(event[QLatin1String("command")].toString(), QStringLiteral("!two"));
+	QCOMPARE(event[QLatin1String("cooldown_s")].toInt(), 77);
+	QCOMPARE(event[QLatin1String("stream_count")].toInt(), 0);
+	QCOMPARE(event[QLatin1String("granted")].toBool(), false);
+}
+
+void ChatTest::refuses_bad_settings_data()
+{
+	QTest::addColumn<QByteArray>("json");
+	QTest::newRow("no JSON") << QByteArray("enabled=yes");
+	QTest::newRow("nothing") << QByteArray("");
+	QTest::newRow("array") << QByteArray("[true]");
+	QTest::newRow("cut off") << QByteArray(R"({"command":"!r)");
+	QTest::newRow("empty command") << QByteArray(R"({"command":""})");
+	QTest::newRow("only the mark") << QByteArray(R"({"command":"!"})");
+	QTest::newRow("no mark") << QByteArray(R"({"command":"rune"})");
+	QTest::newRow("blank inside") << QByteArray(R"({"command":"!my rune"})");
+	QTest::newRow("tab inside") << QByteArray(R"({"command":"!my\trune"})");
+	QTest::newRow("command of another kind") << QByteArray(R"({"command":5})");
+	QTest::newRow("enabled of another kind") << QByteArray(R"({"enabled":"yes"})");
+	QTest::newRow("negative cooldown") << QByteArray(R"({"cooldown_s":-1})");
+	QTest::newRow("endless cooldown") << QByteArray(R"({"cooldown_s":1e300})");
+	QTest::newRow("half a cooldown") << QByteArray(R"({"cooldown_s":10.5})");
+	QTest::newRow("cap of another kind") << QByteArray(R"({"per_stream_cap":"ten"})");
+	QTest::newRow("large cap") << QByteArray(R"({"per_stream_cap":101})");
+}
+
+void ChatTest::refuses_bad_settings()
+{
+	QFETCH(const QByteArray, json);
+	const Sandbox sandbox;
+	const QJsonObject before = set(sandbox, R"({"command":"!kept","cooldown_s":44,"enabled":true})").onlyEvent();
+	const Run run = set(sandbox, json.constData());
+	QCOMPARE(run.exitCode, 1);
+	const QJsonObject event = run.onlyEvent();
+	QCOMPARE(event[QLatin1String("event")].toString(), QStringLiteral("chat"));
+	QVERIFY(!event[QLatin1String("error")].toString().isEmpty());
+	// The dock goes on polling by these two, and leaves its fields alone without "command".
+	QCOMPARE(event[QLatin1String("enabled")].toBool(), true);
+	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
+	QVERIFY(!event.contains(QLatin1String("command")));
+	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), before);
+}
+
+void ChatTest::asks_for_consent_and_gets_it_a_moment_later()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("600000"));
+	const QJsonObject asked = set(sandbox, R"({"enabled":true})").onlyEvent();
+	QCOMPARE(asked[QLatin1String("granted")].toBool(true), false);
+	QVERIFY(QFile::exists(QUrl(asked[QLatin1String("consent_url")].toString()).toLocalFile()));
+	QCOMPARE(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(true), false);
+
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("200"));
+	QTRY_VERIFY_WITH_TIMEOUT(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(), 20000);
+	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(QLatin1String("consent_url")));
+}
+
+void ChatTest::keeps_consent_while_switched_off()
+{
+	Sandbox sandbox;
+	set(sandbox, R"({"enabled":true})");
+	set(sandbox, R"({"enabled":false})");
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("600000"));
+	QCOMPARE(set(sandbox, R"({"enabled":true})").onlyEvent()[QLatin1String("granted")].toBool(), true);
+}
+
+void ChatTest::reports_triggers_once()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");
+	QCOMPARE(poll(sandbox), QStringList());
+	say(sandbox, QStringLiteral("ana"));
+	say(sandbox, QString::fromUtf8("Müller 🎮"));
+	QCOMPARE(poll(sandbox), (QStringList{QStringLiteral("ana"), QString::fromUtf8("Müller 🎮")}));
+	QCOMPARE(poll(sandbox), QStringList());
+	QCOMPARE(streamCount(sandbox), 2);
+}
+
+void ChatTest::triggers_on_the_command_only_data()
+{
+	QTest::addColumn<QString>("text");
+	QTest::addColumn<bool>("triggers");
+	QTest::newRow("the command") << QStringLiteral("!rune") << true;
+	QTest::newRow("in capitals") << QStringLiteral("!RUNE") << true;
+	QTest::newRow("with more behind") << QStringLiteral("  !rune that was great") << true;
+	QTest::newRow("with more in front") << QStringLiteral("say !rune") << false;
+	QTest::newRow("a longer word") << QStringLiteral("!runes") << false;
+	QTest::newRow("another word") << QStringLiteral("hello") << false;
+}
+
+void ChatTest::triggers_on_the_command_only()
+{
+	QFETCH(const QString, text);
+	QFETCH(const bool, triggers);
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true})");
+	say(sandbox, QStringLiteral("ana"), text);
+	QCOMPARE(poll(sandbox), triggers ? QStringList{QStringLiteral("ana")} : QStringList());
+	QCOMPARE(streamCount(sandbox), triggers ? 1 : 0);
+}
+
+void ChatTest::ignores_the_chat_while_off()
+{
+	const Sandbox sandbox;
+	say(sandbox, QStringLiteral("ana"));
+	QCOMPARE(poll(sandbox), QStringList());
+	set(sandbox, R"({"enabled":true})");
+	QCOMPARE(poll(sandbox), QStringList());
+}
+
+void ChatTest::honours_the_cooldown()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true,"cooldown_s":3600})");
+	say(sandbox, QStringLiteral("ana"));
+	say(sandbox, QStringLiteral("ben"));
+	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("ana")});
+	say(sandbox, QStringLiteral("cleo"));
+	QCOMPARE(poll(sandbox), QStringList());
+	set(sandbox, R"({"cooldown_s":0})");
+	say(sandbox, QStringLiteral("dora"));
+	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("dora")});
+}
+
+void ChatTest::honours_the_cap_of_a_stream()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":2})");
+	for (const char *name : {"ana", "ben", "cleo"}) {
+		say(sandbox, QLatin1String(name));
+	}
+	QCOMPARE(poll(sandbox), (QStringList{QStringLiteral("ana"), QStringLiteral("ben")}));
+	say(sandbox, QStringLiteral("dora"));
+	QCOMPARE(poll(sandbox), QStringList());
+	QCOMPARE(sandbox.run({QStringLiteral("--new-stream")}).onlyEvent()[QLatin1String("stream_count")].toInt(-1), 0);
+	say(sandbox, QStringLiteral("ella"));
+	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("ella")});
+}
+
+void ChatTest::loses_no_message_of_side_by_side_runs()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");
+	std::vector<std::unique_ptr<QProcess>> processes{};
+	QStringList expected{};
+	for (int i = 0; i < 12; ++i) {
+		expected += QStringLiteral("viewer%1").arg(i, 2, 10, QLatin1Char('0'));
+		processes.push_back(sandbox.start({QStringLiteral("--say"), expected.last()}));
+	}
+	QStringList seen{};
+	for (const std::unique_ptr<QProcess> &process : processes) {
+		seen += poll(sandbox);
+		QCOMPARE(finish(*process).exitCode, 0);
+	}
+	seen += poll(sandbox);
+	seen.sort();
+	QCOMPARE(seen, expected);
+	QCOMPARE(streamCount(sandbox), 12);
+}
+
+std::unique_ptr<QObject> makeChatTest()
+{
+	return std::make_unique<ChatTest>();
+}
+
+#include "chat_test.moc"

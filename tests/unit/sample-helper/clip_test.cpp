@@ -1,0 +1,373 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+#include "videos.hpp"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+class ClipTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void composes_every_layout_data();
+	void composes_every_layout();
+	void burns_a_caption_in_every_style_data();
+	void burns_a_caption_in_every_style();
+	void cuts_the_last_seconds();
+	void takes_the_whole_of_a_short_replay();
+	void makes_a_silent_short_of_a_silent_replay();
+	void reads_odd_paths_data();
+	void reads_odd_paths();
+	void reads_a_replay_without_a_duration();
+	void finds_the_camera_where_it_is_told();
+	void remembers_the_look();
+	void replaces_unknown_choices_and_says_so();
+	void leaves_the_caption_out_when_ffmpeg_cannot_draw();
+	void stores_shorts_where_it_is_told();
+	void answers_by_the_state_of_the_account();
+	void removes_abandoned_parts_only();
+	void runs_side_by_side_and_lists_only_whole_shorts();
+};
+
+namespace {
+
+QStringList process(const QString &replay, int seconds, const QStringList &look = {})
+{
+	return QStringList{QStringLiteral("--process"), replay,
+			   QStringLiteral("--seconds"), QString::number(seconds),
+			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
+	       look;
+}
+
+QStringList looking(const char *layout, const char *style)
+{
+	return {QStringLiteral("--layout"), QLatin1String(layout), QStringLiteral("--style"), QLatin1String(style)};
+}
+
+QString formatted(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("formatted")].toArray().at(0).toString();
+}
+
+QString eventName(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("event")].toString();
+}
+
+QString note(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("note")].toString();
+}
+
+/// The nearest of the colours red, green and blue at a place of a Short's frame.
+char colourAt(const QByteArray &frame, int x, int y)
+{
+	const qsizetype at = (static_cast<qsizetype>(y) * 1080 + x) * 3;
+	if (frame.size() < at + 3) {
+		return '?';
+	}
+	std::array<int, 3> parts{};
+	for (std::size_t i = 0; i < parts.size(); ++i) {
+		parts[i] = static_cast<unsigned char>(frame[at + static_cast<qsizetype>(i)]);
+	}
+	return "rgb"[std::max_element(parts.begin(), parts.end()) - parts.begin()];
+}
+
+void link(const Sandbox &sandbox)
+{
+	sandbox.run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
+}
+
+} // namespace
+
+void ClipTest::composes_every_layout_data()
+{
+	QTest::addColumn<QByteArray>("layout");
+	// Colours at (100, 100), (980, 100), (540, 1520) and (980, 1880).
+	QTest::addColumn<QByteArray>("colours");
+	QTest::newRow("Bubble: blurred behind, camera in a disc") << QByteArray("vtuber-bubble") << QByteArray("rbgb");
+	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrg");
+	QTest::newRow("Facecam: camera below") << QByteArray("facecam") << QByteArray("rbgg");
+	QTest::newRow("Podcast: left half above right half") << QByteArray("podcast") << QByteArray("rrgg");
+	QTest::newRow("Gameplay only: the middle") << QByteArray("gameplay") << QByteArray("rbrb");
+}
+
+void ClipTest::composes_every_layout()
+{
+	QFETCH(const QByteArray, layout);
+	QFETCH(const QByteArray, colours);
+	const Sandbox sandbox;
+	link(sandbox);
+	const QByteArray before = videos::checksum(videos::regions());
+	const Run run = sandbox.run(process(videos::regions(), 2, looking(layout.constData(), "none")));
+	QCOMPARE(run.exitCode, 0);
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(!run.onlyEvent().contains(QLatin1String("note")));
+	QCOMPARE(videos::checksum(videos::regions()), before);
+
+	const QString path = formatted(run);
+	QCOMPARE(sandbox.shortsFolderContent(), QStringList{QFileInfo(path).fileName()});
+	QVERIFY(QRegularExpression(QStringLiteral("/Shorts/short-\\d{8}-\\d{6}-[0-9a-f]{8}\\.mp4$"))
+			.match(path)
+			.hasMatch());
+	const videos::Details details = videos::details(path);
+	QCOMPARE(details.width, 1080);
+	QCOMPARE(details.height, 1920);
+	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
+	QCOMPARE(details.pixelFormat, QStringLiteral("yuv420p"));
+	QCOMPARE(details.audioCodec, QStringLiteral("aac"));
+	QVERIFY2(std::abs(details.durationSeconds - 2) < 0.06, qPrintable(QString::number(details.durationSeconds)));
+	QVERIFY(videos::isFastStart(path));
+
+	const QByteArray frame = videos::firstFrame(path);
+	QByteArray seen{};
+	for (const auto &[x, y] :
+	     {std::pair{100, 100}, std::pair{980, 100}, std::pair{540, 1520}, std::pair{980, 1880}}) {
+		seen += colourAt(frame, x, y);
+	}
+	QCOMPARE(seen, colours);
+}
+
+void ClipTest::burns_a_caption_in_every_style_data()
+{
+	QTest::addColumn<QByteArray>("style");
+	QTest::addColumn<QByteArray>("position");
+	QTest::addColumn<double>("height");
+	QTest::newRow("rune") << QByteArray("rune") << QByteArray("auto") << 0.75;
+	QTest::newRow("neon") << QByteArray("neon") << QByteArray("top") << 0.12;
+	QTest::newRow("clean") << QByteArray("clean") << QByteArray("middle") << 0.5;
+	QTest::newRow("meme") << QByteArray("meme") << QByteArray("bottom") << 0.86;
+}
+
+void ClipTest::burns_a_caption_in_every_style()
+{
+	QFETCH(const QByteArray, style);
+	QFETCH(const QByteArray, position);
+	QFETCH(const double, height);
+	const Sandbox sandbox;
+	const QStringList look = looking("gameplay", style.constData()) +
+				 QStringList{QStringLiteral("--font"), QStringLiteral("inter"),
+					     QStringLiteral("--caption-position"), QLatin1String(position)};
+	const Run run = sandbox.run(process(videos::blackThenWhite(), 1, look));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const QByteArray frame = videos::firstFrame(formatted(run));
+	QCOMPARE(frame.size(), 1080 * 1920 * 3);
+
+	// The replay is plain white there: whatever is not white belongs to the caption.
+	double sum = 0;
+	double count = 0;
+	for (qsizetype i = 0; i < frame.size(); i += 3) {
+		if (std::min({static_cast<unsigned char>(frame[i]), static_cast<unsigned char>(frame[i + 1]),
+			      static_cast<unsigned char>(frame[i + 2])}) < 200) {
+			sum += static_cast<double>(i / (1080 * 3));
+			++count;
+		}
+	}
+	QVERIFY2(count > 2000, qPrintable(QString::number(count)));
+	QVERIFY2(std::abs(sum / count / 1920 - height) < 0.02, qPrintable(QString::number(sum / count / 1920)));
+}
+
+void ClipTest::cuts_the_last_seconds()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(process(videos::blackThenWhite(), 3, looking("gameplay", "none")));
+	const QList<int> frames = videos::brightness(formatted(run));
+	const auto dark = std::count_if(frames.begin(), frames.end(), [](int value) { return value < 128; });
+	// One second of black and two of white, at 25 frames per second.
+	QVERIFY2(std::abs(dark - 25) <= 2, qPrintable(QString::number(dark)));
+	QVERIFY2(std::abs(frames.size() - 75) <= 2, qPrintable(QString::number(frames.size())));
+}
+
+void ClipTest::takes_the_whole_of_a_short_replay()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(process(videos::regions(), 120, looking("gameplay", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(std::abs(videos::details(formatted(run)).durationSeconds - 4) < 0.1);
+}
+
+void ClipTest::makes_a_silent_short_of_a_silent_replay()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(process(videos::silent(), 1, looking("facecam", "clean")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const videos::Details details = videos::details(formatted(run));
+	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
+	QCOMPARE(details.audioCodec, QString());
+}
+
+void ClipTest::reads_odd_paths_data()
+{
+	QTest::addColumn<QString>("name");
+	QTest::newRow("blanks, letters, emoji and quotes")
+		<< QString::fromUtf8("Näher dran 🎮 \"it's\" 100%/été 1.mkv");
+	QTest::newRow("like an address") << QStringLiteral("http://concat:1.mkv");
+	QTest::newRow("like a pattern") << QStringLiteral("clip %03d [1] {2} $HOME; *.mkv");
+	QTest::newRow("like a switch") << QStringLiteral("--status");
+}
+
+void ClipTest::reads_odd_paths()
+{
+	QFETCH(const QString, name);
+	Sandbox sandbox;
+	const QString home = sandbox.path(QString::fromUtf8("état 🎬 'a:b' \\x"));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), home);
+	const QString replay = sandbox.path(QStringLiteral("replays/") + name);
+	QVERIFY(QDir().mkpath(QFileInfo(replay).path()));
+	QVERIFY(QFile::copy(videos::regions(), replay));
+	const Run run = sandbox.run(process(replay, 1, looking("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(formatted(run).startsWith(home));
+	QCOMPARE(videos::details(formatted(run)).width, 1080);
+	QCOMPARE(videos::checksum(replay), videos::checksum(videos::regions()));
+}
+
+void ClipTest::reads_a_replay_without_a_duration()
+{
+	const Sandbox sandbox;
+	const QString replay = sandbox.path(QStringLiteral("live.mkv"));
+	// A live file has no duration in its header, like one whose writer crashed.
+	sandbox.writeFile(QStringLiteral("live.mkv"),
+			  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(), QStringLiteral("-c"),
+					  QStringLiteral("copy"), QStringLiteral("-live"), QStringLiteral("1"),
+					  QStringLiteral("-f"), QStringLiteral("matroska"), QStringLiteral("-")}));
+	QCOMPARE(videos::details(replay).durationSeconds, 0.0);
+	const Run run = sandbox.run(process(replay, 1, looking("gameplay", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const QList<int> frames = videos::brightness(formatted(run));
+	QVERIFY2(std::abs(frames.size() - 25) <= 2, qPrintable(QString::number(frames.size())));
+	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
+}
+
+void ClipTest::finds_the_camera_where_it_is_told()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0, 0, 0.4, 0.4"));
+	const Run run = sandbox.run(process(videos::regions(), 1, looking("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(formatted(run)), 540, 300), 'r');
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0.9,0,0.4,nonsense"));
+	const Run fallback = sandbox.run(process(videos::regions(), 1, looking("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(formatted(fallback)), 540, 300), 'g');
+}
+
+void ClipTest::remembers_the_look()
+{
+	const Sandbox sandbox;
+	sandbox.run(
+		process(videos::silent(), 1,
+			looking("podcast", "neon") + QStringList{QStringLiteral("--font"), QStringLiteral("inter")}));
+	const QJsonObject status = sandbox.run({QStringLiteral("--status")}).onlyEvent();
+	QCOMPARE(status[QLatin1String("layout")].toString(), QStringLiteral("podcast"));
+	QCOMPARE(status[QLatin1String("style")].toString(), QStringLiteral("neon"));
+	QCOMPARE(status[QLatin1String("font")].toString(), QStringLiteral("inter"));
+}
+
+void ClipTest::replaces_unknown_choices_and_says_so()
+{
+	const Sandbox sandbox;
+	link(sandbox);
+	const Run run = sandbox.run(process(videos::silent(), 1, looking("sideways", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("unknown layout \"sideways\", used \"vtuber-bubble\""));
+}
+
+void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
+{
+	Sandbox sandbox;
+	link(sandbox);
+	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	sandbox.useTool(QStringLiteral("ffmpeg"),
+			"case \"$*\" in *drawtext*) echo 'No such filter' >&2; exit 8;; esac\n"
+			"exec ffmpeg \"$@\"");
+	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without a caption, this ffmpeg can't draw text"));
+	QCOMPARE(videos::details(formatted(run)).width, 1080);
+}
+
+void ClipTest::stores_shorts_where_it_is_told()
+{
+	Sandbox sandbox;
+	const QString folder = sandbox.path(QStringLiteral("my clips"));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OUTPUT"), folder);
+	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "none")));
+	QCOMPARE(QFileInfo(formatted(run)).path(), folder);
+	const QJsonObject recent = sandbox.run({QStringLiteral("--recent")}).onlyEvent();
+	QCOMPARE(recent[QLatin1String("folder")].toString(), folder);
+	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), formatted(run));
+}
+
+void ClipTest::answers_by_the_state_of_the_account()
+{
+	Sandbox sandbox;
+	const QStringList arguments = process(videos::silent(), 1, looking("gameplay", "none"));
+	const Run unlinked = sandbox.run(arguments);
+	QCOMPARE(eventName(unlinked), QStringLiteral("done"));
+	QCOMPARE(note(unlinked), QStringLiteral("kept on this computer, no account is connected"));
+
+	sandbox.run({QStringLiteral("--revoke")});
+	const Run revoked = sandbox.run(arguments);
+	QCOMPARE(revoked.exitCode, 1);
+	QCOMPARE(eventName(revoked), QStringLiteral("error"));
+	QCOMPARE(revoked.onlyEvent()[QLatin1String("relink")].toBool(), true);
+	QVERIFY(QFile::exists(formatted(revoked)));
+
+	link(sandbox);
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OFFLINE"), QStringLiteral("1"));
+	const Run offline = sandbox.run(arguments);
+	QCOMPARE(offline.exitCode, 0);
+	QCOMPARE(eventName(offline), QStringLiteral("pending"));
+	QVERIFY(QFile::exists(formatted(offline)));
+	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
+}
+
+void ClipTest::removes_abandoned_parts_only()
+{
+	const Sandbox sandbox;
+	QFile old(sandbox.writeFile(QStringLiteral("Shorts/short-20200101-000000-0.part"), "x"));
+	const QString young = sandbox.writeFile(QStringLiteral("Shorts/short-20200101-000001-0.part"), "x");
+	QVERIFY(old.open(QIODevice::ReadWrite));
+	QVERIFY(old.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
+	old.close();
+	QCOMPARE(eventName(sandbox.run(process(videos::silent(), 1, looking("gameplay", "none")))),
+		 QStringLiteral("done"));
+	QVERIFY(!old.exists());
+	QVERIFY(QFile::exists(young));
+}
+
+void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
+{
+	const Sandbox sandbox;
+	const QStringList arguments = process(videos::regions(), 4, looking("vtuber-bubble", "neon"));
+	const std::unique_ptr<QProcess> first = sandbox.start(arguments);
+	const std::unique_ptr<QProcess> second = sandbox.start(arguments);
+	while (!first->waitForFinished(50) && first->state() != QProcess::NotRunning) {
+		const Run recent = sandbox.run({QStringLiteral("--recent")});
+		const QJsonArray items = recent.onlyEvent()[QLatin1String("items")].toArray();
+		for (const auto &item : items) {
+			QCOMPARE(videos::details(item[QLatin1String("path")].toString()).width, 1080);
+		}
+	}
+	const Run firstRun = finish(*first);
+	const Run secondRun = finish(*second);
+	QCOMPARE(eventName(firstRun), QStringLiteral("done"));
+	QCOMPARE(eventName(secondRun), QStringLiteral("done"));
+	QVERIFY(formatted(firstRun) != formatted(secondRun));
+	QCOMPARE(sandbox.shortsFolderContent().size(), 2);
+	QCOMPARE(videos::details(formatted(firstRun)).height, 1920);
+	QCOMPARE(videos::details(formatted(secondRun)).height, 1920);
+}
+
+std::unique_ptr<QObject> makeClipTest()
+{
+	return std::make_unique<ClipTest>();
+}
+
+#include "clip_test.moc"

@@ -1,0 +1,115 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+
+#include <QFile>
+#include <QTest>
+
+class CommandLineTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void refuses_what_it_does_not_know_data();
+	void refuses_what_it_does_not_know();
+	void prints_help_for_people();
+	void prints_its_version();
+	void writes_one_line_per_event();
+	void logs_to_a_file_in_the_state_folder();
+	void sets_a_large_log_aside();
+	void reports_a_state_folder_that_cannot_be_made();
+};
+
+void CommandLineTest::refuses_what_it_does_not_know_data()
+{
+	QTest::addColumn<QStringList>("arguments");
+	QTest::addColumn<QString>("text");
+	QTest::newRow("unknown switch") << QStringList{QStringLiteral("--foo")}
+					<< QStringLiteral("The sample helper doesn't know --foo yet.");
+	QTest::newRow("unknown switch after a command")
+		<< QStringList{QStringLiteral("--status"), QStringLiteral("--upload=now")}
+		<< QStringLiteral("The sample helper doesn't know --upload yet.");
+	QTest::newRow("unknown letter") << QStringList{QStringLiteral("-x")}
+					<< QStringLiteral("The sample helper doesn't know -x yet.");
+	QTest::newRow("nothing") << QStringList{} << QStringLiteral("Nothing to do. Try sample-helper --help.");
+	QTest::newRow("only a modifier") << QStringList{QStringLiteral("--no-browser")}
+					 << QStringLiteral("Nothing to do. Try sample-helper --help.");
+	QTest::newRow("two commands") << QStringList{QStringLiteral("--status"), QStringLiteral("--recent")}
+				      << QStringLiteral("The sample helper takes one command at a time.");
+	QTest::newRow("stray word") << QStringList{QStringLiteral("--status"), QStringLiteral("please")}
+				    << QStringLiteral("The sample helper doesn't know what to do with \"please\".");
+	QTest::newRow("missing value") << QStringList{QStringLiteral("--process")}
+				       << QStringLiteral("Missing value after '--process'.");
+}
+
+void CommandLineTest::refuses_what_it_does_not_know()
+{
+	QFETCH(const QStringList, arguments);
+	QFETCH(const QString, text);
+	const Run run = Sandbox().run(arguments);
+	QCOMPARE(run.exitCode, 1);
+	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), QStringLiteral("error"));
+	QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(), text);
+}
+
+void CommandLineTest::prints_help_for_people()
+{
+	const Run run = Sandbox().run({QStringLiteral("--help")});
+	QCOMPARE(run.exitCode, 0);
+	QVERIFY(run.events.isEmpty());
+	for (const char *text : {"KESTRUNE_HELPER", "--process <replay>", "--say <name>", "--caption-position <key>"}) {
+		QVERIFY2(run.output.contains(text), text);
+	}
+}
+
+void CommandLineTest::prints_its_version()
+{
+	const Run run = Sandbox().run({QStringLiteral("--version")});
+	QCOMPARE(run.exitCode, 0);
+	QCOMPARE(run.output.trimmed(), QByteArray("sample-helper " SAMPLE_HELPER_VERSION));
+}
+
+void CommandLineTest::writes_one_line_per_event()
+{
+	const Run run = Sandbox().run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
+	QCOMPARE(run.events.size(), 2);
+	QCOMPARE(run.output.count('\n'), 2);
+	QVERIFY(run.output.endsWith('\n'));
+	QVERIFY2(!run.output.contains("\": "), "the events are compact");
+}
+
+void CommandLineTest::logs_to_a_file_in_the_state_folder()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run({QStringLiteral("--foo")});
+	QFile log(sandbox.path(QStringLiteral("sample-helper.log")));
+	QVERIFY(log.open(QIODevice::ReadOnly));
+	const QByteArray content = log.readAll();
+	QVERIFY(content.contains("doesn't know --foo"));
+	QCOMPARE(run.diagnostics, content);
+}
+
+void CommandLineTest::sets_a_large_log_aside()
+{
+	const Sandbox sandbox;
+	sandbox.writeFile(QStringLiteral("sample-helper.log"), QByteArray(1'000'001, 'x'));
+	sandbox.run({QStringLiteral("--foo")});
+	QVERIFY(QFile(sandbox.path(QStringLiteral("sample-helper.log"))).size() < 1000);
+	QCOMPARE(QFile(sandbox.path(QStringLiteral("sample-helper.log.old"))).size(), 1'000'001);
+}
+
+void CommandLineTest::reports_a_state_folder_that_cannot_be_made()
+{
+	Sandbox sandbox;
+	const QString file = sandbox.writeFile(QStringLiteral("a file"), "x");
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), file + QStringLiteral("/state"));
+	const Run run = sandbox.run({QStringLiteral("--link")});
+	QCOMPARE(run.exitCode, 1);
+	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().startsWith(
+		QStringLiteral("couldn't make the folder ")));
+}
+
+std::unique_ptr<QObject> makeCommandLineTest()
+{
+	return std::make_unique<CommandLineTest>();
+}
+
+#include "command_line_test.moc"

@@ -1,0 +1,140 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+#include "videos.hpp"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QTest>
+
+#include <vector>
+
+class PreviewTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void draws_a_picture();
+	void draws_each_look_differently();
+	void keeps_pictures_for_a_while();
+	void draws_without_text_when_ffmpeg_cannot();
+	void survives_side_by_side_runs();
+	void reports_missing_ffmpeg();
+};
+
+namespace {
+
+QStringList preview(const QString &layout, const QString &style, const QString &position = QStringLiteral("auto"))
+{
+	return {QStringLiteral("--preview"),
+		QStringLiteral("--layout"),
+		layout,
+		QStringLiteral("--style"),
+		style,
+		QStringLiteral("--font"),
+		QStringLiteral("bebas"),
+		QStringLiteral("--caption-position"),
+		position};
+}
+
+QString pathOf(const Run &run)
+{
+	const QJsonObject event = run.onlyEvent();
+	return event[QLatin1String("event")].toString() == QLatin1String("preview")
+		       ? event[QLatin1String("path")].toString()
+		       : QString();
+}
+
+} // namespace
+
+void PreviewTest::draws_a_picture()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(preview(QStringLiteral("vtuber-bubble"), QStringLiteral("rune")));
+	QCOMPARE(run.exitCode, 0);
+	QVERIFY(pathOf(run).startsWith(sandbox.path()));
+	const videos::Details details = videos::details(pathOf(run));
+	QCOMPARE(details.width, 540);
+	QCOMPARE(details.height, 960);
+	QCOMPARE(details.videoCodec, QStringLiteral("png"));
+	QCOMPARE(QDir(sandbox.path(QStringLiteral("previews")))
+			 .entryList(QDir::AllEntries | QDir::NoDotAndDotDot)
+			 .size(),
+		 1);
+}
+
+void PreviewTest::draws_each_look_differently()
+{
+	const Sandbox sandbox;
+	QSet<QByteArray> pictures{};
+	qsizetype count = 0;
+	const auto add = [&](const QStringList &arguments) {
+		const QByteArray picture = videos::checksum(pathOf(sandbox.run(arguments)));
+		QVERIFY(!picture.isEmpty());
+		pictures += picture;
+		++count;
+	};
+	for (const char *layout : {"vtuber-bubble", "vtuber", "facecam", "podcast", "gameplay"}) {
+		add(preview(QLatin1String(layout), QStringLiteral("none")));
+	}
+	for (const char *style : {"rune", "neon", "clean", "meme"}) {
+		add(preview(QStringLiteral("gameplay"), QLatin1String(style)));
+	}
+	for (const char *position : {"top", "middle", "bottom"}) {
+		add(preview(QStringLiteral("gameplay"), QStringLiteral("clean"), QLatin1String(position)));
+	}
+	QCOMPARE(pictures.size(), count);
+}
+
+void PreviewTest::keeps_pictures_for_a_while()
+{
+	Sandbox sandbox;
+	const QStringList arguments = preview(QStringLiteral("podcast"), QStringLiteral("none"));
+	const QString path = pathOf(sandbox.run(arguments));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), sandbox.path());
+	QCOMPARE(pathOf(sandbox.run(arguments)), path);
+
+	QFile file(path);
+	QVERIFY(file.open(QIODevice::ReadWrite));
+	QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-7200), QFileDevice::FileModificationTime));
+	file.close();
+	QCOMPARE(sandbox.run(arguments).exitCode, 1);
+}
+
+void PreviewTest::draws_without_text_when_ffmpeg_cannot()
+{
+	Sandbox sandbox;
+	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *drawtext*) exit 8;; esac\nexec ffmpeg \"$@\"");
+	const Run run = sandbox.run(preview(QStringLiteral("facecam"), QStringLiteral("meme")));
+	QCOMPARE(videos::details(pathOf(run)).width, 540);
+}
+
+void PreviewTest::survives_side_by_side_runs()
+{
+	const Sandbox sandbox;
+	std::vector<std::unique_ptr<QProcess>> processes{};
+	for (int i = 0; i < 4; ++i) {
+		processes.push_back(sandbox.start(preview(QStringLiteral("vtuber"), QStringLiteral("clean"))));
+	}
+	for (const std::unique_ptr<QProcess> &process : processes) {
+		const Run run = finish(*process);
+		QCOMPARE(run.exitCode, 0);
+		QCOMPARE(videos::details(pathOf(run)).height, 960);
+	}
+}
+
+void PreviewTest::reports_missing_ffmpeg()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), sandbox.path());
+	const Run run = sandbox.run(preview(QStringLiteral("vtuber"), QStringLiteral("clean")));
+	QCOMPARE(run.exitCode, 1);
+	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), QStringLiteral("error"));
+}
+
+std::unique_ptr<QObject> makePreviewTest()
+{
+	return std::make_unique<PreviewTest>();
+}
+
+#include "preview_test.moc"

@@ -1,0 +1,89 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+
+#include <QDateTime>
+#include <QFile>
+#include <QJsonArray>
+#include <QTest>
+
+class RecentTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void lists_nothing_at_first();
+	void lists_the_ten_newest_shorts_first();
+	void settles_equal_times_by_name();
+};
+
+namespace {
+
+void writeShort(const Sandbox &sandbox, const QString &name, const QDateTime &time)
+{
+	QFile file(sandbox.writeFile(QStringLiteral("Shorts/") + name, "x"));
+	QVERIFY(file.open(QIODevice::ReadWrite));
+	QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+}
+
+QStringList names(const Run &run)
+{
+	QStringList result{};
+	const QJsonArray items = run.onlyEvent()[QLatin1String("items")].toArray();
+	for (const auto &item : items) {
+		result += item[QLatin1String("name")].toString();
+	}
+	return result;
+}
+
+} // namespace
+
+void RecentTest::lists_nothing_at_first()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run({QStringLiteral("--recent")});
+	QCOMPARE(run.exitCode, 0);
+	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("recent")},
+				   {QStringLiteral("folder"), sandbox.shortsFolder()},
+				   {QStringLiteral("items"), QJsonArray()}};
+	QCOMPARE(run.onlyEvent(), expected);
+	QVERIFY2(QFile::exists(sandbox.shortsFolder()), "the folder can be opened before the first clip");
+}
+
+void RecentTest::lists_the_ten_newest_shorts_first()
+{
+	const Sandbox sandbox;
+	const QDateTime now = QDateTime::currentDateTime();
+	QStringList expected{};
+	for (int age = 0; age < 12; ++age) {
+		const QString name = QStringLiteral("short %1 é.mp4").arg((age * 7) % 12);
+		writeShort(sandbox, name, now.addSecs(-60 * age));
+		if (age < 10) {
+			expected += name;
+		}
+	}
+	writeShort(sandbox, QStringLiteral("short-now.part"), now.addSecs(60));
+	writeShort(sandbox, QStringLiteral("notes.txt"), now.addSecs(60));
+	const Run run = sandbox.run({QStringLiteral("--recent")});
+	QCOMPARE(names(run), expected);
+	const QJsonObject first = run.onlyEvent()[QLatin1String("items")].toArray().at(0).toObject();
+	QCOMPARE(first[QLatin1String("path")].toString(),
+		 sandbox.shortsFolder() + QLatin1Char('/') + first[QLatin1String("name")].toString());
+}
+
+void RecentTest::settles_equal_times_by_name()
+{
+	const Sandbox sandbox;
+	const QDateTime now = QDateTime::currentDateTime();
+	for (const char *name : {"short-2.mp4", "short-3.mp4", "short-1.mp4"}) {
+		writeShort(sandbox, QLatin1String(name), now);
+	}
+	QCOMPARE(names(sandbox.run({QStringLiteral("--recent")})),
+		 (QStringList{QStringLiteral("short-3.mp4"), QStringLiteral("short-2.mp4"),
+			      QStringLiteral("short-1.mp4")}));
+}
+
+std::unique_ptr<QObject> makeRecentTest()
+{
+	return std::make_unique<RecentTest>();
+}
+
+#include "recent_test.moc"

@@ -1,0 +1,85 @@
+#include "sandbox.hpp"
+
+#include <QDir>
+#include <QJsonDocument>
+
+namespace {
+
+constexpr int runTimeoutMs = 120000;
+
+} // namespace
+
+Sandbox::Sandbox()
+{
+	for (const QString &name : m_environment.keys()) {
+		if (name.startsWith(QStringLiteral("KESTRUNE_"))) {
+			m_environment.remove(name);
+		}
+	}
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), m_folder.path());
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_LINK_MS"), QStringLiteral("0"));
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("0"));
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"), QStringLiteral("0"));
+}
+
+QStringList Sandbox::shortsFolderContent() const
+{
+	return QDir(shortsFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+QString Sandbox::writeFile(const QString &name, const QByteArray &content) const
+{
+	QDir(path()).mkpath(QFileInfo(path(name)).path());
+	QFile file(path(name));
+	const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+	return written ? file.fileName() : QString();
+}
+
+void Sandbox::useTool(const QString &name, const QByteArray &script)
+{
+	const QString file = writeFile(QStringLiteral("tools/") + name, "#!/bin/sh\n" + script + "\n");
+	QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), path(QStringLiteral("tools")));
+}
+
+Run Sandbox::run(const QStringList &arguments) const
+{
+	return runProgram(QStringLiteral(SAMPLE_HELPER), arguments);
+}
+
+std::unique_ptr<QProcess> Sandbox::start(const QStringList &arguments) const
+{
+	return startProgram(QStringLiteral(SAMPLE_HELPER), arguments);
+}
+
+Run Sandbox::runProgram(const QString &program, const QStringList &arguments) const
+{
+	const std::unique_ptr<QProcess> process = startProgram(program, arguments);
+	return finish(*process);
+}
+
+std::unique_ptr<QProcess> Sandbox::startProgram(const QString &program, const QStringList &arguments) const
+{
+	auto process = std::make_unique<QProcess>();
+	process->setProcessEnvironment(m_environment);
+	process->start(program, arguments);
+	return process;
+}
+
+Run finish(QProcess &process)
+{
+	const bool ended = process.waitForFinished(runTimeoutMs) || process.state() == QProcess::NotRunning;
+	Run run{ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+		process.readAllStandardOutput(),
+		process.readAllStandardError(),
+		{}};
+	// Read as the dock reads it: what no newline ends is not there.
+	const QList<QByteArray> lines = run.output.left(run.output.lastIndexOf('\n') + 1).split('\n');
+	for (const QByteArray &line : lines) {
+		const QJsonDocument document = QJsonDocument::fromJson(line.trimmed());
+		if (document.isObject()) {
+			run.events += document.object();
+		}
+	}
+	return run;
+}

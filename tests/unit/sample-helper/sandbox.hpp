@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QList>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// What one run of the helper left behind.
+struct Run {
+	/// -1 after a crash or when it did not end in time.
+	int exitCode{};
+	QByteArray output{};
+	QByteArray diagnostics{};
+	QList<QJsonObject> events{};
+
+	/// The only event of the run; an empty object when there were none or several.
+	QJsonObject onlyEvent() const { return events.size() == 1 ? events.first() : QJsonObject(); }
+};
+
+/// A state folder of its own, gone with the object, and runs of the helper in it.
+class Sandbox {
+public:
+	Sandbox();
+
+	QString path(const QString &name = {}) const { return m_folder.filePath(name); }
+	QString shortsFolder() const { return path(QStringLiteral("Shorts")); }
+	/// The files in the Shorts folder, whatever their kind.
+	QStringList shortsFolderContent() const;
+
+	void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
+	QString writeFile(const QString &name, const QByteArray &content) const;
+	/// Makes an executable shell script in the folder "tools", which the helper then takes ffmpeg from.
+	void useTool(const QString &name, const QByteArray &script);
+
+	Run run(const QStringList &arguments) const;
+	/// Starts the helper and returns at once.
+	std::unique_ptr<QProcess> start(const QStringList &arguments) const;
+	/// Starts another program with the sandbox's environment and waits for its end.
+	Run runProgram(const QString &program, const QStringList &arguments) const;
+
+private:
+	std::unique_ptr<QProcess> startProgram(const QString &program, const QStringList &arguments) const;
+
+	QTemporaryDir m_folder{};
+	QProcessEnvironment m_environment{QProcessEnvironment::systemEnvironment()};
+};
+
+/// Waits for the end of a run that Sandbox::start() began.
+Run finish(QProcess &process);

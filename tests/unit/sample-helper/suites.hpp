@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+std::unique_ptr<QObject> makeCommandLineTest();
+std::unique_ptr<QObject> makeAccountTest();
+std::unique_ptr<QObject> makeClipTest();
+std::unique_ptr<QObject> makeClipFailureTest();
+std::unique_ptr<QObject> makePreviewTest();
+std::unique_ptr<QObject> makeRecentTest();
+std::unique_ptr<QObject> makeChatTest();
+std::unique_ptr<QObject> makeUpdateTest();

@@ -1,0 +1,221 @@
+#include "sandbox.hpp"
+#include "suites.hpp"
+#include "videos.hpp"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+class UpdateTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void offers_nothing_without_a_release();
+	void offers_another_version();
+	void offers_nothing_when_up_to_date();
+	void refuses_a_release_it_cannot_use_data();
+	void refuses_a_release_it_cannot_use();
+	void downloads_with_progress();
+	void takes_its_time();
+	void checks_the_checksum();
+	void reports_a_missing_installer();
+	void reports_a_disk_that_refuses_the_download();
+	void installs_with_the_update_runner();
+	void fails_with_the_update_runner_data();
+	void fails_with_the_update_runner();
+};
+
+namespace {
+
+const QStringList checkSwitch{QStringLiteral("--check-update")};
+const QStringList downloadSwitch{QStringLiteral("--download-update")};
+const QByteArray installerText = R"({"version": "9.1.0", "text": "a sample installer with a few bytes to copy"})";
+const QJsonObject noUpdate{{QStringLiteral("event"), QStringLiteral("update")}, {QStringLiteral("update"), false}};
+
+void offer(const Sandbox &sandbox,
+	   const QByteArray &release =
+		   R"({"version": "9.1.0", "notes": "Faster & \"better\"", "installer": "setup 9.json"})")
+{
+	sandbox.writeFile(QStringLiteral("updates/release.json"), release);
+	sandbox.writeFile(QStringLiteral("updates/setup 9.json"), installerText);
+}
+
+QByteArray contentOf(const QString &path)
+{
+	QFile file(path);
+	return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+} // namespace
+
+void UpdateTest::offers_nothing_without_a_release()
+{
+	const Sandbox sandbox;
+	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
+		const Run run = sandbox.run(arguments);
+		QCOMPARE(run.exitCode, 0);
+		QCOMPARE(run.onlyEvent(), noUpdate);
+	}
+}
+
+void UpdateTest::offers_another_version()
+{
+	const Sandbox sandbox;
+	offer(sandbox);
+	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("update")},
+				   {QStringLiteral("update"), true},
+				   {QStringLiteral("latest"), QStringLiteral("9.1.0")},
+				   {QStringLiteral("notes"), QStringLiteral("Faster & \"better\"")}};
+	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), expected);
+}
+
+void UpdateTest::offers_nothing_when_up_to_date()
+{
+	Sandbox sandbox;
+	offer(sandbox);
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION"), QStringLiteral("9.1.0"));
+	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), noUpdate);
+	QCOMPARE(sandbox.run(downloadSwitch).onlyEvent(), noUpdate);
+	const Sandbox own;
+	offer(own, R"({"version": ")" SAMPLE_HELPER_VERSION R"(", "installer": "setup 9.json"})");
+	QCOMPARE(own.run(checkSwitch).onlyEvent(), noUpdate);
+}
+
+void UpdateTest::refuses_a_release_it_cannot_use_data()
+{
+	QTest::addColumn<QByteArray>("release");
+	QTest::newRow("no JSON") << QByteArray("version 9");
+	QTest::newRow("no version") << QByteArray(R"({"installer": "setup 9.json"})");
+	QTest::newRow("no installer") << QByteArray(R"({"version": "9.1.0"})");
+	QTest::newRow("outside") << QByteArray(R"({"version": "9.1.0", "installer": "../chat.json"})");
+	QTest::newRow("outside, Windows") << QByteArray(R"({"version": "9.1.0", "installer": "..\\chat.json"})");
+	QTest::newRow("parent folder") << QByteArray(R"({"version": "9.1.0", "installer": ".."})");
+}
+
+void UpdateTest::refuses_a_release_it_cannot_use()
+{
+	QFETCH(const QByteArray, release);
+	const Sandbox sandbox;
+	offer(sandbox, release);
+	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
+		const Run run = sandbox.run(arguments);
+		QCOMPARE(run.exitCode, 1);
+		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(
+			QStringLiteral("names no version")));
+	}
+}
+
+void UpdateTest::downloads_with_progress()
+{
+	const Sandbox sandbox;
+	offer(sandbox);
+	const Run run = sandbox.run(downloadSwitch);
+	QCOMPARE(run.exitCode, 0);
+	QVERIFY(run.events.size() > 5);
+	int percent = 0;
+	for (const QJsonObject &event : run.events.first(run.events.size() - 1)) {
+		QCOMPARE(event[QLatin1String("event")].toString(), QStringLiteral("progress"));
+		QCOMPARE(event[QLatin1String("phase")].toString(), QStringLiteral("download"));
+		QVERIFY(event[QLatin1String("percent")].toInt() > percent);
+		percent = event[QLatin1String("percent")].toInt();
+	}
+	QCOMPARE(percent, 100);
+	const QJsonObject last = run.events.last();
+	QCOMPARE(last[QLatin1String("event")].toString(), QStringLiteral("downloaded"));
+	QCOMPARE(last[QLatin1String("latest")].toString(), QStringLiteral("9.1.0"));
+	QCOMPARE(last[QLatin1String("path")].toString(), sandbox.path(QStringLiteral("downloads/setup 9.json")));
+	QCOMPARE(contentOf(last[QLatin1String("path")].toString()), installerText);
+}
+
+void UpdateTest::takes_its_time()
+{
+	Sandbox sandbox;
+	offer(sandbox);
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"), QStringLiteral("400"));
+	QElapsedTimer timer;
+	timer.start();
+	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
+	QVERIFY(timer.elapsed() >= 350);
+}
+
+void UpdateTest::checks_the_checksum()
+{
+	const Sandbox sandbox;
+	const QByteArray release = R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": "%1"})";
+	offer(sandbox, QByteArray(release).replace("%1", QByteArray(64, '0')));
+	const Run bad = sandbox.run(downloadSwitch);
+	QCOMPARE(bad.exitCode, 1);
+	QCOMPARE(bad.events.last()[QLatin1String("error")].toString(),
+		 QStringLiteral("the downloaded installer is damaged."));
+	QCOMPARE(QDir(sandbox.path(QStringLiteral("downloads"))).entryList(QDir::Files).size(), 0);
+
+	const QByteArray sha256 = videos::checksum(sandbox.path(QStringLiteral("updates/setup 9.json"))).toUpper();
+	offer(sandbox, QByteArray(release).replace("%1", sha256));
+	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
+}
+
+void UpdateTest::reports_a_missing_installer()
+{
+	const Sandbox sandbox;
+	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json"})");
+	const Run run = sandbox.run(downloadSwitch);
+	QCOMPARE(run.exitCode, 1);
+	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(QStringLiteral("is missing or empty")));
+}
+
+void UpdateTest::reports_a_disk_that_refuses_the_download()
+{
+	const Sandbox sandbox;
+	offer(sandbox);
+	sandbox.writeFile(QStringLiteral("updates/setup 9.json"), QByteArray(200'000, 'x'));
+	const Run run = sandbox.runProgram(
+		QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 64; exec \"$@\""),
+				       QStringLiteral("sh"), QStringLiteral(SAMPLE_HELPER), downloadSwitch.first()});
+	QCOMPARE(run.exitCode, 1);
+	const QString text = run.events.last()[QLatin1String("error")].toString();
+	QVERIFY2(text.startsWith(QStringLiteral("couldn't save the installer in ")), qPrintable(text));
+	QCOMPARE(QDir(sandbox.path(QStringLiteral("downloads"))).entryList(QDir::Files).size(), 0);
+}
+
+void UpdateTest::installs_with_the_update_runner()
+{
+	Sandbox sandbox;
+	const QString installer = sandbox.writeFile(QStringLiteral("setup ü.json"), installerText);
+	const QString manifest =
+		sandbox.writeFile(QStringLiteral("manifest.json"), R"({"version":"1.0.0","name":"x"})");
+	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
+	QCOMPARE(sandbox.runProgram(QStringLiteral(UPDATE_RUNNER), {installer}).exitCode, 0);
+	QVERIFY(contentOf(manifest).contains("\"version\": \"9.1.0\""));
+	QVERIFY(contentOf(manifest).contains("\"name\": \"x\""));
+}
+
+void UpdateTest::fails_with_the_update_runner_data()
+{
+	QTest::addColumn<QByteArray>("installer");
+	QTest::addColumn<int>("exitCode");
+	QTest::newRow("exit code") << QByteArray(R"({"version": "9.1.0", "exit": 3})") << 3;
+	QTest::newRow("crash") << QByteArray(R"({"version": "9.1.0", "crash": true})") << -1;
+	QTest::newRow("nothing changed") << QByteArray(R"({"version": "9.1.0", "keep": true})") << 0;
+	QTest::newRow("no installer at all") << QByteArray("MZ") << 2;
+}
+
+void UpdateTest::fails_with_the_update_runner()
+{
+	QFETCH(const QByteArray, installer);
+	QFETCH(const int, exitCode);
+	Sandbox sandbox;
+	const QByteArray before = R"({"version":"1.0.0"})";
+	const QString manifest = sandbox.writeFile(QStringLiteral("manifest.json"), before);
+	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
+	const QString path = sandbox.writeFile(QStringLiteral("setup.json"), installer);
+	QCOMPARE(sandbox.runProgram(QStringLiteral(UPDATE_RUNNER), {path}).exitCode, exitCode);
+	QCOMPARE(contentOf(manifest), before);
+}
+
+std::unique_ptr<QObject> makeUpdateTest()
+{
+	return std::make_unique<UpdateTest>();
+}
+
+#include "update_test.moc"

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+/// Small replays, made once per test run with ffmpeg.
+namespace videos {
+
+/// Four seconds of 320x180 at 25 frames per second with sound: red on the left, blue on the right, and green where a
+/// camera is expected.
+QString regions();
+
+/// Six seconds with sound: four black, then two white.
+QString blackThenWhite();
+
+/// Two seconds of a moving picture without any sound.
+QString silent();
+
+/// What ffprobe tells of a file.
+struct Details {
+	int width{};
+	int height{};
+	QString videoCodec{};
+	QString pixelFormat{};
+	/// Empty without sound.
+	QString audioCodec{};
+	double durationSeconds{};
+};
+
+/// All zero if the file cannot be read.
+Details details(const QString &path);
+
+/// The brightness of every frame, 0 to 255.
+QList<int> brightness(const QString &path);
+
+/// The first frame, three bytes (red, green, blue) per pixel.
+QByteArray firstFrame(const QString &path);
+
+/// Whether the index lies in front of the pictures, so that playing can begin before all is loaded.
+bool isFastStart(const QString &path);
+
+/// Runs ffmpeg and returns its standard output.
+QByteArray ffmpeg(const QStringList &arguments);
+
+QByteArray checksum(const QString &path);
+
+} // namespace videos
