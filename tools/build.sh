@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# build.sh PRESET: configures and builds one CMake preset in build/PRESET. Runs in the build root.
+set -euo pipefail
+
+preset=$1
+build_dir=build/$preset
+made_in="$KESTRUNE_ROOT_ID in $PWD"
+
+# Object files of one root do not fit another's headers and libraries.
+if [[ -d $build_dir && $(cat "$build_dir/.made-in" 2>/dev/null) != "$made_in" ]]; then
+	rm -rf "$build_dir"
+fi
+mkdir -p "$build_dir"
+printf '%s\n' "$made_in" >"$build_dir/.made-in"
+
+cmake --preset "$preset"
+cmake --build --preset "$preset"

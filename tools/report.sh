@@ -1,0 +1,28 @@
+# shellcheck shell=bash
+# What a person sees of the set-up: one line per step, and the reason when one fails.
+
+# Goes to the error stream, so that the output of `./run shell COMMAND` stays the command's own.
+say()
+{
+	printf '%s\n' "$*" >&2
+}
+
+fail()
+{
+	say "run: $*"
+	exit 1
+}
+
+# step TEXT ADVICE COMMAND...: runs a set-up command with its output kept in $setup_log.
+step()
+{
+	local text=$1 advice=$2
+	shift 2
+	say "$text…"
+	if "$@" >>"$setup_log" 2>&1 </dev/null; then
+		return
+	fi
+	say "The last lines of $setup_log:"
+	tail -n 15 "$setup_log" | sed 's/^/    /' >&2
+	fail "failed: $text. $advice"
+}

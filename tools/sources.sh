@@ -1,0 +1,20 @@
+# shellcheck shell=bash
+# The files that formatting and checks are about.
+
+# Prints our C++ files, tracked or new, each ended by a NUL.
+cpp_sources()
+{
+	git ls-files -z --cached --others --exclude-standard -- '*.cpp' '*.hpp' '*.h'
+}
+
+# Prints our shell scripts that people or other scripts call, each ended by a NUL. Those that are only sourced
+# make sense, to people and to shellcheck, in the scripts that source them.
+shell_scripts()
+{
+	local script
+	while IFS= read -r -d '' script; do
+		if [[ -x $script ]]; then
+			printf '%s\0' "$script"
+		fi
+	done < <(git ls-files -z --cached --others --exclude-standard -- run .ci/run '*.sh')
+}
