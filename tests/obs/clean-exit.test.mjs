@@ -1,0 +1,45 @@
+// The module must not keep OBS from ending, crash it on the way out, or leak, whatever its helper runs are doing.
+
+import assert from "node:assert/strict";
+import { after, before, describe, it } from "node:test";
+import { waitFor } from "../../tools/obs/wait.mjs";
+import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
+import { standInHelper, TestSession } from "./support/test-session.mjs";
+
+describe("the end of OBS", () => {
+  let test;
+  let ownLeaks;
+
+  before(async () => {
+    ownLeaks = await countLeaksWithoutModule();
+  });
+  after(() => test?.close());
+
+  it("is clean when all helper runs have ended", async () => {
+    test = await TestSession.create("exit-idle", { helper: standInHelper("recording-helper") });
+    await test.startObs();
+    await waitFor("the first list of recent clips", async () => (await test.helperCalls("--recent")).length > 0);
+    await test.waitForIdleHelper();
+    assertCleanEnd(await test.stopObs(), ownLeaks);
+    await test.close();
+  });
+
+  it("is clean with talking, half-spoken and silent helper runs in flight", async () => {
+    test = await TestSession.create("exit-with-runs", { helper: standInHelper("endless-helper") });
+    await test.startObs();
+    await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
+    await test.dock.click({ text: "Connect account" });
+    const processes = await waitFor("runs of each kind", async () => {
+      const runs = (await test.notes("helper-runs")).map((line) => line.split(" "));
+      const kinds = new Set(runs.map(([command]) => command));
+      return ["--status", "--recent", "--link"].every((kind) => kinds.has(kind)) && runs;
+    });
+    assertCleanEnd(await test.stopObs(), ownLeaks);
+
+    // A process that is gone cannot be signalled.
+    for (const [command, pid] of processes) {
+      assert.throws(() => process.kill(Number(pid), 0), { code: "ESRCH" }, `${command} still runs`);
+    }
+    await test.close();
+  });
+});

@@ -1,0 +1,56 @@
+// A clip hotkey that one of OBS's own hotkeys uses already: the user is warned, and gets what he asked for.
+
+import assert from "node:assert/strict";
+import { after, before, describe, it } from "node:test";
+import { waitFor } from "../../tools/obs/wait.mjs";
+import { errorColour } from "./support/dock.mjs";
+import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+
+describe("a clip hotkey in conflict with another", () => {
+  let test;
+
+  before(async () => {
+    test = await TestSession.create("hotkey-conflict", { helper: standInHelper("linked-helper") });
+    await test.session.home.changeSceneCollection(({ modules }) => delete modules.kestrune_hotkey);
+    await test.session.home.changeProfile((profile) => {
+      const bindings = { bindings: [clipHotkey.record] };
+      profile.Hotkeys = { "OBSBasic.StartRecording": JSON.stringify(bindings) };
+    });
+    await test.switchReplayBufferOn();
+    await test.startObs();
+    await test.waitForReadiness();
+    await test.dock.click({ name: "hotkeySectionToggle" });
+  });
+  after(() => test?.close());
+
+  it("is told before the click on the suggestion", async () => {
+    const offer = await test.dock.waitForWidget({ text: "Use Ctrl+Shift+C (in use!)", visible: true });
+    assert.equal(offer.toolTip, "Warning: Ctrl+Shift+C is already used by Start Recording");
+    await test.session.screenshot("1-offer", await test.dock.area());
+  });
+
+  it("is told in red after it, and set all the same", async () => {
+    await test.dock.click({ text: "Use Ctrl+Shift+C (in use!)" });
+    await test.dock.waitForStatus(
+      'Hotkey set: Ctrl+Shift+C, but it is also used by "Start Recording"; both will fire. ' +
+        "Pick another with Set hotkey.",
+      errorColour,
+    );
+    await test.dock.waitForWidget({ name: "hotkeyLabel", text: "Hotkey: Ctrl+Shift+C" });
+    assert.equal((await test.dock.widget({ text: "Use Ctrl+Shift+C (in use!)" })).visible, false);
+    await test.session.screenshot("2-set", await test.dock.area());
+  });
+
+  it("fires together with the other", async () => {
+    await test.session.input.press(...clipHotkey.keys);
+    await waitFor("a clip", async () => (await test.helperCalls("--process")).length === 1);
+    const isRecording = async () => (await test.websocket.call("GetRecordStatus")).outputActive;
+    await waitFor("the recording", isRecording);
+    await test.websocket.call("StopRecord");
+    await waitFor("the end of the recording", async () => !(await isRecording()));
+  });
+
+  it("lets OBS end cleanly", async () => {
+    assert.equal((await test.stopObs()).exitCode, 0);
+  });
+});

@@ -1,0 +1,151 @@
+// A remote control at work: obs-websocket's vendor requests, sent by a client that knows nothing of this module.
+
+import assert from "node:assert/strict";
+import { after, before, describe, it } from "node:test";
+import { sleep, waitFor } from "../../tools/obs/wait.mjs";
+import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
+import { errorColour } from "./support/dock.mjs";
+import { assertShort } from "./support/shorts.mjs";
+import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+
+const secondBinding = { shift: false, control: false, alt: true, command: false, key: "OBS_KEY_F7" };
+
+describe("a remote control of OBS with the module", () => {
+  let test;
+  let ownLeaks;
+
+  before(async () => {
+    ownLeaks = await countLeaksWithoutModule();
+    test = await TestSession.create("remote-control", { helper: standInHelper("recording-helper") });
+    await test.switchReplayBufferOn();
+    await bindClipHotkey();
+    await test.startObs();
+  });
+  after(() => test?.close());
+
+  function vendorRequest(requestType, vendorName = "Kestrune") {
+    return test.websocket.call("CallVendorRequest", { vendorName, requestType });
+  }
+
+  async function answerTo(requestType) {
+    return (await vendorRequest(requestType)).responseData;
+  }
+
+  async function waitForReplayBuffer() {
+    const isOn = async () => (await test.websocket.call("GetReplayBufferStatus")).outputActive;
+    await waitFor("the Replay Buffer", isOn);
+  }
+
+  function bindClipHotkey(...records) {
+    return test.session.home.changeSceneCollection(({ modules }) => {
+      modules.kestrune_hotkey = records;
+    });
+  }
+
+  async function restartWithBindings(...records) {
+    assert.equal((await test.stopObs()).exitCode, 0);
+    await bindClipHotkey(...records);
+    await test.startObs();
+  }
+
+  it("is told of in exactly one line of the log", () => {
+    const lines = test.session.obs.lines().filter((line) => line.includes("[kestrune] obs-websocket"));
+    assert.deepEqual(lines, [
+      'info: [kestrune] obs-websocket vendor "Kestrune" registered (ClipThat, GetStatus)',
+    ]);
+  });
+
+  it("gets the status, with an empty hotkey when none is bound", async () => {
+    const { vendorName, requestType, responseData } = await vendorRequest("GetStatus");
+    assert.deepEqual({ vendorName, requestType }, { vendorName: "Kestrune", requestType: "GetStatus" });
+    assert.deepEqual(responseData, { version: "1.0.6", dock: true, replay_buffer_active: false, hotkey: "" });
+  });
+
+  it("gets obs-websocket's own error for a request or a vendor that does not exist", async () => {
+    const resourceNotFound = { code: 600 };
+    await assert.rejects(vendorRequest("clipthat"), resourceNotFound);
+    await assert.rejects(vendorRequest("GetStatus", "kestrune"), resourceNotFound);
+  });
+
+  it("gets every answer to a thousand requests, one by one and all at once", async () => {
+    const expected = await answerTo("GetStatus");
+    for (let count = 0; count < 1000; count += 1) {
+      assert.deepEqual(await answerTo("GetStatus"), expected);
+    }
+    const answers = await Promise.all(Array.from({ length: 1000 }, () => answerTo("GetStatus")));
+    assert.deepEqual(answers, Array(1000).fill(expected));
+  });
+
+  it("starts the linking of the account when there is none", async () => {
+    assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
+    await test.dock.waitForWidget({ class: "QLabel", text: "Connected as @sample" });
+    assert.equal((await test.helperCalls("--link")).length, 1);
+    await waitForReplayBuffer();
+  });
+
+  it("makes a Short with the Replay Buffer on", async () => {
+    await test.dock.waitForWidget({ name: "clipBtn", enabled: true });
+    // Enough for a whole Short; the buffer offers no look inside, and it fills at the speed of time.
+    await sleep(4000);
+    assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: true });
+    await test.dock.waitForStatus(/^Your Short is ready: .*\.mp4/, undefined, 90_000);
+    const runs = await test.helperCalls("--process");
+    assert.equal(runs.length, 1);
+    const shorts = await test.finishedShorts();
+    assert.equal(shorts.length, 1);
+    await assertShort(shorts[0], runs[0][1], 30);
+  });
+
+  it("switches a stopped Replay Buffer on, and makes no Short of that request", async () => {
+    await test.websocket.call("StopReplayBuffer");
+    // Until OBS itself says so, it is still busy stopping and would start nothing.
+    await test.dock.waitForStatus(/^Replay Buffer stopped\./, errorColour);
+    assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
+    await waitForReplayBuffer();
+    await test.dock.waitForStatus("Replay Buffer on. Ready to clip.");
+    assert.equal((await answerTo("GetStatus")).replay_buffer_active, true);
+    assert.equal((await test.helperCalls("--process")).length, 1);
+  });
+
+  it("gets the text of one binding", async () => {
+    await restartWithBindings(clipHotkey.record);
+    assert.equal((await answerTo("GetStatus")).hotkey, "Ctrl+Shift+C");
+  });
+
+  it("gets the texts of two bindings, joined", async () => {
+    await restartWithBindings(clipHotkey.record, secondBinding);
+    assert.equal((await answerTo("GetStatus")).hotkey, "Ctrl+Shift+C, Alt+F7");
+  });
+
+  it("may go on asking until OBS has ended", async () => {
+    await waitForReplayBuffer();
+    // A client's call never returns once the connection has gone.
+    const closed = new Promise((resolve) => test.websocket.once("ConnectionClosed", () => resolve("closed")));
+    let answers = 0;
+    const askOnAndOn = async (requestType) => {
+      for (;;) {
+        const outcome = await Promise.race([answerTo(requestType).then(() => "answer", outcomeOfError), closed]);
+        if (outcome === "closed") {
+          return;
+        }
+        answers += outcome === "answer" ? 1 : 0;
+      }
+    };
+    const asking = Promise.all(["GetStatus", "GetStatus", "ClipThat"].map(askOnAndOn));
+    await waitFor("a stream of answers", () => answers > 300);
+    // Not `stopObs`, which hangs up first.
+    const [end] = await Promise.all([test.session.obs.stop(), asking]);
+    assertCleanEnd(end, ownLeaks);
+  });
+});
+
+/** What obs-websocket itself makes of a request while OBS ends: "notReady" or "closed". Other errors are thrown. */
+function outcomeOfError(error) {
+  if (error.code === 207) {
+    return "notReady";
+  }
+  if (error.message === "Not connected") {
+    return "closed";
+  }
+  throw error;
+}

@@ -1,0 +1,16 @@
+// obs-websocket, seen from a remote control.
+
+import OBSWebSocket from "obs-websocket-js";
+import { waitFor } from "../../../tools/obs/wait.mjs";
+
+/** Connects to the obs-websocket server on this machine's `port`, waiting until it listens. */
+export async function connectWebsocket(port) {
+  const client = new OBSWebSocket();
+  await waitFor(`obs-websocket on port ${port}`, () =>
+    client.connect(`ws://127.0.0.1:${port}`).then(
+      () => true,
+      () => false,
+    ),
+  );
+  return client;
+}
