@@ -119,6 +119,8 @@ private Q_SLOTS:
 		writePreferences(R"({"hotkey": [{"key": "OBS_KEY_F7"}]})");
 		loadFromObs("{}");
 		QCOMPARE(bindings(), QStringList{u"0 OBS_KEY_F2"_s});
+		loadFromObs(R"({"kestrune_hotkey": []})");
+		QCOMPARE(bindings(), QStringList{u"0 OBS_KEY_F2"_s});
 	}
 
 	void anUnusableFileLeavesItUnbound_data()
