@@ -76,13 +76,23 @@ export class Dock {
 
   /** Opens the list of such a box and clicks on the entry with the text. */
   async choose(wanted, text) {
-    await this.click(wanted);
-    await this.waitForWidget({ ...wanted, open: true });
-    await sleep(openListPauseMs);
-    const { items } = await this.widget(wanted);
-    const { x, y } = centre(items.find((item) => item.text === text));
+    const { x, y } = centre((await this.#openList(wanted)).find((item) => item.text === text));
     await this.#input.click(x, y);
     await this.waitForWidget({ ...wanted, open: false, current: text });
+  }
+
+  /** Opens the list of such a box and returns its entries. */
+  async #openList(wanted) {
+    return waitFor(`the list of ${describe(wanted)} to stay open`, async () => {
+      // On a busy machine Qt may see the end of the click so late that it takes it for the choice of an entry.
+      if (!(await this.widget(wanted))?.open) {
+        await this.click(wanted);
+        await this.waitForWidget({ ...wanted, open: true });
+      }
+      await sleep(openListPauseMs);
+      const { open, items } = await this.widget(wanted);
+      return open && items;
+    });
   }
 
   /** The part of the screen that shows the dock, without the empty space below its last section. */
