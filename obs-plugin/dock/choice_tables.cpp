@@ -1,6 +1,7 @@
 #include <QComboBox>
 
 #include "dock/choice_tables.hpp"
+#include "dock/shown_text.hpp"
 
 #include <algorithm>
 
@@ -27,7 +28,7 @@ void refillChoices(QComboBox *box, ChoiceTable table, const QStringList &keys, c
 	const QString previousKey = currentKey(box);
 	box->clear();
 	for (const QString &key : keys)
-		box->addItem(displayName(table, key), key);
+		box->addItem(shownText(displayName(table, key)), key);
 	box->setCurrentIndex(0);
 	selectByKey(box, desiredKey.isEmpty() ? previousKey : desiredKey);
 }

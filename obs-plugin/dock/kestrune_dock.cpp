@@ -14,6 +14,7 @@
 #include "dock/choice_tables.hpp"
 #include "dock/dock_section.hpp"
 #include "dock/kestrune_dock.hpp"
+#include "dock/long_text_label.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "module/dock_access.hpp"
 #include "update/elevated_process.hpp"
@@ -94,7 +95,7 @@ void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
 			       "QPushButton:disabled{background:#333;color:#888}"));
 	mainLayout->addWidget(clipButton_);
 
-	status_ = new QLabel;
+	status_ = new LongTextLabel;
 	status_->setObjectName(QStringLiteral("status"));
 	status_->setWordWrap(true);
 	setStatus(QStringLiteral("Starting…"), false);
@@ -134,7 +135,7 @@ void KestruneDock::buildAccountRow(QVBoxLayout *content)
 {
 	auto *row = new QHBoxLayout;
 	row->setSpacing(4);
-	accountLabel_ = new QLabel(QStringLiteral("Not connected"));
+	accountLabel_ = new LongTextLabel(QStringLiteral("Not connected"));
 	accountLabel_->setWordWrap(true);
 	row->addWidget(accountLabel_, 1);
 	connectButton_ = new QPushButton(QStringLiteral("Connect account"));
@@ -228,7 +229,7 @@ void KestruneDock::buildChatSection(QVBoxLayout *content)
 	chatCap_->setValue(10);
 	chatCap_->setSpecialValueText(QStringLiteral("No cap"));
 	auto *saveButton = new QPushButton(QStringLiteral("Save chat settings"));
-	chatState_ = new QLabel(QStringLiteral("Off. Connect your Twitch-linked account to use it."));
+	chatState_ = new LongTextLabel(QStringLiteral("Off. Connect your Twitch-linked account to use it."));
 	chatState_->setWordWrap(true);
 	chatState_->setOpenExternalLinks(true);
 	chatState_->setTextFormat(Qt::RichText);

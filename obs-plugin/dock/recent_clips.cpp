@@ -4,6 +4,7 @@
 #include <QUrl>
 
 #include "dock/kestrune_dock.hpp"
+#include "dock/shown_text.hpp"
 
 void KestruneDock::refreshRecent()
 {
@@ -20,9 +21,9 @@ void KestruneDock::showRecent(const QJsonObject &event)
 	const QJsonArray clips = event[u"items"].toArray();
 	for (const QJsonValue &clip : clips) {
 		const QString path = clip[u"path"].toString();
-		auto *item = new QListWidgetItem(clip[u"name"].toString());
+		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
 		item->setData(Qt::UserRole, path);
-		item->setToolTip(path);
+		item->setToolTip(shownText(path));
 		recentList_->addItem(item);
 	}
 

@@ -2,6 +2,7 @@
 #include <QPushButton>
 
 #include "dock/kestrune_dock.hpp"
+#include "dock/shown_text.hpp"
 #include "helper/helper_locator.hpp"
 #include "update/update_texts.hpp"
 
@@ -30,8 +31,8 @@ void KestruneDock::setUpdateState(const QString &state, const QString &text)
 	updateState_ = state;
 	const bool isError = state == u"error";
 	setUpdateButtonStyle(isError);
-	updateButton_->setText(text);
-	updateButton_->setToolTip(text);
+	updateButton_->setText(shownText(text));
+	updateButton_->setToolTip(shownText(text));
 	updateButton_->setVisible(true);
 	updateButton_->setEnabled(state == u"available" || isError);
 	setStatus(text, isError);
@@ -54,13 +55,13 @@ void KestruneDock::onUpdateCheckEvent(const QJsonObject &event)
 
 	// Not through setUpdateState: an offer leaves the status line alone, and its tool tip is the release notes.
 	latestVersion_ = event[u"latest"].toString();
-	updateButton_->setToolTip(event[u"notes"].toString());
+	updateButton_->setToolTip(shownText(event[u"notes"].toString()));
 	updateState_ = QStringLiteral("available");
 	setUpdateButtonStyle(false);
-	updateButton_->setText(availableText(latestVersion_));
+	updateButton_->setText(shownText(availableText(latestVersion_)));
 	updateButton_->setEnabled(true);
 	updateButton_->setVisible(true);
-	Q_EMIT updateStateChanged(QStringLiteral("available"), updateButton_->text());
+	Q_EMIT updateStateChanged(QStringLiteral("available"), availableText(latestVersion_));
 }
 
 void KestruneDock::installUpdate()

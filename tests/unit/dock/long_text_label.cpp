@@ -1,0 +1,51 @@
+#include <QTest>
+
+#include "dock/long_text_label.hpp"
+#include "dock/shown_text.hpp"
+
+using namespace Qt::StringLiterals;
+
+class LongTextLabelTest : public QObject {
+	Q_OBJECT
+
+	static QImage picture(QWidget &widget)
+	{
+		widget.resize(200, 300);
+		return widget.grab().toImage();
+	}
+
+private Q_SLOTS:
+	void looksLikeALabelWithTheBeginningOfItsText_data()
+	{
+		QTest::addColumn<QString>("text");
+		QTest::addColumn<Qt::TextFormat>("format");
+		QTest::newRow("none") << QString() << Qt::AutoText;
+		QTest::newRow("short") << u"Ready. Press Clip that."_s << Qt::AutoText;
+		QTest::newRow("longest that is whole") << u"word "_s.repeated(longestShownText / 5) << Qt::AutoText;
+		QTest::newRow("a megabyte of words") << u"word "_s.repeated(200'000) << Qt::AutoText;
+		QTest::newRow("a megabyte of markup") << u"<b>word</b> "_s.repeated(80'000) << Qt::RichText;
+	}
+	void looksLikeALabelWithTheBeginningOfItsText()
+	{
+		QFETCH(QString, text);
+		QFETCH(Qt::TextFormat, format);
+		LongTextLabel label;
+		QLabel expected;
+		for (QLabel *each : {static_cast<QLabel *>(&label), &expected}) {
+			each->setWordWrap(true);
+			each->setTextFormat(format);
+			each->setStyleSheet(u"color:#ff6b81"_s);
+		}
+		label.setText(text);
+		expected.setText(shownText(text));
+
+		QCOMPARE(label.text(), text);
+		QCOMPARE(label.sizeHint(), expected.sizeHint());
+		QCOMPARE(label.minimumSizeHint(), expected.minimumSizeHint());
+		QCOMPARE(label.heightForWidth(150), expected.heightForWidth(150));
+		QCOMPARE(picture(label), picture(expected));
+	}
+};
+
+QTEST_MAIN(LongTextLabelTest)
+#include "long_text_label.moc"

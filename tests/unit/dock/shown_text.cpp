@@ -1,0 +1,25 @@
+#include <QTest>
+
+#include "dock/shown_text.hpp"
+
+using namespace Qt::StringLiterals;
+
+class ShownTextTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void isWholeUpToTheLimit()
+	{
+		QCOMPARE(shownText(QString()), QString());
+		const QString longest(longestShownText, u'w');
+		QCOMPARE(shownText(longest), longest);
+	}
+	void isCutBeyondTheLimit()
+	{
+		QCOMPARE(shownText(QString(longestShownText + 1, u'w')), QString(longestShownText, u'w') + u'…');
+		QCOMPARE(shownText(QString(1 << 20, u'w')).size(), longestShownText + 1);
+	}
+};
+
+QTEST_APPLESS_MAIN(ShownTextTest)
+#include "shown_text.moc"
