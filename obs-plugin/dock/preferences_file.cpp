@@ -10,18 +10,21 @@
 #include <util/platform.h>
 #include <util/util.hpp>
 
+#include <optional>
+
 namespace {
 constexpr const char *temporarySuffix = "tmp";
 constexpr const char *backupSuffix = "bak";
 
-/// The file's members as they stand there. libobs's own objects would not do for the keys of others: they drop array
-/// elements that are not objects.
-QJsonObject membersOf(const QString &path)
+/// The file's members as they stand there; nothing when Qt cannot read it. libobs's own objects would not do for the
+/// keys of others: they drop array elements that are not objects.
+std::optional<QJsonObject> membersOf(const QString &path)
 {
 	QFile file(path);
 	if (!file.open(QIODevice::ReadOnly))
-		return {};
-	return QJsonDocument::fromJson(file.readAll()).object();
+		return std::nullopt;
+	const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+	return document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
 } // namespace
 
@@ -48,16 +51,23 @@ void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
 
 	QDir().mkpath(QFileInfo(path).absolutePath());
 	// An unreadable file is replaced by its backup here, so that it does not become the next backup.
-	const bool readable = readPreferences() != nullptr;
-	QJsonObject members = readable ? membersOf(path) : QJsonObject();
-
+	const OBSDataAutoRelease present = readPreferences();
 	const OBSDataAutoRelease changed = obs_data_create();
 	change(changed);
+
+	std::optional<QJsonObject> members = present ? membersOf(path) : QJsonObject();
+	if (!members) {
+		// libobs also reads what Qt does not: null bytes after the end, nesting deeper than 1024.
+		obs_data_apply(present, changed);
+		obs_data_save_json_safe(present, path.toUtf8().constData(), temporarySuffix, backupSuffix);
+		return;
+	}
+
 	const QJsonObject changedMembers = QJsonDocument::fromJson(obs_data_get_json(changed)).object();
 	for (auto member = changedMembers.begin(); member != changedMembers.end(); ++member)
-		members.insert(member.key(), member.value());
+		members->insert(member.key(), member.value());
 
-	const QByteArray json = QJsonDocument(members).toJson();
+	const QByteArray json = QJsonDocument(*members).toJson();
 	os_quick_write_utf8_file_safe(path.toUtf8().constData(), json.constData(), static_cast<size_t>(json.size()),
 				      false, temporarySuffix, backupSuffix);
 }

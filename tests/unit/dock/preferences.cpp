@@ -6,6 +6,8 @@
 #include "host/dock_test.hpp"
 #include "host/hotkeys.hpp"
 
+#include <obs.hpp>
+
 /// The preferences file: read once when the dock is built, rewritten at every choice.
 class PreferencesTest : public DockTest {
 	Q_OBJECT
@@ -170,6 +172,29 @@ private Q_SLOTS:
 		QCOMPARE(after[u"style"_s].toString(), u"clean"_s);
 		QCOMPARE(after[u"seconds"_s].toInt(), 120);
 		QCOMPARE(after.size(), 8);
+	}
+
+	void otherKeysStayInAFileThatOnlyLibobsReads_data()
+	{
+		QTest::addColumn<QByteArray>("text");
+		const QByteArray members = "{\"hotkey_offered\": true, \"theirs\": \"kept\"";
+		QTest::newRow("null bytes after the end") << members + "}\n" + QByteArray(64, '\0');
+		QTest::newRow("nested deep")
+			<< members + ", \"deep\": " + QByteArray(1500, '[') + QByteArray(1500, ']') + "}";
+	}
+	void otherKeysStayInAFileThatOnlyLibobsReads()
+	{
+		QFETCH(QByteArray, text);
+		if (const OBSDataAutoRelease readable = obs_data_create_from_json(text.constData()); !readable)
+			QSKIP("not read by this libobs either");
+		writePreferences(text);
+		QVERIFY(load());
+		choose(u"style"_s, u"meme"_s);
+		const OBSDataAutoRelease saved = obs_data_create_from_json_file(preferencesPath().toUtf8().constData());
+		QVERIFY(saved);
+		QCOMPARE(obs_data_get_string(saved, "style"), "meme");
+		QCOMPARE(obs_data_get_string(saved, "theirs"), "kept");
+		QVERIFY(obs_data_get_bool(saved, "hotkey_offered"));
 	}
 
 	void thePreviousFileBecomesTheBackup()
