@@ -3,9 +3,10 @@ add_library(kestrune_options INTERFACE)
 
 if(MSVC)
   target_compile_options(
-    kestrune_options INTERFACE /W3 /utf-8 /permissive- /MP /Zc:__cplusplus /Zc:preprocessor /Zc:char8_t-
+    kestrune_options INTERFACE /W3 /utf-8 /permissive- /MP /Zc:__cplusplus /Zc:preprocessor /Zc:char8_t- /Brepro
   )
-  target_compile_definitions(kestrune_options INTERFACE UNICODE _UNICODE)
+  target_link_options(kestrune_options INTERFACE /Brepro)
+  target_compile_definitions(kestrune_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 else()
   target_compile_options(
     kestrune_options

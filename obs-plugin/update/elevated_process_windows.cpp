@@ -6,6 +6,8 @@
 
 #include <shellapi.h>
 
+#include <string>
+
 ElevatedProcess::~ElevatedProcess()
 {
 	CloseHandle(handle_);

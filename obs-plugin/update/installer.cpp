@@ -5,12 +5,9 @@
 #include "dock/kestrune_dock.hpp"
 #include "helper/hidden_process.hpp"
 #include "update/elevated_process.hpp"
+#include "update/installer_limit.hpp"
 #include "update/manifest.hpp"
 #include "update/update_texts.hpp"
-
-namespace {
-constexpr qint64 installerLimit_ms = 15 * 60 * 1000;
-} // namespace
 
 void KestruneDock::runInstaller(const QString &installerPath)
 {
@@ -51,7 +48,7 @@ void KestruneDock::pollInstaller()
 		installer_.reset();
 		installerTimer_->stop();
 		installerFinished(*exitCode);
-	} else if (installStarted_.hasExpired(installerLimit_ms)) {
+	} else if (installerTookTooLong(installStarted_.elapsed())) {
 		installerTimer_->stop();
 		installer_.reset(); // the installer itself may still finish
 		setUpdateState(QStringLiteral("error"), installerTimedOutText());

@@ -4,6 +4,10 @@
 # Programs in the root keep their caches and settings here, never in the person's own home.
 root_home=$cache/home
 
+# More folders that commands in the root see under the same path.
+extra_writable=()
+extra_readable=()
+
 bwrap_works()
 {
 	command -v bwrap >/dev/null &&
@@ -38,8 +42,8 @@ collect_environment()
 # Fills `writable` and `readable`: the machine's files and folders that the root shows under the same path.
 collect_shared_paths()
 {
-	writable=("$checkout" "$root_home")
-	readable=()
+	writable=("$checkout" "$root_home" "${extra_writable[@]}")
+	readable=("${extra_readable[@]}")
 	local path candidates=(/etc/resolv.conf /etc/hosts /etc/passwd /etc/group
 		"${SSL_CERT_FILE:-}" "${NODE_EXTRA_CA_CERTS:-}" "${npm_config_cafile:-}")
 	# Worktrees keep their git data outside of the checkout.

@@ -40,6 +40,21 @@ choose_entrance()
 	fi
 }
 
+# Makes the selected root unless it is there, and readies it to be entered.
+use_root()
+{
+	if [[ ! -d $root ]]; then
+		install_packages "under a minute" mmdebstrap bubblewrap uidmap mount
+		make_root
+	fi
+	if ! choose_entrance; then
+		install_packages "under a minute" bubblewrap proot
+		choose_entrance || fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
+	fi
+	touch "$root"
+	root_id=$(<"$root/etc/kestrune-root")
+}
+
 # After this, in_root works. Sets `entrance` and `root_id`.
 prepare_root()
 {
@@ -56,13 +71,17 @@ prepare_root()
 			use_machine
 			return
 		fi
-		install_packages "under a minute" mmdebstrap bubblewrap uidmap mount
-		make_root
 	fi
-	if ! choose_entrance; then
-		install_packages "under a minute" bubblewrap proot
-		choose_entrance || fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
+	use_root
+}
+
+# Changes to the root for the Windows tests; `libobs_headers` are those of the root or machine that was in use.
+prepare_windows_root()
+{
+	libobs_headers=/usr/include/obs
+	if [[ $entrance != directly ]]; then
+		libobs_headers=$root$libobs_headers
 	fi
-	touch "$root"
-	root_id=$(<"$root/etc/kestrune-root")
+	select_root trixie tools/root/windows-packages.txt
+	use_root
 }

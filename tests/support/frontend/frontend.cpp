@@ -91,7 +91,8 @@ void obs_frontend_replay_buffer_stop()
 char *obs_frontend_get_last_replay()
 {
 	++frontend().lastReplayQueries;
-	return frontend().lastReplay ? bstrdup(frontend().lastReplay->constData()) : nullptr;
+	const std::optional<QByteArray> &path = frontend().lastReplay;
+	return path ? bstrdup(path->constData()) : nullptr;
 }
 
 config_t *obs_frontend_get_profile_config()

@@ -5,7 +5,8 @@
 #include <array>
 
 namespace {
-const std::array schemes{QStringLiteral("file"), QStringLiteral("http"), QStringLiteral("https")};
+// The last: addresses that name none.
+const std::array schemes{QStringLiteral("file"), QStringLiteral("http"), QStringLiteral("https"), QString()};
 } // namespace
 
 OpenedUrls::OpenedUrls()

@@ -15,7 +15,12 @@ public:
 	const QList<QUrl> &list() const { return urls_; }
 
 private Q_SLOTS:
-	void open(const QUrl &url) { urls_ << url; }
+	void open(const QUrl &url)
+	{
+		// There is nothing at an empty address.
+		if (url.isValid())
+			urls_ << url;
+	}
 
 private:
 	QList<QUrl> urls_{};

@@ -1,8 +1,13 @@
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include "host/stand_in_helper.hpp"
+
+#include <filesystem>
+#include <system_error>
 
 HelperScript &HelperScript::add(const QString &action, QJsonObject step)
 {
@@ -41,6 +46,17 @@ HelperScript &HelperScript::flood(const QByteArray &bytes)
 	return add(QStringLiteral("flood"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())}});
 }
 
+HelperScript &HelperScript::repeat(const QByteArray &bytes, int count)
+{
+	return add(QStringLiteral("repeat"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())},
+					      {QStringLiteral("count"), count}});
+}
+
+HelperScript &HelperScript::closeOutput()
+{
+	return add(QStringLiteral("close output"));
+}
+
 HelperScript &HelperScript::hang()
 {
 	return add(QStringLiteral("hang"));
@@ -77,8 +93,15 @@ void StandInHelper::on(const QString &command, const HelperScript &script) const
 		qFatal("cannot write %s", qUtf8Printable(beside));
 	file.write(QJsonDocument(script.steps()).toJson());
 	file.close();
-	QFile::remove(path);
-	file.rename(path);
+
+	// Runs see the old script or the new one, whole. Windows replaces no file that one of them is just reading.
+	const QDeadlineTimer deadline(10000);
+	std::error_code failure{};
+	do {
+		std::filesystem::rename(file.filesystemFileName(), QFileInfo(path).filesystemFilePath(), failure);
+	} while (failure && !deadline.hasExpired());
+	if (failure)
+		qFatal("cannot write %s", qUtf8Printable(path));
 }
 
 void StandInHelper::open(const QString &gate) const

@@ -17,6 +17,9 @@ public:
 	HelperScript &pause(int time_ms);
 	/// Writes `bytes` again and again until nobody reads them.
 	HelperScript &flood(const QByteArray &bytes);
+	HelperScript &repeat(const QByteArray &bytes, int count);
+	/// Closes standard output; the run lives on.
+	HelperScript &closeOutput();
 	HelperScript &hang();
 	HelperScript &crash();
 	HelperScript &exit(int code);
@@ -48,9 +51,9 @@ public:
 	qsizetype count(const QString &command) const { return runs(command).size(); }
 	/// Process ids of the runs with this first switch.
 	QList<qint64> processIds(const QString &command) const;
-
-private:
+	/// What the runs with this first switch noted of themselves; all runs if none is named.
 	QList<QJsonObject> records(const QString &command) const;
 
+private:
 	QTemporaryDir folder_{};
 };

@@ -5,8 +5,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "stand_in_helper/system.hpp"
+
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
@@ -24,13 +25,10 @@ QDir folder()
 
 void note(const QStringList &arguments)
 {
-	const QJsonObject run{{QStringLiteral("pid"), QCoreApplication::applicationPid()},
-			      {QStringLiteral("arguments"), QJsonArray::fromStringList(arguments)}};
-	QFile file(folder().filePath(QStringLiteral("runs")));
-	// One write in append mode: runs at the same time do not mix their lines.
-	if (!file.open(QIODevice::Append | QIODevice::Unbuffered))
-		std::abort();
-	file.write(QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');
+	QJsonObject run = windowState();
+	run[u"pid"] = QCoreApplication::applicationPid();
+	run[u"arguments"] = QJsonArray::fromStringList(arguments);
+	append(folder().filePath(QStringLiteral("runs")), QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');
 }
 
 QJsonArray script(const QStringList &arguments)
@@ -60,6 +58,11 @@ void perform(const QJsonObject &step)
 			std::this_thread::sleep_for(2ms);
 	} else if (action == u"pause") {
 		std::this_thread::sleep_for(std::chrono::milliseconds(step[u"ms"].toInt()));
+	} else if (action == u"repeat") {
+		for (int left = step[u"count"].toInt(); left > 0; --left)
+			write(stdout, bytes);
+	} else if (action == u"close output") {
+		std::fclose(stdout);
 	} else if (action == u"flood") {
 		while (std::ferror(stdout) == 0)
 			write(stdout, bytes);
@@ -67,8 +70,7 @@ void perform(const QJsonObject &step)
 		for (;;)
 			std::this_thread::sleep_for(1h);
 	} else if (action == u"crash") {
-		// Leaves no core file and no sanitizer report behind, unlike abort().
-		std::raise(SIGKILL);
+		crash();
 	} else if (action == u"exit") {
 		std::exit(step[u"code"].toInt());
 	}
@@ -78,6 +80,7 @@ void perform(const QJsonObject &step)
 int main(int argc, char **argv)
 {
 	const QCoreApplication application(argc, argv);
+	writeBytesUnchanged();
 	const QStringList arguments = QCoreApplication::arguments().mid(1);
 	note(arguments);
 	const QJsonArray steps = script(arguments);

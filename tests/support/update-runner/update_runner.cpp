@@ -11,7 +11,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include <cstdlib>
+#include "stand_in_helper/system.hpp"
 
 namespace {
 
@@ -59,7 +59,7 @@ int main(int argc, char *argv[])
 		return complain(QStringLiteral("%1 names no version.").arg(arguments.at(1)));
 	}
 	if (installer.value(QLatin1String("crash")).toBool()) {
-		std::abort();
+		crash();
 	}
 	const int exitCode = installer.value(QLatin1String("exit")).toInt();
 	if (exitCode != 0 || installer.value(QLatin1String("keep")).toBool()) {

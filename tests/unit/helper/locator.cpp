@@ -2,6 +2,7 @@
 #include <QLabel>
 
 #include "host/dock_test.hpp"
+#include "host/system.hpp"
 
 /// Where the helper is looked for, as the module's own load line tells.
 class LocatorTest : public DockTest {
@@ -57,7 +58,7 @@ private Q_SLOTS:
 	void perUserInstallIsLastEvenIfMissing()
 	{
 		qunsetenv("KESTRUNE_HELPER");
-		qputenv("LOCALAPPDATA", u"/home/ä/Local"_s.toUtf8());
+		setEnvironment("LOCALAPPDATA", u"/home/ä/Local"_s);
 		QVERIFY(load());
 		QCOMPARE(loggedHelper(), u"/home/ä/Local/Programs/Kestrune/Kestrune.exe"_s);
 	}

@@ -2,14 +2,11 @@
 #include <QProcess>
 
 #include "host/dock_test.hpp"
-
-#include <csignal>
+#include "host/system.hpp"
 
 /// The dock goes while helper runs are in flight: they end with it, and none of their callbacks run any more.
 class RunsInFlightTest : public DockTest {
 	Q_OBJECT
-
-	static bool isAlive(qint64 processId) { return ::kill(static_cast<pid_t>(processId), 0) == 0; }
 
 private Q_SLOTS:
 	void endWithTheDock_data()

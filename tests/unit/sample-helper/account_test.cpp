@@ -125,8 +125,11 @@ void AccountTest::survives_damaged_state()
 void AccountTest::addresses_a_page_in_an_odd_folder()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"),
-			    sandbox.path(QString::fromUtf8("a b/#1 100% \"ü\" 🎬")));
+	QString name = QString::fromUtf8("a b/#1 100% 'ü' 🎬");
+#ifndef Q_OS_WIN // where no name may have it
+	name += QLatin1Char('"');
+#endif
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), sandbox.path(name));
 	const Run run = sandbox.run(linkSwitches);
 	QCOMPARE(run.exitCode, 0);
 	const QString address = run.events[0][QLatin1String("url")].toString();

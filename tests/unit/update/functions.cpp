@@ -1,6 +1,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "update/installer_limit.hpp"
 #include "update/manifest.hpp"
 #include "update/update_texts.hpp"
 
@@ -72,6 +73,15 @@ private Q_SLOTS:
 		QFETCH(QString, text);
 		QFETCH(QString, expected);
 		QCOMPARE(text, expected);
+	}
+
+	void anInstallerMayTakeFifteenMinutes()
+	{
+		QVERIFY(!installerTookTooLong(0));
+		QVERIFY(!installerTookTooLong(899'999));
+		QVERIFY(!installerTookTooLong(900'000));
+		QVERIFY(installerTookTooLong(900'001));
+		QVERIFY(installerTookTooLong(3'000'000'000));
 	}
 
 	void readsTheManifestsVersion_data()

@@ -1,0 +1,29 @@
+# What `cpack` makes of the install tree, in the build folder's `packages`.
+set(CPACK_PACKAGE_DIRECTORY "${CMAKE_BINARY_DIR}/packages")
+set(CPACK_PACKAGE_NAME kestrune)
+set(CPACK_PACKAGE_VENDOR "${kestrune_author}")
+set(CPACK_PACKAGE_CONTACT "${kestrune_author} <${KESTRUNE_WEBSITE}>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "${KESTRUNE_WEBSITE}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "OBS Studio dock that makes vertical Shorts of the last moments")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Press a hotkey, get a captioned vertical Short of the last 30-120 seconds. The dock saves OBS's Replay Buffer and
+hands it to the Kestrune helper, a program of its own that this package does not hold."
+)
+set(CPACK_RESOURCE_FILE_LICENSE "${CMAKE_CURRENT_SOURCE_DIR}/LICENSE")
+set(CPACK_STRIP_FILES ON)
+# The archives hold the install tree alone, so that they unpack over what is there.
+set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
+
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_FILE_NAME kestrune-${PROJECT_VERSION}-windows-x64)
+else()
+  set(CPACK_GENERATOR DEB TGZ)
+  set(CPACK_PACKAGE_FILE_NAME kestrune-${PROJECT_VERSION}-linux-${CMAKE_SYSTEM_PROCESSOR})
+  set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+  set(CPACK_DEBIAN_PACKAGE_SECTION video)
+  # OBS itself brings Qt and libobs; it refuses modules that are made for a newer OBS.
+  set(CPACK_DEBIAN_PACKAGE_DEPENDS "obs-studio (>= 31.1)")
+endif()
+
+include(CPack)

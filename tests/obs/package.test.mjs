@@ -1,0 +1,98 @@
+// The packages for Linux: what is in them, and that OBS loads the module from where they put it.
+
+import assert from "node:assert/strict";
+import { mkdir, readdir, readFile, rm } from "node:fs/promises";
+import path from "node:path";
+import { after, before, describe, it } from "node:test";
+import { run } from "../../tools/obs/command.mjs";
+import { standInHelper, TestSession } from "./support/test-session.mjs";
+
+const build = process.env.KESTRUNE_BUILD_DIR;
+const { version } = JSON.parse(await readFile(path.join(import.meta.dirname, "..", "..", "buildspec.json"), "utf8"));
+
+async function makePackages() {
+  const folder = path.join(build, "packages");
+  await rm(folder, { recursive: true, force: true });
+  await run("cpack", ["--config", path.join(build, "CPackConfig.cmake")]);
+  const names = (await readdir(folder)).filter((name) => /\.(deb|tar\.gz)$/.test(name)).sort();
+  return names.map((name) => path.join(folder, name));
+}
+
+/** The paths in `folder`, relative to it, without folders. */
+async function filesIn(folder) {
+  const entries = await readdir(folder, { recursive: true, withFileTypes: true });
+  const files = entries.filter((entry) => entry.isFile());
+  return files.map((entry) => path.relative(folder, path.join(entry.parentPath, entry.name))).sort();
+}
+
+describe("the packages for Linux", () => {
+  let deb;
+  let archive;
+
+  before(async () => {
+    [archive, deb] = await makePackages();
+  });
+
+  it("bear the version in their names", () => {
+    assert.equal(path.basename(archive), `kestrune-${version}-linux-x86_64.tar.gz`);
+    assert.equal(path.basename(deb), `kestrune_${version}_amd64.deb`);
+  });
+
+  it("ask for an OBS that takes the module", async () => {
+    const fields = await run("dpkg-deb", ["--field", deb, "Package", "Version", "Architecture", "Depends"]);
+    assert.deepEqual(fields.trim().split("\n"), [
+      "Package: kestrune",
+      `Version: ${version}`,
+      "Architecture: amd64",
+      "Depends: obs-studio (>= 31.1)",
+    ]);
+  });
+
+  const unpackers = [
+    ["deb", (folder) => run("dpkg-deb", ["--extract", deb, folder]), "usr"],
+    ["tar.gz", (folder) => run("tar", ["--extract", "--file", archive, "--directory", folder]), ""],
+  ];
+  for (const [kind, unpack, prefix] of unpackers) {
+    describe(`the ${kind}`, () => {
+      const folder = path.join(build, "packages", `unpacked-${kind}`, prefix);
+      let files;
+      let test;
+
+      before(async () => {
+        await mkdir(folder, { recursive: true });
+        await unpack(path.join(build, "packages", `unpacked-${kind}`));
+        files = await filesIn(folder);
+        test = await TestSession.create(`package-${kind}`, {
+          helper: standInHelper("recording-helper"),
+          withModule: false,
+          // OBS's own folders belong to the system; these variables name one more of the same layout.
+          extraEnv: {
+            OBS_PLUGINS_PATH: path.join(folder, path.dirname(files[0])),
+            OBS_PLUGINS_DATA_PATH: path.join(folder, "share", "obs", "obs-plugins"),
+          },
+        });
+      });
+      after(() => test?.close());
+
+      it("holds the module, its data and its licence, and nothing else", () => {
+        assert.match(files[0], /^lib\/.*obs-plugins\/kestrune\.so$/);
+        assert.deepEqual(files.slice(1), [
+          "share/doc/kestrune/copyright",
+          "share/obs/obs-plugins/kestrune/locale/en-US.ini",
+        ]);
+      });
+
+      it("is loaded by OBS", async () => {
+        await test.startObs();
+        await test.session.obs.waitForLine(new RegExp(`\\[kestrune\\] Kestrune loaded \\(version ${version}\\)`));
+        await test.dock.waitForWidget({ name: "clipBtn" });
+        const troubles = test.session.obs.lines().filter((line) => /Failed to load .*kestrune/i.test(line));
+        assert.deepEqual(troubles, []);
+      });
+
+      it("lets OBS end cleanly", async () => {
+        assert.equal((await test.stopObs()).exitCode, 0);
+      });
+    });
+  }
+});

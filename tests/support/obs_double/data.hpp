@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QJsonObject>
+
+#include <obs-data.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// Counts its owners, as all objects do that libobs hands out.
+struct Counted {
+	long owners{1};
+};
+
+struct obs_data : Counted {
+	QJsonObject members{};
+	std::string json{};
+	/// The texts handed out, which live as long as this object.
+	std::map<std::string, std::string> texts{};
+};
+
+struct obs_data_array : Counted {
+	std::vector<obs_data_t *> items{};
+};

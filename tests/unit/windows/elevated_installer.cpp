@@ -1,0 +1,189 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTimer>
+
+#include "host/update_test.hpp"
+
+#include <algorithm>
+
+/// The real elevated start, of a stand-in installer.
+class ElevatedInstallerTest : public UpdateTest {
+	Q_OBJECT
+
+	const QString installing_ = u"Installing v1.0.7… (approve the Windows prompt)"_s;
+
+	void write(const QString &path, const QByteArray &text) const
+	{
+		QFile file(path);
+		QVERIFY(file.open(QIODevice::WriteOnly));
+		file.write(text);
+	}
+
+	/// A downloaded installer under this name, which will end with this code.
+	QString installer(const QString &name, quint32 code = 0) const
+	{
+		const QString path = scratchPath(name);
+		QDir().mkpath(QFileInfo(path).absolutePath());
+		if (!QFile::copy(QStringLiteral(STAND_IN_INSTALLER), path))
+			qFatal("cannot write %s", qUtf8Printable(path));
+		write(path + u".code"_s, QByteArray::number(code));
+		return path;
+	}
+
+	/// How the installer was called: the show-window value and the command line.
+	QStringList call(const QString &installerPath) const
+	{
+		QFile file(installerPath + u".called"_s);
+		if (!file.open(QIODevice::ReadOnly))
+			return {};
+		const QByteArray bytes = file.readAll();
+		return QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData()), bytes.size() / 2)
+			.split(u'\n');
+	}
+
+	bool run(const QString &path) const
+	{
+		return QMetaObject::invokeMethod(dock(), "runInstaller", Qt::DirectConnection, path);
+	}
+
+	/// Windows lets nobody remove a program that runs, or a file that someone is looking at.
+	static bool removed(const QString &path)
+	{
+		return QTest::qWaitFor([&path] { return QFile::remove(path); }, 30000);
+	}
+
+	bool installerIsWatched() const
+	{
+		const QList<QTimer *> timers = dock()->findChildren<QTimer *>(Qt::FindDirectChildrenOnly);
+		return std::ranges::any_of(
+			timers, [](const QTimer *timer) { return timer->interval() == 500 && timer->isActive(); });
+	}
+
+private Q_SLOTS:
+	void init()
+	{
+		UpdateTest::init();
+		qputenv("KESTRUNE_MANIFEST", scratchPath(u"manifest.json"_s).toUtf8());
+		QVERIFY(loadOffered());
+	}
+	void cleanup()
+	{
+		UpdateTest::cleanup();
+		qunsetenv("KESTRUNE_MANIFEST");
+	}
+
+	void theInstallerGetsItsSwitchesAndNoWindow_data()
+	{
+		QTest::addColumn<QString>("name");
+		QTest::newRow("plain") << u"Setup.exe"_s;
+		QTest::newRow("blanks") << u"Neuer Ordner/Kestrune Setup 1.0.7.exe"_s;
+		QTest::newRow("foreign letters") << u"録画 🎬/Kestrüne Setup.exe"_s;
+		QTest::newRow("percent sign") << u"100% %PATH%/Setup.exe"_s;
+	}
+	void theInstallerGetsItsSwitchesAndNoWindow()
+	{
+		QFETCH(QString, name);
+		const QString path = installer(name);
+		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
+
+		QVERIFY(run(path));
+		QVERIFY(showsStep(installing_));
+		QVERIFY(installerIsWatched());
+		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+		QVERIFY(!installerIsWatched());
+
+		const QStringList called = call(path);
+		QCOMPARE(called.size(), 2);
+		QCOMPARE(called[0], u"0"_s);
+		const QString switches = u"/VERYSILENT /SUPPRESSMSGBOXES /NORESTART /NOCLOSEAPPLICATIONS /SP-"_s;
+		const QString program = QDir::toNativeSeparators(path);
+		QVERIFY2(called[1] == u'"' + program + u"\" "_s + switches || called[1] == program + u' ' + switches,
+			 qPrintable(called[1]));
+	}
+
+	void theExitCodeIsReported_data()
+	{
+		QTest::addColumn<quint32>("code");
+		QTest::addColumn<QString>("shown");
+		QTest::newRow("1") << 1U << u"1"_s;
+		QTest::newRow("restart wanted") << 3010U << u"3010"_s;
+		QTest::newRow("access violation") << 0xC0000005U << u"-1073741819"_s;
+		// The number that waiting functions use for "still running".
+		QTest::newRow("259") << 259U << u"259"_s;
+	}
+	void theExitCodeIsReported()
+	{
+		QFETCH(quint32, code);
+		QFETCH(QString, shown);
+		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
+		QVERIFY(run(installer(u"Setup.exe"_s, code)));
+		QTRY_VERIFY_WITH_TIMEOUT(
+			showsError(u"Update failed: the installer exited with code %1. Nothing changed until it "
+				   u"succeeds. Retry update"_s.arg(shown)),
+			30000);
+		QVERIFY(!installerIsWatched());
+	}
+
+	void successAloneIsNotEnough()
+	{
+		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.6\"}");
+		QVERIFY(run(installer(u"Setup.exe"_s)));
+		QTRY_VERIFY_WITH_TIMEOUT(
+			showsError(
+				u"Update failed: the installer finished but v1.0.6 is still installed. Retry update"_s),
+			30000);
+	}
+
+	void theDockStaysUsableWhileTheInstallerWorks()
+	{
+		const QString path = installer(u"Setup.exe"_s);
+		write(path + u".wait"_s, {});
+		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
+		QVERIFY(run(path));
+		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		QTest::qWait(1200); // two looks at it
+		QVERIFY(showsStep(installing_));
+		QVERIFY(installerIsWatched());
+
+		QVERIFY(removed(path + u".wait"_s));
+		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+	}
+
+	void theInstallerMayOutliveTheDock()
+	{
+		const QString path = installer(u"Setup.exe"_s);
+		write(path + u".wait"_s, {});
+		QVERIFY(run(path));
+		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		takeStates();
+		destroyMainWindow();
+		QVERIFY(takeStates().isEmpty());
+		// It still runs.
+		QVERIFY(!QFile::remove(path));
+		QVERIFY(removed(path + u".wait"_s));
+		QVERIFY(removed(path));
+	}
+
+	void aMissingInstallerIsReported()
+	{
+		QVERIFY(run(scratchPath(u"Setup.exe"_s)));
+		QVERIFY(showsError(u"Update failed: couldn't start the installer (error 2). Retry update"_s));
+		QVERIFY(!installerIsWatched());
+	}
+
+	void aFileThatIsNoProgramIsReported()
+	{
+		const QString path = scratchPath(u"Setup.exe"_s);
+		write(path, "<html>Not found</html>");
+		QVERIFY(run(path));
+		QVERIFY2(updateButton()->text().startsWith(u"Update failed: couldn't start the installer (error "),
+			 qPrintable(updateButton()->text()));
+		QVERIFY(!updateButton()->text().contains(u"(error 0)"));
+		QVERIFY(showsError(updateButton()->text()));
+		QVERIFY(!installerIsWatched());
+	}
+};
+
+QTEST_MAIN(ElevatedInstallerTest)
+#include "elevated_installer.moc"

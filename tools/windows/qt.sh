@@ -1,0 +1,41 @@
+# shellcheck shell=bash
+# Qt for MinGW, which no Debian package holds: built once per recipe and root, and kept beside the roots.
+
+qt_recipe=(tools/windows/qt-recipe.sh cmake/mingw-w64.cmake)
+
+# Prints every tenth part of ninja's way.
+show_progress()
+{
+	awk -F '[][/]' '$2 ~ /^[0-9]+$/ && $3 > 100 && int(10 * $2 / $3) > shown {
+		shown = int(10 * $2 / $3); print "  " 10 * shown " %" > "/dev/stderr"
+	}'
+}
+
+build_qt()
+{
+	local new=$cache/qt-mingw.new
+	rm -rf "$new"
+	mkdir "$new"
+	cp "${qt_recipe[@]}" "$new"
+	extra_writable=("$new")
+	in_root tools/windows/qt-recipe.sh "$new" "$new/installed" 2>&1 | tee "$setup_log" | show_progress
+	extra_writable=()
+	mv "$new/installed" "$qt_for_windows"
+	rm -rf "$new"
+}
+
+# After this, `qt_for_windows` is a folder with Qt as the selected root can use it.
+ensure_qt()
+{
+	local lock
+	qt_for_windows=$cache/qt-mingw-$({ cat "${qt_recipe[@]}" && printf '%s' "${root##*/}"; } | sha256sum | head -c 12)
+	exec {lock}>"$cache/.qt-mingw.lock"
+	flock "$lock"
+	if [[ ! -d $qt_for_windows ]]; then
+		say "Building Qt for Windows (about 10 minutes on 2 cores, 100 MB in $cache, once)…"
+		build_qt || fail "Qt was not built; see the end of $setup_log, then call ./run again."
+	fi
+	exec {lock}>&-
+	touch "$qt_for_windows"
+	find "$cache" -mindepth 1 -maxdepth 1 -name 'qt-mingw-*' -mtime +30 -exec rm -rf {} +
+}
