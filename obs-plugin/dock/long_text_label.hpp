@@ -4,9 +4,8 @@
 
 /// A label for texts from outside. Qt lays a text out as a whole whenever a label changes, which takes a minute for one
 /// of a megabyte; of a text longer than longestShownText this label lays out and paints the beginning alone.
+/// Without Q_OBJECT it is a QLabel by name too, for the selectors of themes.
 class LongTextLabel : public QLabel {
-	Q_OBJECT
-
 public:
 	using QLabel::QLabel;
 

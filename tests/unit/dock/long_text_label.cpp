@@ -15,6 +15,8 @@ class LongTextLabelTest : public QObject {
 	}
 
 private Q_SLOTS:
+	void isALabelToThemes() { QCOMPARE(LongTextLabel().metaObject()->className(), "QLabel"); }
+
 	void looksLikeALabelWithTheBeginningOfItsText_data()
 	{
 		QTest::addColumn<QString>("text");
