@@ -35,3 +35,8 @@ if(KESTRUNE_SANITIZE)
   add_compile_options(-fsanitize=${KESTRUNE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${KESTRUNE_SANITIZE})
 endif()
+
+# Coverage for libFuzzer in everything; only the fuzz targets themselves are linked with its main function.
+if(KESTRUNE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

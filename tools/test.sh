@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# test.sh [unit] [sanitize] [obs]: builds and runs these tests (all of them when none is named). Runs in the build root.
+# test.sh [unit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the build root.
 set -euo pipefail
 
 # Unit tests, with warnings as errors.
@@ -16,19 +16,17 @@ sanitize()
 		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset sanitize
 }
 
-install_node_modules()
-(
-	cd tests/obs
-	# npm ci takes its time even when there is nothing to do.
-	if ! cmp --silent package-lock.json node_modules/.installed-lock.json; then
-		npm ci --no-audit --no-fund && cp package-lock.json node_modules/.installed-lock.json
-	fi
-)
+# What other threads may do to the module, under ThreadSanitizer.
+thread()
+{
+	tools/build.sh thread &&
+		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset thread
+}
 
 # End-to-end tests in the real OBS.
 obs()
 {
-	tools/build.sh ubuntu-ci-x86_64 && install_node_modules &&
+	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh &&
 		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test --test-concurrency=1 tests/obs/*.test.mjs
 }
 
@@ -37,9 +35,10 @@ run_stage()
 	case $1 in
 	unit) unit ;;
 	sanitize) sanitize ;;
+	thread) thread ;;
 	obs) obs ;;
 	*)
-		echo "test: no tests are called '$1'; there are: unit, sanitize, obs" >&2
+		echo "test: no tests are called '$1'; there are: unit, sanitize, thread, obs" >&2
 		return 2
 		;;
 	esac
@@ -47,7 +46,7 @@ run_stage()
 
 stages=("$@")
 if ((${#stages[@]} == 0)); then
-	stages=(unit sanitize obs)
+	stages=(unit sanitize thread obs)
 fi
 
 status=0

@@ -29,7 +29,7 @@ export class ObsHome {
    * @param modules      folders in the layout NAME/bin/64bit/NAME.so to load besides OBS's own modules.
    * @param hotkey       binding record for the clip hotkey, or undefined for none.
    * @param preferences  contents of the module's preferences file, or undefined for none.
-   * @param websocketPort  port for obs-websocket, or undefined to leave its server off.
+   * @param websocketPort  as for `setWebsocketPort`.
    */
   async seed({ canvas, video, modules, hotkey, preferences, websocketPort }) {
     await mkdir(this.recordings, { recursive: true });
@@ -40,12 +40,17 @@ export class ObsHome {
     if (preferences) {
       await this.#write(this.preferencesFile, JSON.stringify(preferences));
     }
-    const websocketFile = path.join(this.#config, "plugin_config", "obs-websocket", "config.json");
-    await this.#write(websocketFile, JSON.stringify(websocketSettings(websocketPort)));
+    await this.setWebsocketPort(websocketPort);
     await mkdir(path.join(this.#config, "plugins"), { recursive: true });
     for (const folder of modules) {
       await symlink(folder, path.join(this.#config, "plugins", path.basename(folder)));
     }
+  }
+
+  /** Sets the port for obs-websocket, or leaves its server off when it is undefined; OBS must not be running. */
+  async setWebsocketPort(port) {
+    const file = path.join(this.#config, "plugin_config", "obs-websocket", "config.json");
+    await this.#write(file, JSON.stringify(websocketSettings(port)));
   }
 
   /** Makes OBS skip one of its own modules, as a person does in its plugin manager; OBS must not be running. */

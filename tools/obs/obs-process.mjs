@@ -36,6 +36,11 @@ export class ObsProcess {
     return this.#child.exitCode === null && this.#child.signalCode === null;
   }
 
+  /** Process id. */
+  get pid() {
+    return this.#child.pid;
+  }
+
   /** Resolves with the exit code, or the name of the signal that ended the process. */
   get exited() {
     return this.#exited;

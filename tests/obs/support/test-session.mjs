@@ -33,6 +33,11 @@ export function standInHelper(name) {
   return path.join(import.meta.dirname, "helpers", name);
 }
 
+/** Path of a stand-in update runner by its name. */
+export function standInRunner(name) {
+  return path.join(import.meta.dirname, "runners", name);
+}
+
 /** The key combination that test sessions bind to the clip hotkey, as OBS saves it and as keys to press. */
 export const clipHotkey = {
   record: { shift: true, control: true, alt: false, command: false, key: "OBS_KEY_C" },
@@ -40,7 +45,6 @@ export const clipHotkey = {
 };
 
 export class TestSession {
-  #websocketPort;
   #withModule;
   #statusRunsBeforeStart = 0;
   #env;
@@ -50,11 +54,10 @@ export class TestSession {
   websocket;
 
   /** Use `create`. */
-  constructor(session, { websocketPort, helper, withModule, env }) {
+  constructor(session, { helper, withModule, env }) {
     this.session = session;
     this.helper = helper;
     this.shorts = path.join(session.folder, "sample-helper", "Shorts");
-    this.#websocketPort = websocketPort;
     this.#withModule = withModule;
     this.#env = env;
   }
@@ -78,7 +81,6 @@ export class TestSession {
       KESTRUNE_TEST_SAMPLE_HELPER: sampleHelper,
       ...extraEnv,
     };
-    const websocketPort = await findFreePort();
     const session = await ObsSession.create({
       folder,
       settings: {
@@ -86,11 +88,10 @@ export class TestSession {
         modules: withModule ? [module, testModule] : [testModule],
         hotkey: clipHotkey.record,
         preferences: { seconds: 30 },
-        websocketPort,
       },
       env,
     });
-    return new TestSession(session, { websocketPort, helper, withModule, env });
+    return new TestSession(session, { helper, withModule, env });
   }
 
   /** Has OBS make a Replay Buffer from its first start on, so that the module need not ask for a restart. */
@@ -105,11 +106,14 @@ export class TestSession {
   /** Starts OBS and connects to it. Throws when the module was to be loaded and did not load. */
   async startObs() {
     this.#statusRunsBeforeStart = (await this.helperCalls("--status")).length;
+    // Not the port of an earlier start: it stays taken for a while when OBS has closed the connections itself.
+    const websocketPort = await findFreePort();
+    await this.session.home.setWebsocketPort(websocketPort);
     await this.session.startObs();
     if (this.#withModule) {
       await this.session.obs.waitForLine(/\[kestrune\] Kestrune loaded/, 5000);
     }
-    this.websocket = await connectWebsocket(this.#websocketPort);
+    this.websocket = await connectWebsocket(websocketPort);
     this.dock = new Dock(this.websocket, this.session.input);
   }
 

@@ -1,0 +1,24 @@
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "host.hpp"
+#include "update/manifest.hpp"
+#include "update/update_texts.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+	startHost();
+	const QByteArray manifest = toBytes(data, size);
+	const QString path = configFolder() + QStringLiteral("/manifest.json");
+	qputenv("KESTRUNE_MANIFEST", path.toUtf8());
+
+	writeFile(path, manifest);
+	const QString version = installedVersion();
+	require(version == manifestVersion(manifest), "a file's version is that of its bytes");
+	require(stillInstalledText(version).endsWith(u"Retry update"), "a failed update says how to go on");
+
+	const QString text = QString::fromUtf8(manifest);
+	const QJsonObject rewritten{{QStringLiteral("version"), text}};
+	require(manifestVersion(QJsonDocument(rewritten).toJson()) == text, "a version comes out as it went in");
+	return 0;
+}

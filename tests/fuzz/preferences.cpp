@@ -1,0 +1,113 @@
+#include <QComboBox>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "dock/kestrune_dock.hpp"
+#include "dock/preferences_file.hpp"
+#include "host.hpp"
+#include "hotkey/clip_hotkey.hpp"
+
+#include <array>
+
+// The first line of an input holds the entries that the user picks, a character for each box; the rest is the
+// preferences file that is there when OBS starts. Without picks there is no dock but only a key that is written, which
+// takes a hundredth of the time.
+
+namespace {
+const std::array boxNames{QStringLiteral("seconds"), QStringLiteral("layout"), QStringLiteral("style"),
+			  QStringLiteral("font"), QStringLiteral("pos")};
+const std::array memberNames{QStringLiteral("seconds"), QStringLiteral("layout"), QStringLiteral("style"),
+			     QStringLiteral("font"), QStringLiteral("caption_position")};
+
+QJsonObject choices(const ShownDock &dock)
+{
+	QJsonObject chosen;
+	for (size_t box = 0; box < boxNames.size(); ++box) {
+		const QVariant data = dock->findChild<QComboBox *>(boxNames[box])->currentData();
+		chosen[memberNames[box]] = QJsonValue::fromVariant(data);
+	}
+	return chosen;
+}
+
+void choose(const ShownDock &dock, const QByteArray &picks)
+{
+	for (qsizetype pick = 0; pick < picks.size() && pick < static_cast<qsizetype>(boxNames.size()); ++pick) {
+		auto *box = dock->findChild<QComboBox *>(boxNames[static_cast<size_t>(pick)]);
+		box->setCurrentIndex(static_cast<uint8_t>(picks[pick]) % box->count());
+	}
+}
+
+/// What the file holds besides the choices, as far as libobs's data objects can hold it.
+QJsonObject foreignMembers(obs_data_t *preferences)
+{
+	for (const QString &name : memberNames)
+		obs_data_erase(preferences, name.toUtf8().constData());
+	return QJsonDocument::fromJson(obs_data_get_json(preferences)).object();
+}
+
+/// The same, as Qt reads it.
+QJsonObject foreignMembers(const QByteArray &file)
+{
+	QJsonObject members = QJsonDocument::fromJson(file).object();
+	for (const QString &name : memberNames)
+		members.remove(name);
+	return members;
+}
+
+void clearHotkey()
+{
+	const OBSDataArrayAutoRelease none = obs_data_array_create();
+	bindClipHotkey(none);
+}
+/// The file after one key was written into it.
+QJsonObject writeKey()
+{
+	updatePreferences([](obs_data_t *changed) { obs_data_set_int(changed, "seconds", 30); });
+	return {{QStringLiteral("seconds"), 30}};
+}
+
+/// The choices after a dock of the file was given the user's picks, and has saved them.
+QJsonObject pickAndSave(const QByteArray &picks)
+{
+	clearHotkey();
+	const ShownDock dock;
+	choose(dock, picks);
+	dock.invoke("savePrefs");
+	return choices(dock);
+}
+
+/// `before` and `file`: what libobs read before the file was written, and the bytes it read.
+void requireKept(const OBSDataAutoRelease &before, const QByteArray &file, const OBSDataAutoRelease &after)
+{
+	require(readFile(settingsPath() + QStringLiteral(".bak")) == file, "the previous file is the backup");
+	require(foreignMembers(before) == foreignMembers(after), "other keys are kept, as libobs reads them");
+	require(!QJsonDocument::fromJson(file).isObject() ||
+			foreignMembers(file) == foreignMembers(readFile(settingsPath())),
+		"other keys are kept, element by element");
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+	startHost();
+	QByteArray file = toBytes(data, size);
+	const QByteArray picks = takeLine(file);
+	QFile::remove(settingsPath() + QStringLiteral(".bak"));
+	writeFile(settingsPath(), file);
+
+	const OBSDataAutoRelease before = readPreferences();
+	const QJsonObject chosen = picks.isEmpty() ? writeKey() : pickAndSave(picks);
+	const OBSDataAutoRelease after = readPreferences();
+	require(after != nullptr, "the saved file can be read");
+	const QJsonObject members = QJsonDocument::fromJson(obs_data_get_json(after)).object();
+	for (auto choice = chosen.begin(); choice != chosen.end(); ++choice)
+		require(members[choice.key()] == choice.value(), "the file holds the choices");
+	if (before)
+		requireKept(before, file, after);
+	if (!picks.isEmpty()) {
+		const ShownDock next;
+		require(choices(next) == chosen, "the next dock shows the choices that were saved");
+	}
+	return 0;
+}

@@ -1,0 +1,75 @@
+#include <QCoreApplication>
+#include <QJsonDocument>
+
+#include "answered_runs.hpp"
+#include "frontend/frontend.hpp"
+#include "host.hpp"
+#include "host/fake_websocket.hpp"
+#include "hotkey/clip_hotkey.hpp"
+#include "hotkey/hotkey_text.hpp"
+#include "module/websocket_vendor.hpp"
+
+#include <optional>
+
+// Each line of an input begins with a letter: "C" and "G" send ClipThat and GetStatus, "B" loads the clip hotkey's
+// bindings from OBS's save data; the rest of the line is the request's or the save data. "r" starts or stops the Replay
+// Buffer, "d" makes a dock or destroys it; there is none at first.
+
+namespace {
+// Many lines that are each quick must not be taken for a hang.
+constexpr int longestInput_lines = 40;
+
+FakeWebsocket &websocket()
+{
+	static FakeWebsocket instance;
+	return instance;
+}
+
+void requireAnswers(const OBSDataAutoRelease &request, bool dock)
+{
+	const bool replayBuffer = frontend().replayBufferActive;
+	const QJsonObject clip = websocket().request("ClipThat", request);
+	require(clip == QJsonObject(
+				{{QStringLiteral("ok"), dock}, {QStringLiteral("replay_buffer_active"), replayBuffer}}),
+		"ClipThat answers by the module's state alone");
+
+	const QJsonObject status = websocket().request("GetStatus", request);
+	require(status == QJsonObject({{QStringLiteral("version"), QStringLiteral(KESTRUNE_VERSION)},
+				       {QStringLiteral("dock"), dock},
+				       {QStringLiteral("replay_buffer_active"), replayBuffer},
+				       {QStringLiteral("hotkey"), dock ? currentHotkeyText() : QString()}}),
+		"GetStatus answers by the module's state alone");
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+	startHost();
+	static const bool registered = [] {
+		websocket();
+		registerWebsocketVendor();
+		return websocket().requests.size() == 2;
+	}();
+	require(registered, "both requests are registered");
+
+	const OBSDataArrayAutoRelease none = obs_data_array_create();
+	bindClipHotkey(none);
+	frontend() = {};
+	std::optional<ShownDock> dock;
+	QByteArray rest = toBytes(data, size);
+	for (int count = 0; count < longestInput_lines && !rest.isEmpty(); ++count) {
+		const QByteArray line = takeLine(rest);
+		const char letter = line.isEmpty() ? '\0' : line[0];
+		const OBSDataAutoRelease json = obs_data_create_from_json(line.mid(1).constData());
+		if (letter == 'B' && json)
+			saveOrLoadClipHotkey(json, false, nullptr);
+		else if (letter == 'r')
+			frontend().replayBufferActive = !frontend().replayBufferActive;
+		else if (letter == 'd')
+			dock ? dock.reset() : void(dock.emplace());
+		else if (letter == 'C' || letter == 'G')
+			requireAnswers(json, dock.has_value());
+		QCoreApplication::processEvents();
+	}
+	return 0;
+}

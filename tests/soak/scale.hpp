@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtEnvironmentVariables>
+
+/// `full` at a full run, a small share of it, but at least 1, when this is only to show that the test still works.
+inline int scaled(int full)
+{
+	return qEnvironmentVariableIsSet("KESTRUNE_FULL_SOAK") ? full : qMax(1, full / 250);
+}

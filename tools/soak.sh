@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# soak.sh [hostile] [long] [exit]: the long runs (all of them when none is named). Runs in the build root.
+set -euo pipefail
+
+build_dir=build/ubuntu-ci-x86_64
+results=build/soak
+mkdir -p "$results"
+
+# Helpers that are broken or mean harm.
+hostile()
+{
+	run_full soak_hostile_helper
+}
+
+# Eight hours of a stream without their waiting.
+long()
+{
+	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full soak_long_stream &&
+		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
+}
+
+# Starts and ends of the real OBS.
+exit_of_obs()
+{
+	tools/install-node-modules.sh && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
+}
+
+run_full()
+{
+	KESTRUNE_FULL_SOAK=1 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
+		"$build_dir/tests/soak/$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
+}
+
+tools/build.sh "${build_dir##*/}"
+if (($# == 0)); then
+	set -- hostile long exit
+fi
+for run in "$@"; do
+	case $run in
+	hostile | long) "$run" ;;
+	exit) exit_of_obs ;;
+	*)
+		echo "soak: no run is called '$run'; there are: hostile, long, exit" >&2
+		exit 2
+		;;
+	esac
+done
