@@ -27,7 +27,8 @@ exit_of_obs()
 
 run_full()
 {
-	KESTRUNE_FULL_SOAK=1 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
+	# QtTest ends a test function after 5 minutes unless told otherwise.
+	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
 		"$build_dir/tests/soak/$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
 }
 
