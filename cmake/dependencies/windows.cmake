@@ -3,6 +3,9 @@
 
 include("${CMAKE_CURRENT_LIST_DIR}/fetch.cmake")
 
+if(NOT CMAKE_GENERATOR MATCHES "Visual Studio")
+  message(FATAL_ERROR "The Windows build needs a Visual Studio generator; use the preset windows-x64")
+endif()
 if(CMAKE_VERSION VERSION_LESS 3.28)
   message(FATAL_ERROR "The Windows build needs CMake 3.28 or newer, as OBS's own does")
 endif()

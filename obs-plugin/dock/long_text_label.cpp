@@ -1,3 +1,4 @@
+#include <QEvent>
 #include <QPainter>
 
 #include "dock/long_text_label.hpp"
@@ -43,6 +44,26 @@ int LongTextLabel::heightForWidth(int width_px) const
 	QLabel beginning;
 	setUp(beginning);
 	return beginning.heightForWidth(width_px);
+}
+
+bool LongTextLabel::event(QEvent *event)
+{
+	// To find the link under the mouse QLabel would lay out the whole text.
+	switch (event->type()) {
+	case QEvent::MouseMove:
+	case QEvent::MouseButtonPress:
+	case QEvent::MouseButtonRelease:
+	case QEvent::MouseButtonDblClick:
+	case QEvent::ContextMenu:
+		if (isLong()) {
+			event->ignore();
+			return false;
+		}
+		break;
+	default:
+		break;
+	}
+	return QLabel::event(event);
 }
 
 void LongTextLabel::paintEvent(QPaintEvent *event)

@@ -14,6 +14,7 @@ public:
 	int heightForWidth(int width_px) const override;
 
 protected:
+	bool event(QEvent *event) override;
 	void paintEvent(QPaintEvent *event) override;
 
 private:

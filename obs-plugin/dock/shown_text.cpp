@@ -2,5 +2,10 @@
 
 QString shownText(const QString &text)
 {
-	return text.size() <= longestShownText ? text : text.first(longestShownText) + u'…';
+	if (text.size() <= longestShownText)
+		return text;
+
+	// A character of two code units stays whole.
+	const bool splits = text[longestShownText - 1].isHighSurrogate();
+	return text.first(longestShownText - (splits ? 1 : 0)) + u'…';
 }

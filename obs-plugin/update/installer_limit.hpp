@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtTypes>
+#include <QtGlobal>
 
 /// Whether an installer that still runs after this long is given up.
 constexpr bool installerTookTooLong(qint64 elapsed_ms)

@@ -15,7 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	writeFile(path, manifest);
 	const QString version = installedVersion();
 	require(version == manifestVersion(manifest), "a file's version is that of its bytes");
-	require(stillInstalledText(version).endsWith(u"Retry update"), "a failed update says how to go on");
 
 	const QString text = QString::fromUtf8(manifest);
 	const QJsonObject rewritten{{QStringLiteral("version"), text}};

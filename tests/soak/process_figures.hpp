@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtTypes>
+#include <QtGlobal>
 
 /// Figures of this process as the system counts them.
 struct ProcessFigures {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtEnvironmentVariables>
+#include <QtGlobal>
 
 /// `full` at a full run, a small share of it, but at least 1, when this is only to show that the test still works.
 inline int scaled(int full)

@@ -1,3 +1,4 @@
+#include <QSignalSpy>
 #include <QTest>
 
 #include "dock/long_text_label.hpp"
@@ -16,6 +17,24 @@ class LongTextLabelTest : public QObject {
 
 private Q_SLOTS:
 	void isALabelToThemes() { QCOMPARE(LongTextLabel().metaObject()->className(), "QLabel"); }
+
+	void takesNoClicksOnALongText()
+	{
+		LongTextLabel label;
+		label.setTextFormat(Qt::RichText);
+		label.setTextInteractionFlags(Qt::TextBrowserInteraction);
+		QSignalSpy links(&label, &QLabel::linkActivated);
+		label.resize(300, 300);
+		const QString link = u"<a href=\"x\">link</a> "_s;
+
+		label.setText(link.repeated(3));
+		QTest::mouseClick(&label, Qt::LeftButton, {}, QPoint(10, label.height() / 2));
+		QCOMPARE(links.count(), 1);
+		label.setText(link.repeated(60'000));
+		QTest::mouseMove(&label, QPoint(20, 20));
+		QTest::mouseClick(&label, Qt::LeftButton, {}, QPoint(10, 10));
+		QCOMPARE(links.count(), 1);
+	}
 
 	void looksLikeALabelWithTheBeginningOfItsText_data()
 	{

@@ -17,6 +17,8 @@ private Q_SLOTS:
 	void isCutBeyondTheLimit()
 	{
 		QCOMPARE(shownText(QString(longestShownText + 1, u'w')), QString(longestShownText, u'w') + u'…');
+		const QString letters(longestShownText - 1, u'w');
+		QCOMPARE(shownText(letters + u"😀 and more"_s), letters + u'…');
 		QCOMPARE(shownText(QString(1 << 20, u'w')).size(), longestShownText + 1);
 	}
 };

@@ -23,11 +23,12 @@ class InstallerTest : public UpdateTest {
 	}
 	bool runInstaller(const QString &path) const
 	{
-		return QMetaObject::invokeMethod(dock(), "runInstaller", Qt::DirectConnection, path);
+		return QMetaObject::invokeMethod(dock(), "runInstaller", Qt::DirectConnection, Q_ARG(QString, path));
 	}
 	void finish(int exitCode) const
 	{
-		QVERIFY(QMetaObject::invokeMethod(dock(), "installerFinished", Qt::DirectConnection, exitCode));
+		QVERIFY(QMetaObject::invokeMethod(dock(), "installerFinished", Qt::DirectConnection,
+						  Q_ARG(int, exitCode)));
 	}
 	QTimer *installerTimer() const
 	{
