@@ -12,12 +12,13 @@ const states = ["save pending", "capture active", "sections open", "installer ru
 const limitMs = 5000;
 const cycles = Number(process.argv[2] ?? 200);
 
-/** Opens a section of the dock; while OBS lays out its window at the start, a click may miss. */
+/** Opens a section of the dock; while OBS lays out its window at the start, a click may hit something else. */
 async function open(test, section) {
   await waitFor(`the section ${section} to open`, async () => {
     if (await test.dock.widget({ name: section, visible: true })) {
       return true;
     }
+    await test.session.input.press("escape");
     await test.dock.click({ name: `${section}Toggle` });
     return test.dock.waitForWidget({ name: section, visible: true }, 1000).catch(() => false);
   });
@@ -94,6 +95,9 @@ try {
     const what = `cycle ${cycle + 1}, ${kind} helper, ${state}`;
     await rm(path.join(test.session.folder, "helper-runs"), { force: true });
     await writeFile(path.join(test.session.folder, "kind"), kind);
+    // An offer moves what is below it, so it comes only where it is needed.
+    const offer = path.join(test.session.folder, "offer");
+    await (state === "installer running" ? writeFile(offer, "") : rm(offer, { force: true }));
 
     await test.startObs();
     await enter[state](test);
