@@ -298,5 +298,8 @@ void KestruneDock::startWork()
 void KestruneDock::setStatus(const QString &text, bool error)
 {
 	status_->setText(text);
-	status_->setStyleSheet(error ? QStringLiteral("color:#ff6b81") : QStringLiteral("color:#8a90a6"));
+	const QString style = error ? QStringLiteral("color:#ff6b81") : QStringLiteral("color:#8a90a6");
+	// Qt takes its time over a style sheet even when it is the one that is set.
+	if (status_->styleSheet() != style)
+		status_->setStyleSheet(style);
 }

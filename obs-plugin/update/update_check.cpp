@@ -18,12 +18,15 @@ bool updateUnderWayOrDone(const QString &state)
 
 void KestruneDock::setUpdateButtonStyle(bool error)
 {
-	updateButton_->setStyleSheet(
+	const QString style =
 		error ? QStringLiteral("QPushButton{background:#2a1418;color:#ff8a9a;border:1px solid #7a2a3a;"
 				       "border-radius:6px;padding:4px;text-align:left}")
 		      : QStringLiteral("QPushButton{background:#1d2a14;color:#b8ff6a;border:1px solid #4f7a2a;"
 				       "border-radius:6px;padding:4px;text-align:left}"
-				       "QPushButton:disabled{color:#b8ff6a}"));
+				       "QPushButton:disabled{color:#b8ff6a}");
+	// As on the status line: a download reports its progress often.
+	if (updateButton_->styleSheet() != style)
+		updateButton_->setStyleSheet(style);
 }
 
 void KestruneDock::setUpdateState(const QString &state, const QString &text)
