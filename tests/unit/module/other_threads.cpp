@@ -118,6 +118,13 @@ private Q_SLOTS:
 		entryPoint<void()>("obs_module_unload")();
 		const int refusedBefore = hammer.refused();
 		QTRY_VERIFY_WITH_TIMEOUT(hammer.refused() > refusedBefore, 10000);
+
+		if (!dockGoesFirst) {
+			// A new dock, made while requests come in; it has no account yet.
+			QVERIFY(entryPoint<bool()>("obs_module_load")());
+			QTRY_VERIFY_WITH_TIMEOUT(helper().count(u"--link"_s) > 0, 10000);
+			entryPoint<void()>("obs_module_unload")();
+		}
 	}
 };
 
