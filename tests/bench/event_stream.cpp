@@ -1,0 +1,97 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "helper/event_stream.hpp"
+
+#include <benchmark/benchmark.h>
+
+// The event stream against the bare parse of lines that somebody else has split.
+
+namespace {
+QByteArray lineOf(const QJsonObject &event)
+{
+	return QJsonDocument(event).toJson(QJsonDocument::Compact) + '\n';
+}
+
+/// One of each event that a helper sends during a clip, with texts of usual length.
+QByteArray realisticEvents()
+{
+	QJsonArray clips;
+	for (int index = 0; index < 20; ++index)
+		clips.append(QJsonObject{
+			{QStringLiteral("path"), QStringLiteral("/home/ana/Videos/Shorts/%1.mp4").arg(index)},
+			{QStringLiteral("name"), QStringLiteral("Replay 2025-01-%1 short.mp4").arg(index)}});
+	const QJsonArray choices{QStringLiteral("vtuber-bubble"), QStringLiteral("gameplay"),
+				 QStringLiteral("podcast")};
+	return lineOf({{QStringLiteral("event"), QStringLiteral("status")},
+		       {QStringLiteral("linked"), true},
+		       {QStringLiteral("login"), QStringLiteral("ana")},
+		       {QStringLiteral("layouts"), choices},
+		       {QStringLiteral("styles"), choices},
+		       {QStringLiteral("fonts"), choices}}) +
+	       lineOf({{QStringLiteral("event"), QStringLiteral("progress")},
+		       {QStringLiteral("phase"), QStringLiteral("download")},
+		       {QStringLiteral("percent"), 40}}) +
+	       lineOf({{QStringLiteral("event"), QStringLiteral("done")},
+		       {QStringLiteral("formatted"), QJsonArray{QStringLiteral("/home/ana/Videos/Shorts/a.mp4")}},
+		       {QStringLiteral("note"), QStringLiteral("captions from a file")}}) +
+	       lineOf({{QStringLiteral("event"), QStringLiteral("recent")},
+		       {QStringLiteral("folder"), QStringLiteral("/home/ana/Videos/Shorts")},
+		       {QStringLiteral("items"), clips}});
+}
+
+QByteArray megabyteOfEvents()
+{
+	const QByteArray events = realisticEvents();
+	return events.repeated((1 << 20) / events.size());
+}
+
+void bareParse(benchmark::State &state)
+{
+	const QByteArray bytes = megabyteOfEvents();
+	const QByteArrayList lines = bytes.split('\n');
+	for (auto _ : state)
+		for (const QByteArray &line : lines)
+			benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
+	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
+}
+BENCHMARK(bareParse)->Unit(benchmark::kMillisecond);
+
+void feed(const QByteArray &bytes, qsizetype chunk_bytes)
+{
+	EventStream stream;
+	for (qsizetype begin = 0; begin < bytes.size(); begin += chunk_bytes) {
+		stream.append(
+			QByteArray::fromRawData(bytes.constData() + begin, qMin(chunk_bytes, bytes.size() - begin)));
+		while (const std::optional<QJsonObject> event = stream.next())
+			benchmark::DoNotOptimize(event->size());
+	}
+}
+
+/// range(0): bytes per read.
+void events(benchmark::State &state)
+{
+	const QByteArray bytes = megabyteOfEvents();
+	for (auto _ : state)
+		feed(bytes, state.range(0));
+	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
+}
+BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
+
+/// range(0): size of the one line in MiB; range(1): bytes per read. The line is no event, so that this is the framing
+/// alone.
+void hugeLine(benchmark::State &state)
+{
+	const QByteArray bytes = QByteArray(state.range(0) << 20, 'x') + '\n';
+	for (auto _ : state)
+		feed(bytes, state.range(1));
+	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
+}
+BENCHMARK(hugeLine)
+	->ArgsProduct({{1, 10}, {1, 4096, 65536}})
+	->ArgsProduct({{100, 1000}, {4096, 65536}})
+	->Unit(benchmark::kMillisecond);
+} // namespace
+
+BENCHMARK_MAIN();
