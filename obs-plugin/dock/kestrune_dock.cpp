@@ -41,19 +41,23 @@ QVBoxLayout *sectionColumn(QWidget *body)
 	return column;
 }
 
-QComboBox *choiceBox(const QString &objectName, ChoiceTable table)
+/// A box is filled only in its place: its first entry makes Qt build the list that pops up, nine widgets that the theme
+/// would be applied to anew if the box moved afterwards.
+QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName)
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
-	fillChoices(box, table);
+	form->addRow(label, box);
 	return box;
 }
 } // namespace
 
-KestruneDock::KestruneDock(QWidget *parent)
+KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)> &embed)
 	: QWidget(parent)
 {
 	setObjectName(QStringLiteral("KestruneDock"));
+	if (embed)
+		embed(this);
 
 	auto *mainLayout = new QVBoxLayout(this);
 	mainLayout->setContentsMargins(4, 4, 4, 4);
@@ -89,30 +93,30 @@ void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
 	clipButton_->setObjectName(QStringLiteral("clipBtn"));
 	clipButton_->setMinimumHeight(38);
 	clipButton_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+	mainLayout->addWidget(clipButton_);
 	clipButton_->setStyleSheet(
 		QStringLiteral("QPushButton{font-size:16px;font-weight:700;color:#05060a;border:0;border-radius:7px;"
 			       "background:qlineargradient(x1:0,y1:0,x2:1,y2:0,stop:0 #00f0ff,stop:1 #ff2bd6);}"
 			       "QPushButton:disabled{background:#333;color:#888}"));
-	mainLayout->addWidget(clipButton_);
 
 	status_ = new LongTextLabel;
 	status_->setObjectName(QStringLiteral("status"));
 	status_->setWordWrap(true);
-	setStatus(QStringLiteral("Starting…"), false);
 	mainLayout->addWidget(status_);
+	setStatus(QStringLiteral("Starting…"), false);
 
 	updateButton_ = new QPushButton;
 	updateButton_->setObjectName(QStringLiteral("updateBtn"));
 	updateButton_->hide();
 	updateButton_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-	setUpdateButtonStyle(false);
 	mainLayout->addWidget(updateButton_);
+	setUpdateButtonStyle(false);
 	connect(updateButton_, &QPushButton::clicked, this, &KestruneDock::installUpdate);
 }
 
 QVBoxLayout *KestruneDock::buildScrollArea(QVBoxLayout *mainLayout)
 {
-	auto *scrollArea = new QScrollArea;
+	auto *scrollArea = new QScrollArea(this);
 	scrollArea->setObjectName(QStringLiteral("dockScroll"));
 	scrollArea->setWidgetResizable(true);
 	scrollArea->setFrameShape(QFrame::NoFrame);
@@ -148,15 +152,12 @@ void KestruneDock::buildClipLength(QVBoxLayout *content)
 	auto *form = new QFormLayout;
 	form->setContentsMargins(0, 0, 0, 0);
 	form->setVerticalSpacing(3);
+	content->addLayout(form);
 
-	secondsBox_ = new QComboBox;
-	secondsBox_->setObjectName(QStringLiteral("seconds"));
+	secondsBox_ = addChoiceRow(form, QStringLiteral("Clip length"), QStringLiteral("seconds"));
 	for (const int length_s : clipLengths_s)
 		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
 	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
-
-	form->addRow(QStringLiteral("Clip length"), secondsBox_);
-	content->addLayout(form);
 }
 
 void KestruneDock::buildStyleSection(QVBoxLayout *content)
@@ -164,14 +165,14 @@ void KestruneDock::buildStyleSection(QVBoxLayout *content)
 	QFormLayout *form = sectionForm(
 		addSection(content, QStringLiteral("Layout && captions"), QStringLiteral("styleSection"), this));
 
-	layoutBox_ = choiceBox(QStringLiteral("layout"), layoutTable);
-	styleBox_ = choiceBox(QStringLiteral("style"), styleTable);
-	fontBox_ = choiceBox(QStringLiteral("font"), fontTable);
-	positionBox_ = choiceBox(QStringLiteral("pos"), positionTable);
-	form->addRow(QStringLiteral("Layout"), layoutBox_);
-	form->addRow(QStringLiteral("Caption style"), styleBox_);
-	form->addRow(QStringLiteral("Font"), fontBox_);
-	form->addRow(QStringLiteral("Caption position"), positionBox_);
+	layoutBox_ = addChoiceRow(form, QStringLiteral("Layout"), QStringLiteral("layout"));
+	styleBox_ = addChoiceRow(form, QStringLiteral("Caption style"), QStringLiteral("style"));
+	fontBox_ = addChoiceRow(form, QStringLiteral("Font"), QStringLiteral("font"));
+	positionBox_ = addChoiceRow(form, QStringLiteral("Caption position"), QStringLiteral("pos"));
+	fillChoices(layoutBox_, layoutTable);
+	fillChoices(styleBox_, styleTable);
+	fillChoices(fontBox_, fontTable);
+	fillChoices(positionBox_, positionTable);
 
 	preview_ = new QLabel;
 	preview_->setObjectName(QStringLiteral("preview"));
@@ -251,7 +252,7 @@ void KestruneDock::buildRecentSection(QVBoxLayout *content)
 	QVBoxLayout *column = sectionColumn(addSection(content, QStringLiteral("Recent clips && output folder"),
 						       QStringLiteral("recentSection"), this));
 
-	recentList_ = new QListWidget;
+	recentList_ = new QListWidget(column->parentWidget());
 	recentList_->setMinimumHeight(60);
 	recentList_->setMaximumHeight(120);
 	column->addWidget(recentList_);

@@ -34,7 +34,9 @@ public:
 	using EventCallback = std::function<void(const QJsonObject &event)>;
 	using FinishCallback = std::function<void(int exitCode)>;
 
-	explicit KestruneDock(QWidget *parent);
+	/// `embed` gives the dock to its window before it has any content. OBS moves a new dock twice, and Qt applies
+	/// OBS's theme to everything in it each time, which takes longer than all the rest.
+	explicit KestruneDock(QWidget *parent, const std::function<void(QWidget *dock)> &embed = {});
 	~KestruneDock() override;
 
 	// OBS frontend events (module/frontend_events.cpp)

@@ -72,9 +72,12 @@ MODULE_EXPORT bool obs_module_load()
 {
 	registerClipHotkey();
 
-	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()));
+	bool added = false;
+	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()), [&added](QWidget *empty) {
+		added = obs_frontend_add_dock_by_id("kestrune", "Kestrune", empty);
+	});
 	setCurrentDock(dock);
-	if (!obs_frontend_add_dock_by_id("kestrune", "Kestrune", dock)) {
+	if (!added) {
 		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
 		delete dock;
 		setCurrentDock(nullptr);
