@@ -1,3 +1,5 @@
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFileInfo>
 #include <QPointer>
 #include <QProcess>
@@ -36,7 +38,7 @@ QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback on
 
 	// A callback may open a window or a browser and so let anything happen, even the end of the dock.
 	connect(process, &QProcess::readyReadStandardOutput, this,
-		[run, onEvent = std::move(onEvent), process = QPointer(process)] {
+		[this, run, onEvent = std::move(onEvent), process = QPointer(process)] {
 			run->stream.append(process->readAllStandardOutput());
 			while (process) {
 				const std::optional<QJsonObject> event = run->stream.next();
@@ -45,6 +47,10 @@ QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback on
 				run->spoke = true;
 				if (onEvent)
 					onEvent(*event);
+				// One read may hold a thousand events: a press of the hotkey does not wait for them
+				// all.
+				if (process)
+					QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 			}
 		});
 

@@ -81,6 +81,8 @@ void obs_frontend_replay_buffer_start()
 void obs_frontend_replay_buffer_save()
 {
 	++frontend().saveRequests;
+	if (frontend().onSaveRequest)
+		frontend().onSaveRequest();
 }
 
 void obs_frontend_replay_buffer_stop()

@@ -7,6 +7,7 @@
 
 #include <obs-frontend-api.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -38,6 +39,8 @@ struct Frontend {
 	std::vector<std::pair<obs_frontend_save_cb, void *>> saveCallbacks{};
 	int startRequests{0};
 	int saveRequests{0};
+	/// Called at each of them, when set.
+	std::function<void()> onSaveRequest{};
 	int lastReplayQueries{0};
 	int profileQueries{0};
 

@@ -38,6 +38,14 @@ class RunnerTest : public DockTest {
 		QVERIFY(hasStarted(u"--status"_s));
 	}
 
+	void makeReady()
+	{
+		frontend().replayBufferActive = true;
+		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
+		invoke("refreshStatus");
+		QTRY_VERIFY(child<QPushButton>(u"clipBtn"_s)->isEnabled());
+	}
+
 	QList<QProcess *> processes() const { return dock()->findChildren<QProcess *>(); }
 
 private Q_SLOTS:
@@ -50,10 +58,7 @@ private Q_SLOTS:
 	void passesArgumentsAsTheyAre()
 	{
 		frontend().lastReplay = u"/rec/ein \"Spaß\" \\ 100%.mkv"_s.toUtf8();
-		frontend().replayBufferActive = true;
-		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
-		invoke("refreshStatus");
-		QTRY_VERIFY(child<QPushButton>(u"clipBtn"_s)->isEnabled());
+		makeReady();
 		invoke("clipThat");
 		frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
 		QTRY_COMPARE(helper().count(u"--process"_s), 1);
@@ -84,6 +89,24 @@ private Q_SLOTS:
 		helper().open(u"newline"_s);
 		QTRY_COMPARE(openedUrls(), urls({u"0"_s, u"1"_s}));
 		helper().open(u"end"_s);
+	}
+
+	void letsAPressThroughBetweenTwoEvents()
+	{
+		makeReady();
+		const QByteArray line = "{\"event\":\"recent\",\"items\":[{\"name\":\"a\",\"path\":\"/a\"}]}\n";
+		helper().on(u"--recent"_s, HelperScript().write(line + line));
+		int lists = 0;
+		int listsBeforeSave = 0;
+		frontend().onSaveRequest = [&] { listsBeforeSave = lists; };
+		connect(dock()->findChild<QListWidget *>()->model(), &QAbstractItemModel::rowsInserted, this,
+			[this, &lists] {
+				if (++lists == 1)
+					QMetaObject::invokeMethod(dock(), "clipThat", Qt::QueuedConnection);
+			});
+		invoke("refreshRecent");
+		QTRY_COMPARE(lists, 2);
+		QCOMPARE(listsBeforeSave, 1);
 	}
 
 	void deliversEventsWhileTheHelperRuns()
