@@ -1,6 +1,10 @@
 #!/usr/bin/env bash
-# bench.sh: runs the benchmarks and prints one table. Runs in the build root.
+# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints one table; the seconds are how long OBS is watched while the
+# module is busy, and in each of three idle states. Runs in the build root.
 set -euo pipefail
+
+busy_s=${1:-120}
+idle_s=${2:-120}
 
 build_dir=build/ubuntu-ci-x86_64
 results=build/bench
@@ -9,10 +13,16 @@ mkdir -p "$results"
 tools/build.sh "${build_dir##*/}"
 tools/install-node-modules.sh
 
-QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_event_stream" \
-	--benchmark_out="$results/event-stream.json" --benchmark_out_format=json
+for subject in event_stream preview; do
+	QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_$subject" \
+		--benchmark_out="$results/$subject.json" --benchmark_out_format=json
+done
 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh "$build_dir/tests/bench/bench_press_to_save" -silent |
-	tee "$results/press-to-save.log"
-KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/bench/obs.mjs | tee "$results/obs.log"
+	tee "$results/press_to_save.log"
+
+export KESTRUNE_BUILD_DIR=$PWD/$build_dir
+node tests/bench/starts.mjs | tee "$results/starts.log"
+node tests/bench/stalls.mjs "$busy_s" | tee "$results/stalls.log"
+node tests/bench/idle.mjs "$idle_s" | tee "$results/idle.log"
 
 node tests/bench/table.mjs "$results"

@@ -255,6 +255,8 @@ void KestruneDock::buildRecentSection(QVBoxLayout *content)
 	recentList_ = new QListWidget(column->parentWidget());
 	recentList_->setMinimumHeight(60);
 	recentList_->setMaximumHeight(120);
+	// Of a thousand clips, the layout at once would hold up the user interface for longer than a frame takes.
+	recentList_->setLayoutMode(QListView::Batched);
 	column->addWidget(recentList_);
 	openFolderButton_ = new QPushButton(QStringLiteral("Open output folder"));
 	column->addWidget(openFolderButton_);

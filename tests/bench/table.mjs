@@ -9,15 +9,21 @@ const jsonLines = async (name) =>
   (await read(name)).split("\n").filter((line) => line.startsWith("{")).map((line) => JSON.parse(line));
 const byName = (lines) => Object.fromEntries(lines.map(({ name, ...values }) => [name, values]));
 
-const stream = byName(JSON.parse(await read("event-stream.json")).benchmarks);
-const press = byName(await jsonLines("press-to-save.log"));
-const obs = byName(await jsonLines("obs.log"));
+const benchmarks = async (subject) => byName(JSON.parse(await read(`${subject}.json`)).benchmarks);
+const logOf = async (subject) => byName(await jsonLines(`${subject}.log`));
+
+const stream = await benchmarks("event_stream");
+const preview = await benchmarks("preview");
+const press = await logOf("press_to_save");
+const starts = await logOf("starts");
+const stalls = await logOf("stalls");
+const idle = await logOf("idle");
 
 const rows = [];
 const row = (what, measured, beside, ratio) => rows.push(`| ${what} | ${measured} | ${beside} | ${ratio} |`);
 const number = (value, digits = 2) => value.toFixed(digits);
 
-const start = (module) => obs[`start of ${module}`].median_ms;
+const start = (module) => starts[`start of ${module}`].median_ms;
 for (const peer of ["obs-websocket", "frontend-tools"]) {
   row("start-up, median", `${number(start("kestrune"))} ms`, `${peer} ${number(start(peer))} ms`,
     number(start("kestrune") / start(peer)));
@@ -47,17 +53,36 @@ for (const [size, smaller, chunks] of [[10, 1, [1, 4096, 65536]], [1000, 100, [4
   }
 }
 
-const idle = obs["idle with the module"];
-const bare = obs["idle without the module"];
-row("idle, CPU of the user-interface thread", `${number(idle.userInterfaceCpu_percent)} %`,
-  `without ${number(bare.userInterfaceCpu_percent)} %`,
-  `${number(idle.userInterfaceCpu_percent - bare.userInterfaceCpu_percent)} % more`);
-row("idle, wake-ups of the user-interface thread", `${number(idle.userInterfaceWakeUps_per_s, 1)} /s`,
-  `without ${number(bare.userInterfaceWakeUps_per_s, 1)} /s`,
-  `${number(idle.userInterfaceWakeUps_per_s - bare.userInterfaceWakeUps_per_s, 1)} /s more`);
-row("idle, memory", `${number(idle.memory_MiB, 1)} MiB`, `without ${number(bare.memory_MiB, 1)} MiB`,
-  `${number(idle.memory_MiB - bare.memory_MiB, 1)} MiB more`);
-row("idle, frames skipped", `${idle.skippedFrames} of ${idle.renderedFrames}`,
-  `without ${bare.skippedFrames} of ${bare.renderedFrames}`, "");
+row("preview of 1080x1920 px: decode", `${number(preview.decode.real_time, 1)} ms`,
+  `fit into the dock ${number(preview.fit.real_time, 1)} ms`,
+  `${number((100 * preview.decode.real_time) / (preview.decode.real_time + preview.fit.real_time), 0)} % of both`);
+
+const isPreview = ({ receiver }) => receiver.endsWith("--preview");
+const held = ({ receiver, event, longestProcessor_ms }) =>
+  `${number(longestProcessor_ms, 1)} ms (${event}, ${receiver.trim()})`;
+const inDock = stalls["stalls with the module, dock"].longest;
+for (const [what, kinds] of [["the preview", inDock.filter(isPreview)], ["else", inDock.filter((k) => !isPreview(k))]]) {
+  row(`longest hold of the user interface, ${what}`, held(kinds[0]),
+    `OBS itself ${held(stalls["stalls without the module, OBS"].longest[0])}`,
+    number(kinds[0].longestProcessor_ms / stalls["stalls without the module, OBS"].longest[0].longestProcessor_ms));
+}
+
+const skipped = ({ skippedFrames, renderedFrames }) => `${skippedFrames} of ${renderedFrames}`;
+row("frames skipped, busy", skipped(stalls["stalls with the module"]),
+  `without ${skipped(stalls["stalls without the module"])}`, "");
+
+const without = idle["idle without the module"];
+for (const state of ["dock hidden", "dock shown"]) {
+  const values = idle[`idle, ${state}`];
+  const idleRow = (what, member, unit, digits) =>
+    row(`idle, ${state}: ${what}`, `${number(values[member], digits)} ${unit}`,
+      `without ${number(without[member], digits)} ${unit}`,
+      `${number(values[member] - without[member], digits)} ${unit} more`);
+  idleRow("processor time of the user interface", "userInterfaceCpu_percent", "%", 2);
+  idleRow("wake-ups of the user interface", "userInterfaceWakeUps_per_s", "/s", 1);
+  idleRow("memory", "memory_MiB", "MiB", 1);
+  idleRow("memory grown meanwhile", "grown_MiB", "MiB", 2);
+  row(`idle, ${state}: frames skipped`, skipped(values), `without ${skipped(without)}`, "");
+}
 
 console.log(["| what | Kestrune | beside | ratio |", "|---|---|---|---|", ...rows].join("\n"));

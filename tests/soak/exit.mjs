@@ -12,18 +12,6 @@ const states = ["save pending", "capture active", "sections open", "installer ru
 const limitMs = 5000;
 const cycles = Number(process.argv[2] ?? 200);
 
-/** Opens a section of the dock; while OBS lays out its window at the start, a click may hit something else. */
-async function open(test, section) {
-  await waitFor(`the section ${section} to open`, async () => {
-    if (await test.dock.widget({ name: section, visible: true })) {
-      return true;
-    }
-    await test.session.input.press("escape");
-    await test.dock.click({ name: `${section}Toggle` });
-    return test.dock.waitForWidget({ name: section, visible: true }, 1000).catch(() => false);
-  });
-}
-
 /** Brings the dock into a state; `test` has a linked account. */
 const enter = {
   async "save pending"(test) {
@@ -31,13 +19,13 @@ const enter = {
     await test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType: "ClipThat" });
   },
   async "capture active"(test) {
-    await open(test, "hotkeySection");
+    await test.dock.openSection("hotkeySection");
     await test.dock.click({ text: /^(Set hotkey|Change)$/ });
     await test.dock.waitForWidget({ text: "Press keys… (Esc cancels)", visible: true });
   },
   async "sections open"(test) {
     for (const section of ["styleSection", "hotkeySection", "recentSection"]) {
-      await open(test, section);
+      await test.dock.openSection(section);
     }
   },
   async "installer running"(test) {

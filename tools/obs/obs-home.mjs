@@ -53,6 +53,13 @@ export class ObsHome {
     await this.#write(file, JSON.stringify(websocketSettings(port)));
   }
 
+  /** Lets OBS find no arrangement of its docks: those of modules stay hidden; OBS must not be running. */
+  async forgetDockState() {
+    const settings = parseIni(await readFile(this.userFile, "utf8"));
+    delete settings.BasicWindow.DockState;
+    await writeFile(this.userFile, formatIni(settings));
+  }
+
   /** Makes OBS skip one of its own modules, as a person does in its plugin manager; OBS must not be running. */
   async disableModule(name) {
     const entry = {

@@ -74,6 +74,18 @@ export class Dock {
     await this.#input.click(target.class === "QCheckBox" ? target.x + 8 : x, y);
   }
 
+  /** Opens a section; while OBS lays out its window at the start, a click may hit something else. */
+  async openSection(name) {
+    await waitFor(`the section ${name} to open`, async () => {
+      if (await this.widget({ name, visible: true })) {
+        return true;
+      }
+      await this.#input.press("escape");
+      await this.click({ name: `${name}Toggle` });
+      return this.waitForWidget({ name, visible: true }, 1000).catch(() => false);
+    });
+  }
+
   /** Opens the list of such a box and clicks on the entry with the text. */
   async choose(wanted, text) {
     const { x, y } = centre((await this.#openList(wanted)).find((item) => item.text === text));

@@ -1,0 +1,130 @@
+// Preloaded into OBS: notes how long each event holds the user-interface thread. QApplication::notify, which every
+// event passes, is replaced by one that measures; nested events count for the one that they are nested in. At the end
+// of the program one JSON line per kind of event goes to the file HANDLER_TIMES_FILE.
+
+#include <QApplication>
+#include <QEvent>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMetaEnum>
+#include <QPointerEvent>
+#include <QProcess>
+#include <QThread>
+#include <QWidget>
+
+#include <dlfcn.h>
+#include <time.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <tuple>
+
+namespace {
+using Notify = bool (*)(QApplication *, QObject *, QEvent *);
+
+struct Kind {
+	bool inDock{false};
+	QByteArray receiver{};
+	int event{0};
+
+	auto operator<=>(const Kind &) const = default;
+};
+
+struct Times {
+	qint64 count{0};
+	qint64 longest_ns{0};
+	/// Of the thread's own processor time, which other programs cannot lengthen.
+	qint64 longestProcessor_ns{0};
+};
+
+/// Never destroyed: it is read when everything else is.
+std::map<Kind, Times> &kinds()
+{
+	static auto *const all = new std::map<Kind, Times>;
+	return *all;
+}
+
+qint64 now_ns(clockid_t clock)
+{
+	timespec now{};
+	clock_gettime(clock, &now);
+	return now.tv_sec * 1'000'000'000LL + now.tv_nsec;
+}
+
+bool isInDock(const QObject *object)
+{
+	// OBS calls the window around the dock by the dock's id.
+	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive))
+		object = object->parent();
+	return object;
+}
+
+/// What the event is for: of a window the widget under the mouse, of a pipe the helper's command.
+QByteArray describe(const QObject *receiver, const QEvent *event)
+{
+	QByteArray text = receiver->metaObject()->className() + (' ' + receiver->objectName().toLatin1());
+	if (const auto *process = qobject_cast<const QProcess *>(receiver->parent()))
+		return text + process->arguments().value(0).toLatin1();
+	if (receiver->isWindowType() && event->isSinglePointEvent()) {
+		const QPoint position = static_cast<const QSinglePointEvent *>(event)->globalPosition().toPoint();
+		if (const QWidget *widget = QApplication::widgetAt(position))
+			text += " on " + describe(widget, event);
+	}
+	return text;
+}
+
+/// What OBS starts is not measured.
+__attribute__((constructor)) void keepToThisProgram()
+{
+	unsetenv("LD_PRELOAD");
+}
+
+__attribute__((destructor)) void report()
+{
+	const char *path = std::getenv("HANDLER_TIMES_FILE");
+	FILE *file = path && !kinds().empty() ? std::fopen(path, "w") : nullptr;
+	if (!file)
+		return;
+	const auto events = QMetaEnum::fromType<QEvent::Type>();
+	for (const auto &[kind, times] : kinds()) {
+		const QJsonObject line{
+			{QStringLiteral("inDock"), kind.inDock},
+			{QStringLiteral("receiver"), QString::fromLatin1(kind.receiver)},
+			{QStringLiteral("event"),
+			 QString::fromLatin1(events.valueToKey(static_cast<quint64>(kind.event)))},
+			{QStringLiteral("count"), times.count},
+			{QStringLiteral("longest_ms"), static_cast<double>(times.longest_ns) / 1e6},
+			{QStringLiteral("longestProcessor_ms"), static_cast<double>(times.longestProcessor_ns) / 1e6}};
+		std::fprintf(file, "%s\n", QJsonDocument(line).toJson(QJsonDocument::Compact).constData());
+	}
+	std::fclose(file);
+}
+} // namespace
+
+bool QApplication::notify(QObject *receiver, QEvent *event)
+{
+	static const auto original =
+		reinterpret_cast<Notify>(dlsym(RTLD_NEXT, "_ZN12QApplication6notifyEP7QObjectP6QEvent"));
+	static int depth = 0;
+
+	if (QThread::currentThread() != thread() || depth > 0)
+		return original(this, receiver, event);
+
+	// Either may be gone afterwards.
+	const Kind kind{isInDock(receiver), describe(receiver, event), event->type()};
+	++depth;
+	const qint64 begin_ns = now_ns(CLOCK_MONOTONIC);
+	const qint64 beginProcessor_ns = now_ns(CLOCK_THREAD_CPUTIME_ID);
+	const bool result = original(this, receiver, event);
+	const qint64 processor_ns = now_ns(CLOCK_THREAD_CPUTIME_ID) - beginProcessor_ns;
+	const qint64 time_ns = now_ns(CLOCK_MONOTONIC) - begin_ns;
+	--depth;
+
+	Times &times = kinds()[kind];
+	++times.count;
+	times.longest_ns = std::max(times.longest_ns, time_ns);
+	times.longestProcessor_ns = std::max(times.longestProcessor_ns, processor_ns);
+	return result;
+}

@@ -1,0 +1,43 @@
+// idle.mjs [SECONDS]: what OBS uses while nothing happens, without the module and with it, its dock hidden and shown.
+// Prints JSON lines.
+
+import { sleep } from "../../tools/obs/wait.mjs";
+import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { figures, report } from "./figures.mjs";
+
+const idle_s = Number(process.argv[2] ?? 120);
+
+async function measure(name, { withModule = true, dockShown = true }) {
+  const test = await TestSession.create("bench-idle", { helper: standInHelper("linked-helper"), withModule });
+  try {
+    await test.switchReplayBufferOn();
+    if (!dockShown) {
+      await test.session.home.forgetDockState();
+    }
+    await test.startObs();
+    if (!withModule) {
+      // As the module does: the Replay Buffer's memory and work are OBS's.
+      await test.websocket.call("StartReplayBuffer");
+    }
+    // Everything that belongs to the start, the update check included, is over.
+    await sleep(15_000);
+    const before = await figures(test);
+    await sleep(idle_s * 1000);
+    const after = await figures(test);
+    report(name, {
+      userInterfaceCpu_percent: (after.userInterface_ms - before.userInterface_ms) / (10 * idle_s),
+      userInterfaceWakeUps_per_s: (after.wakeUps - before.wakeUps) / idle_s,
+      memory_MiB: before.memory_KiB / 1024,
+      grown_MiB: (after.memory_KiB - before.memory_KiB) / 1024,
+      renderedFrames: after.renderedFrames - before.renderedFrames,
+      skippedFrames: after.skippedFrames - before.skippedFrames,
+    });
+    await test.stopObs();
+  } finally {
+    await test.close();
+  }
+}
+
+await measure("idle without the module", { withModule: false });
+await measure("idle, dock hidden", { dockShown: false });
+await measure("idle, dock shown", {});

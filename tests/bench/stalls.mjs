@@ -1,0 +1,78 @@
+// stalls.mjs [SECONDS]: how long single events hold OBS's user-interface thread while the module has as much to do as
+// it can get, and whether OBS skips frames over it. Prints JSON lines.
+
+import { readFile } from "node:fs/promises";
+import path from "node:path";
+import { run } from "../../tools/obs/command.mjs";
+import { sleep, waitFor } from "../../tools/obs/wait.mjs";
+import { artefactsFolder, standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { figures, report } from "./figures.mjs";
+
+const busy_s = Number(process.argv[2] ?? 120);
+const handlerTimes = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "bench", "libhandler_times.so");
+const layouts = ["Podcast", "Facecam", "Bubble"];
+
+/** Clicks, saves and choices as of a very busy streamer; without the module only what OBS itself is asked to do. */
+async function round(test, turn, withModule) {
+  if (withModule) {
+    await test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType: "ClipThat" });
+    await test.dock.click({ name: "updateBtn", enabled: true });
+    await test.dock.choose({ name: "layout" }, layouts[turn % layouts.length]);
+  } else {
+    await test.websocket.call("SaveReplayBuffer");
+  }
+  await sleep(8000);
+}
+
+async function measure(name, withModule) {
+  const folder = artefactsFolder("bench-stalls");
+  const file = path.join(folder, "handler-times");
+  const test = await TestSession.create("bench-stalls", {
+    helper: standInHelper("busy-helper"),
+    withModule,
+    extraEnv: { LD_PRELOAD: handlerTimes, HANDLER_TIMES_FILE: file },
+  });
+  try {
+    await run("convert", ["-size", "1080x1920", "plasma:fractal", path.join(folder, "preview.png")]);
+    await test.switchReplayBufferOn();
+    await test.startObs();
+    if (withModule) {
+      await test.waitForReadiness();
+      for (const section of ["styleSection", "recentSection"]) {
+        await test.dock.openSection(section);
+      }
+      await waitFor("the offer of an update", () => test.dock.widget({ name: "updateBtn", visible: true }));
+    } else {
+      await test.websocket.call("StartReplayBuffer");
+      await sleep(10_000);
+    }
+    const before = await figures(test);
+    const end = Date.now() + busy_s * 1000;
+    for (let turn = 0; Date.now() < end; ++turn) {
+      await round(test, turn, withModule);
+    }
+    const after = await figures(test);
+    await test.stopObs();
+    report(name, {
+      renderedFrames: after.renderedFrames - before.renderedFrames,
+      skippedFrames: after.skippedFrames - before.skippedFrames,
+    });
+    reportLongest(name, (await readFile(file, "utf8")).trim().split("\n").map((line) => JSON.parse(line)));
+  } finally {
+    await test.close();
+  }
+}
+
+/** The kinds of event that held the thread longest: of the dock, and of OBS with whatever it calls in modules. */
+function reportLongest(name, kinds) {
+  for (const inDock of [true, false]) {
+    const longest = kinds
+      .filter((kind) => kind.inDock === inDock)
+      .toSorted((a, b) => b.longestProcessor_ms - a.longestProcessor_ms)
+      .slice(0, 12);
+    report(`${name}, ${inDock ? "dock" : "OBS"}`, { longest });
+  }
+}
+
+await measure("stalls without the module", false);
+await measure("stalls with the module", true);
