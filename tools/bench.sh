@@ -11,7 +11,7 @@ results=build/bench
 mkdir -p "$results"
 
 tools/build.sh "${build_dir##*/}"
-tools/install-node-modules.sh
+tools/install-node-modules.sh tests/obs
 
 for subject in event_stream preview; do
 	QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_$subject" \

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# test.sh [unit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the build root.
+# test.sh [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the build root.
 set -euo pipefail
 
 # Unit tests, with warnings as errors.
@@ -7,6 +7,13 @@ unit()
 {
 	tools/build.sh ubuntu-ci-x86_64 &&
 		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset ubuntu-ci-x86_64
+}
+
+# The kit for authors of helpers: the schema, and tools/check-helper.
+kit()
+{
+	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tools/helper-kit &&
+		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test tests/kit/*.test.mjs
 }
 
 # The same tests under AddressSanitizer and UBSan.
@@ -26,7 +33,7 @@ thread()
 # End-to-end tests in the real OBS.
 obs()
 {
-	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh &&
+	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tests/obs &&
 		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test --test-concurrency=1 tests/obs/*.test.mjs
 }
 
@@ -34,11 +41,12 @@ run_stage()
 {
 	case $1 in
 	unit) unit ;;
+	kit) kit ;;
 	sanitize) sanitize ;;
 	thread) thread ;;
 	obs) obs ;;
 	*)
-		echo "test: no tests are called '$1'; there are: unit, sanitize, thread, obs" >&2
+		echo "test: no tests are called '$1'; there are: unit, kit, sanitize, thread, obs" >&2
 		return 2
 		;;
 	esac
@@ -46,7 +54,7 @@ run_stage()
 
 stages=("$@")
 if ((${#stages[@]} == 0)); then
-	stages=(unit sanitize thread obs)
+	stages=(unit kit sanitize thread obs)
 fi
 
 status=0

@@ -1,0 +1,83 @@
+// The schema of the events against the protocol's own page, and against events that are wrong.
+
+import assert from "node:assert/strict";
+import { readFile } from "node:fs/promises";
+import { describe, it } from "node:test";
+import { commands } from "../../tools/helper-kit/commands.mjs";
+import { allKinds, isAnswerTo, isEvent, kindsOf } from "../../tools/helper-kit/schema.mjs";
+
+const page = await readFile(new URL("../../docs/helper-protocol.md", import.meta.url), "utf8");
+
+/** The objects in the page's JSON blocks; lines of one object are joined. */
+const examples = [...page.matchAll(/^```json\n([^]*?)^```$/gm)].flatMap(([, block]) => {
+  const objects = block.trim().replaceAll(/\}\n\{/g, "}\0{").split("\0");
+  return objects.map((text) => JSON.parse(text));
+});
+
+describe("the schema and docs/helper-protocol.md", () => {
+  it("agree on every example event", () => {
+    const events = examples.filter((example) => "event" in example);
+    assert.ok(events.length >= 8, `only ${events.length} examples were found`);
+    for (const event of events) {
+      assert.ok(isEvent(event), `${JSON.stringify(event)}: ${JSON.stringify(isEvent.errors)}`);
+      assert.ok(Object.keys(commands).some((command) => isAnswerTo(command, event)), JSON.stringify(event));
+    }
+  });
+
+  it("agree on the commands and their answers", () => {
+    const table = page.slice(page.indexOf("## Commands"), page.indexOf("### --status"));
+    const rows = [...table.matchAll(/^\| `(--[a-z-]+).*\| (.*) \|$/gm)];
+    assert.deepEqual(rows.map(([, command]) => command).sort(), Object.keys(commands).sort());
+    for (const [, command, answers] of rows) {
+      assert.deepEqual([...answers.matchAll(/`(\w+)`/g)].map(([, kind]) => kind).sort(), kindsOf(command).sort());
+    }
+  });
+
+  it("agree that unknown members are ignored", () => {
+    assert.ok(isEvent({ event: "pending", colour: "red" }));
+  });
+
+  it("have every event read after some command", () => {
+    const read = new Set(Object.keys(commands).flatMap(kindsOf));
+    assert.deepEqual([...read].sort(), [...allKinds].sort());
+  });
+});
+
+describe("the schema refuses", () => {
+  const wrongs = [
+    ["what is no object", [{ event: "pending" }]],
+    ["an object without a kind", {}],
+    ["a kind that is no text", { event: 1 }],
+    ["an unknown kind", { event: "hello" }],
+    ["a status whose switch is a text", { event: "status", linked: "true" }],
+    ["a status whose list is a text", { event: "status", layouts: "podcast" }],
+    ["a status whose list holds numbers", { event: "status", fonts: [1] }],
+    ["a code without an address", { event: "code", code: "ABCD-1234" }],
+    ["a code whose address has no scheme", { event: "code", url: "accounts.example", code: "ABCD-1234" }],
+    ["a Short that is a text instead of a list", { event: "done", formatted: "a.mp4" }],
+    ["a Short whose note is a number", { event: "done", note: 1 }],
+    ["an error without a text", { event: "error" }],
+    ["an error whose relink is a number", { event: "error", error: "no", relink: 1 }],
+    ["clips that are texts", { event: "recent", items: ["a.mp4"] }],
+    ["a clip without a path", { event: "recent", items: [{ name: "a.mp4" }] }],
+    ["a folder that is a list", { event: "recent", folder: ["D:/Shorts"] }],
+    ["a preview whose path is null", { event: "preview", path: null }],
+    ["a cooldown with a fraction", { event: "chat", cooldown_s: 12.5 }],
+    ["a cooldown that is a text", { event: "chat", cooldown_s: "30" }],
+    ["a cap beyond its range", { event: "chat", per_stream_cap: 101 }],
+    ["a trigger that is a text", { event: "triggers", triggers: ["ana"] }],
+    ["an update that is a text", { event: "update", update: "1.0.7" }],
+    ["a version that is a number", { event: "update", update: true, latest: 1.1 }],
+    ["a percentage that is a text", { event: "progress", phase: "download", percent: "42" }],
+    ["an installer without a path", { event: "downloaded", latest: "1.0.7" }],
+    ["a text that is too long", { event: "error", error: "x".repeat(4001) }],
+  ];
+  for (const [what, event] of wrongs) {
+    it(what, () => assert.equal(isEvent(event), false));
+  }
+
+  it("an event after a command that does not read it", () => {
+    assert.equal(isAnswerTo("--status", { event: "error", error: "no network" }), false);
+    assert.equal(isAnswerTo("--link", { event: "error", error: "no network" }), true);
+  });
+});

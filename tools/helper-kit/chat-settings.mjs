@@ -1,0 +1,64 @@
+// The check of --chat-set: changes one number, looks whether it was stored, and puts the settings back.
+
+import { checkRun } from "./checks.mjs";
+import { error, warning } from "./findings.mjs";
+
+const mostUses = 100;
+
+/** As the dock sends them: compact, and in this order. */
+function settingsOf(chat) {
+  return {
+    command: chat.command,
+    cooldown_s: Number.isInteger(chat.cooldown_s) ? chat.cooldown_s : 30,
+    enabled: chat.enabled === true,
+    per_stream_cap: Number.isInteger(chat.per_stream_cap) ? chat.per_stream_cap : 10,
+  };
+}
+
+function differences(wanted, answer) {
+  return Object.keys(wanted)
+    .filter((key) => wanted[key] !== settingsOf(answer)[key])
+    .map((key) => `"${key}" is ${JSON.stringify(answer[key])}, not ${JSON.stringify(wanted[key])}`);
+}
+
+async function storedChat(session) {
+  const { events } = await checkRun(session, "--chat-get", ["--chat-get"]);
+  return events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
+}
+
+/** Sends settings and answers what is wrong with the answer and with what --chat-get tells afterwards. */
+async function send(session, settings) {
+  const { findings, events } = await checkRun(session, "--chat-set", ["--chat-set", JSON.stringify(settings)]);
+  const answer = events.at(-1);
+  if (!answer) {
+    return findings;
+  }
+  if (answer.error) {
+    return [...findings, error(`it refuses settings like its own; the user reads: ${answer.error}`)];
+  }
+  const wrong = typeof answer.command === "string" ? differences(settings, answer) : [];
+  if (wrong.length > 0) {
+    return [...findings, error(`its answer differs from what was sent: ${wrong.join(", ")}`)];
+  }
+  const stored = await storedChat(session);
+  const lost = stored ? differences(settings, stored) : ["no settings"];
+  return lost.length > 0
+    ? [...findings, error(`--chat-get tells something else afterwards: ${lost.join(", ")}`)]
+    : findings;
+}
+
+/** Answers the findings of --chat-set. */
+export async function checkChatSet(session) {
+  const before = await storedChat(session);
+  if (!before) {
+    return [warning("not run: --chat-get tells no settings that could be put back")];
+  }
+  const own = settingsOf(before);
+  const cap = own.per_stream_cap;
+  const findings = await send(session, { ...own, per_stream_cap: cap < mostUses ? cap + 1 : cap - 1 });
+  const restoring = await send(session, own);
+  if (restoring.some(({ severity }) => severity === "error")) {
+    findings.push(error(`the settings could not be put back as they were: ${JSON.stringify(own)}`));
+  }
+  return findings;
+}

@@ -1,0 +1,39 @@
+// The replay that the helper is given, and proof that it was left alone.
+
+import { createHash } from "node:crypto";
+import { copyFile, mkdir, readFile } from "node:fs/promises";
+import path from "node:path";
+import { makeTestVideo } from "../obs/media.mjs";
+import { error } from "./findings.mjs";
+import { UsageError } from "./options.mjs";
+
+/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path. */
+export async function prepareReplay(folder, source) {
+  // Replays have blanks in their names, and people have names that are not ASCII.
+  const home = path.join(folder, "Ana Peña");
+  await mkdir(home);
+  const replay = path.join(home, `Replay 2026-01-31 20-15-00${source ? path.extname(source) : ".mkv"}`);
+  if (source) {
+    await copyFile(source, replay);
+  } else {
+    await makeTestVideo(replay, { width: 640, height: 360, fps: 30, seconds: 4 }).catch(({ message }) => {
+      throw new UsageError(`no test video could be made (${message}); name a video with --replay`);
+    });
+  }
+  return replay;
+}
+
+async function fingerprint(file) {
+  return createHash("sha256").update(await readFile(file)).digest("hex");
+}
+
+/** Calls `work` and answers a list of findings: empty when `file` is the same after it. */
+export async function watchFile(file, work) {
+  const before = await fingerprint(file);
+  await work();
+  try {
+    return (await fingerprint(file)) === before ? [] : [error("the replay was changed; it belongs to the user")];
+  } catch {
+    return [error("the replay was removed or moved; it belongs to the user")];
+  }
+}
