@@ -54,6 +54,7 @@ QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &
 
 KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)> &embed)
 	: QWidget(parent)
+	, installerTimer_(new QTimer(this))
 {
 	setObjectName(QStringLiteral("KestruneDock"));
 	if (embed)
@@ -73,7 +74,6 @@ KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)>
 	buildRecentSection(content);
 	content->addStretch(1);
 
-	installerTimer_ = new QTimer(this);
 	installerTimer_->setInterval(500ms);
 	connect(installerTimer_, &QTimer::timeout, this, &KestruneDock::pollInstaller);
 
