@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# build.sh PRESET: configures and builds one CMake preset in build/PRESET. Runs in the build root.
+# build.sh PRESET [OPTION...]: configures and builds one CMake preset in build/PRESET; the options are those of
+# cmake --build, for example --target sample-helper. Runs in the build root.
 set -euo pipefail
 
 preset=$1
+shift
 build_dir=build/$preset
 made_in="$KESTRUNE_ROOT_ID in $PWD"
 
@@ -14,4 +16,4 @@ mkdir -p "$build_dir"
 printf '%s\n' "$made_in" >"$build_dir/.made-in"
 
 cmake --preset "$preset"
-cmake --build --preset "$preset"
+cmake --build --preset "$preset" "$@"

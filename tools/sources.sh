@@ -7,6 +7,12 @@ cpp_sources()
 	git ls-files -z --cached --others --exclude-standard -- '*.cpp' '*.hpp' '*.h'
 }
 
+# Prints all of our files, tracked or new, each ended by a NUL; what is no text is for the reader to skip.
+text_files()
+{
+	git ls-files -z --cached --others --exclude-standard
+}
+
 # Prints our shell scripts that people or other scripts call, each ended by a NUL. Those that are only sourced
 # make sense, to people and to shellcheck, in the scripts that source them.
 shell_scripts()
