@@ -1,0 +1,41 @@
+#include <QImage>
+#include <QLabel>
+#include <QSignalSpy>
+
+#include "host/dock_test.hpp"
+
+/// Texts on the status line may hold markup, which Qt reads there as in every label: what it can and cannot do.
+class ForeignMarkupTest : public DockTest {
+	Q_OBJECT
+
+	/// Whether the dock comes to show this text of the helper.
+	bool showsOnTheStatusLine(const QString &text)
+	{
+		helper().on(u"--status"_s, HelperScript().hang());
+		helper().on(u"--link"_s, HelperScript().event({{u"event"_s, u"error"_s}, {u"error"_s, text}}));
+		return load() && invoke("connectAccount") &&
+		       QTest::qWaitFor([&] { return statusIs(text, errorColour); }, 10000);
+	}
+
+private Q_SLOTS:
+	void aLinkOpensNothing()
+	{
+		QVERIFY(showsOnTheStatusLine(u"<a href=\"https://stranger.example\">click here</a>"_s));
+		status()->resize(200, 20);
+		const QSignalSpy clicked(status(), &QLabel::linkActivated);
+		QTest::mouseClick(status(), Qt::LeftButton, {}, QPoint(10, 10));
+		QCOMPARE(clicked.size(), 1);
+		QVERIFY(openedUrls().isEmpty());
+	}
+
+	void aPictureIsReadFromItsFile()
+	{
+		const QString path = scratchPath(u"picture.png"_s);
+		QVERIFY(QImage(50, 300, QImage::Format_RGB32).save(path));
+		QVERIFY(showsOnTheStatusLine(u"<img src=\"%1\">"_s.arg(QUrl::fromLocalFile(path).toString())));
+		QVERIFY(status()->sizeHint().height() >= 300);
+	}
+};
+
+QTEST_MAIN(ForeignMarkupTest)
+#include "foreign_markup.moc"
