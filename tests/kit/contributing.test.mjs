@@ -1,0 +1,137 @@
+// What developers are given: the container's packages, the hooks and tasks, the checks, and the files that pages name.
+
+import assert from "node:assert/strict";
+import { execFile } from "node:child_process";
+import { access, chmod, copyFile, mkdir, readdir, readFile, writeFile } from "node:fs/promises";
+import path from "node:path";
+import { describe, it } from "node:test";
+import { run } from "../../tools/obs/command.mjs";
+import { temporaryFolder } from "./support/helper-check.mjs";
+
+const checkout = path.resolve(import.meta.dirname, "..", "..");
+const read = (name) => readFile(path.join(checkout, name), "utf8");
+
+/** Runs a command in the checkout; answers its exit code and all that it printed. */
+function outcome(program, args, env = {}) {
+  return new Promise((resolve) => {
+    execFile(program, args, { cwd: checkout, env: { ...process.env, ...env } }, (failure, output, errorOutput) => {
+      resolve({ exitCode: failure ? failure.code : 0, output: output + errorOutput });
+    });
+  });
+}
+
+describe("the development container", () => {
+  it("installs what the build root holds", async (t) => {
+    const folder = await temporaryFolder(t);
+    await writeFile(path.join(folder, "apt-get"), `#!/bin/sh\necho "$@" >>'${folder}/calls'\n`, { mode: 0o755 });
+    const [, source, target] = /^COPY (\S+) (\S+)$/m.exec(await read(".devcontainer/Dockerfile"));
+    const [, install] = /^RUN (.*)$/m.exec(await read(".devcontainer/Dockerfile"));
+    const list = path.join(checkout, source);
+    await run("sh", ["-c", install.replaceAll(target, `'${list}'`)], {
+      env: { ...process.env, PATH: `${folder}:${process.env.PATH}` },
+    });
+    const calls = (await readFile(path.join(folder, "calls"), "utf8")).trim().split("\n");
+    assert.equal(calls.length, 2);
+    assert.equal(calls[0], "update");
+    const [, packages] = /^install --yes --no-install-recommends (.*)$/.exec(calls[1]);
+
+    const lister = `cache=/nowhere checkout='${checkout}'; source '${checkout}/tools/root/make.sh'; root_packages`;
+    const wanted = (await run("bash", ["-c", lister])).trim().split("\n");
+    assert.ok(wanted.length > 10);
+    assert.deepEqual(packages.split(" "), wanted);
+  });
+
+  it("needs no build root: ./run works on the machine itself", async () => {
+    const { exitCode, output } = await outcome("./run", ["shell", "sh", "-c", "echo $KESTRUNE_ROOT_ID"]);
+    assert.equal(exitCode, 0, output);
+    assert.match(output, /^machine [0-9a-f]{12}\n$/);
+  });
+});
+
+describe("hooks and tasks", () => {
+  it("call checks that there are", async () => {
+    const hooks = [...(await read(".pre-commit-config.yaml")).matchAll(/entry: \.\/run lint (\w+)$/gm)];
+    assert.deepEqual(hooks.map(([, check]) => check), ["format", "cpp", "shell", "spelling"]);
+    const help = await run("bash", [path.join(checkout, "run"), "help"]);
+    hooks.forEach(([, check]) => assert.ok(help.includes(`[${check}]`), `./run help lacks ${check}`));
+  });
+
+  it("call tasks that there are", async () => {
+    const { tasks } = JSON.parse(await read(".vscode/tasks.json"));
+    const settings = JSON.parse(await read(".vscode/settings.json"));
+    assert.equal(settings["clangd.path"], "${workspaceFolder}/run");
+    const called = tasks.map(({ command }) => /^\.\/run (\S+)/.exec(command)[1]);
+    const help = await run("bash", [path.join(checkout, "run"), "help"]);
+    for (const task of [...called, settings["clangd.arguments"][0]]) {
+      assert.match(help, new RegExp(`^\\s*\\./run ${task}\\b`, "m"));
+    }
+  });
+});
+
+describe("lint", () => {
+  /** A repository of its own with our checks and these files; answers what lint makes of it. */
+  async function lint(t, files, args) {
+    const folder = await temporaryFolder(t);
+    await mkdir(path.join(folder, "tools"));
+    for (const name of ["tools/lint.sh", "tools/sources.sh", ".clang-format", ".codespellrc"]) {
+      await copyFile(path.join(checkout, name), path.join(folder, name));
+    }
+    for (const [name, text] of Object.entries(files)) {
+      await writeFile(path.join(folder, name), text);
+      await chmod(path.join(folder, name), 0o755);
+    }
+    await run("git", ["init", "--quiet", folder]);
+    return outcome("sh", ["-c", `cd '${folder}' && exec tools/lint.sh ${args}`], { GIT_CONFIG_COUNT: "0" });
+  }
+
+  const wrong = {
+    "a.cpp": "int  a = 1;\n",
+    "a.sh": "#!/usr/bin/env bash\necho $1\n",
+    // Spelt so that this file passes itself.
+    "a.md": `I have rec${"ie"}ved it.\n`,
+  };
+  const all = "format shell spelling";
+
+  it("finds what is wrong, each check its own", async (t) => {
+    const { exitCode, output } = await lint(t, wrong, all);
+    assert.equal(exitCode, 1);
+    assert.match(output, /== Summary\nformat: FAILED\nshell: FAILED\nspelling: FAILED\n/);
+  });
+
+  it("looks at the named files alone", async (t) => {
+    const { exitCode, output } = await lint(t, { ...wrong, "b.md": "All is well.\n" }, `${all} a.sh b.md`);
+    assert.equal(exitCode, 1);
+    assert.match(output, /== Summary\nformat: passed\nshell: FAILED\nspelling: passed\n/);
+  });
+
+  it("runs the named check alone", async (t) => {
+    const { exitCode, output } = await lint(t, wrong, "spelling a.cpp");
+    assert.equal(exitCode, 0);
+    assert.match(output, /== Summary\nspelling: passed\n$/);
+  });
+
+  it("refuses what is neither a file nor a check", async (t) => {
+    const { exitCode, output } = await lint(t, wrong, "style");
+    assert.equal(exitCode, 2);
+    assert.match(output, /^lint: 'style' is neither a file nor a check/);
+  });
+});
+
+describe("the pages", () => {
+  it("name files that are there", async () => {
+    const docs = (await readdir(path.join(checkout, "docs"))).filter((name) => name.endsWith(".md"));
+    const pages = ["README.md", "CONTRIBUTING.md", "SECURITY.md", ...docs.map((name) => path.join("docs", name))];
+    let count = 0;
+    for (const page of pages) {
+      const text = await read(page);
+      const links = [...text.matchAll(/\]\(([^)#:]+)(#[^)]*)?\)/g)].map(([, link]) => [path.dirname(page), link]);
+      const named = [...text.matchAll(/`(tests\/[\w./-]+\.\w+)`/g)].map(([, file]) => [".", file]);
+      for (const [folder, file] of [...links, ...named]) {
+        count += 1;
+        const there = await access(path.join(checkout, folder, file)).then(() => true, () => false);
+        assert.ok(there, `${page} names ${file}`);
+      }
+    }
+    assert.ok(count > 50, `only ${count} names were found`);
+  });
+});
