@@ -1,5 +1,6 @@
 #include "captions.hpp"
 
+#include "caption_text.hpp"
 #include "layouts.hpp"
 #include "look.hpp"
 
@@ -7,36 +8,49 @@
 
 namespace {
 
+/// How letters are painted, in the words of the script format: colours are &H, alpha (00 is opaque), blue, green, red.
+struct Layer {
+	const char *letters{};
+	const char *outline{};
+	const char *shadow{};
+	/// 1 outlines the letters, 4 puts a box of the shadow's colour and size behind them.
+	int border{1};
+	int outlineWidth{};
+	int shadowDepth{};
+	/// Commands in front of each text.
+	const char *commands{""};
+};
+
 struct Style {
 	const char *key{};
 	int fontSize{};
 	bool upperCase{};
-	/// Options of up to two drawtext layers, the lower one first; an empty one draws nothing.
-	std::array<const char *, 2> layers{};
+	/// How many of the layers are drawn, the lowest first.
+	std::size_t layerCount{};
+	std::array<Layer, 2> layers{};
 };
 
 struct Font {
 	const char *key{};
 	const char *family{};
+	/// Families of a single weight are heavy as they are.
+	bool bold{};
 };
 
+constexpr Layer glow{"&H80D62BFF", "&H60D62BFF", "&HFF000000", 1, 16, 0, R"({\blur10})"};
+
 constexpr std::array<Style, 5> styles{{
-	{"rune",
-	 84,
-	 false,
-	 {"fontcolor=0xb8ff6a:borderw=8:bordercolor=0x14200b:shadowx=0:shadowy=8:shadowcolor=black@0.6", ""}},
-	{"neon",
-	 84,
-	 false,
-	 {"fontcolor=0xff2bd6@0.5:borderw=18:bordercolor=0xff2bd6@0.35",
-	  "fontcolor=white:borderw=5:bordercolor=0xff2bd6"}},
-	{"clean", 72, false, {"fontcolor=white:box=1:boxcolor=black@0.65:boxborderw=28", ""}},
-	{"meme", 88, true, {"fontcolor=white:borderw=11:bordercolor=black", ""}},
-	{"none", 0, false, {"", ""}},
+	{"rune", 96, false, 1, {{{"&H006AFFB8", "&H000B2014", "&H66000000", 1, 8, 8, R"({\xshad0\yshad8})"}}}},
+	{"neon", 96, false, 2, {{glow, {"&H00FFFFFF", "&H00D62BFF", "&HFF000000", 1, 5, 0}}}},
+	{"clean", 84, false, 1, {{{"&H00FFFFFF", "&HFF000000", "&H59000000", 4, 0, 28}}}},
+	{"meme", 100, true, 1, {{{"&H00FFFFFF", "&H00000000", "&HFF000000", 1, 10, 0}}}},
+	{"none", 0, false, 0, {}},
 }};
 
-constexpr std::array<Font, 4> fonts{
-	{{"bebas", "Bebas Neue"}, {"montserrat", "Montserrat"}, {"inter", "Inter"}, {"bangers", "Bangers"}}};
+constexpr std::array<Font, 4> fonts{{{"bebas", "Bebas Neue", false},
+				     {"montserrat", "Montserrat", true},
+				     {"inter", "Inter", true},
+				     {"bangers", "Bangers", false}}};
 
 /// The row with the key; the first one for a key that is in no row.
 template<typename Row, std::size_t Size> const Row &rowOf(const std::array<Row, Size> &rows, const QString &key)
@@ -73,6 +87,40 @@ double heightOf(const Look &look)
 	return layoutCaptionHeight(look.layout);
 }
 
+QString styleLine(const Style &style, std::size_t layer, const Font &font)
+{
+	const Layer &paint = style.layers[layer];
+	// A font family that is not installed is replaced by the nearest one that is. The 5 is "centred on its place".
+	return QStringLiteral("Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n")
+		.arg(layer)
+		.arg(QLatin1String(font.family))
+		.arg(style.fontSize)
+		.arg(QLatin1String(paint.letters), QLatin1String(paint.outline), QLatin1String(paint.shadow))
+		.arg(font.bold ? -1 : 0)
+		.arg(paint.border)
+		.arg(paint.outlineWidth)
+		.arg(paint.shadowDepth);
+}
+
+QString cueLines(const Style &style, const Cue &cue, int y)
+{
+	const QString text = captiontext::broken(style.upperCase ? cue.text.toUpper() : cue.text);
+	const int fontSize = static_cast<int>(style.fontSize * captiontext::scale(text));
+	QString lines{};
+	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
+		lines += QStringLiteral("Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7")
+				 .arg(layer)
+				 .arg(captiontext::time(cue.startMs), captiontext::time(cue.endMs))
+				 .arg(shortWidth / 2)
+				 .arg(y)
+				 .arg(fontSize)
+				 .arg(QLatin1String(style.layers[layer].commands));
+		// Appended, since the text itself may hold something like %1.
+		lines += captiontext::escaped(text) + QLatin1Char('\n');
+	}
+	return lines;
+}
+
 } // namespace
 
 QStringList styleKeys()
@@ -90,31 +138,21 @@ QStringList positionKeys()
 	return {QStringLiteral("auto"), QStringLiteral("top"), QStringLiteral("middle"), QStringLiteral("bottom")};
 }
 
-QString captionFileName()
+bool hasCaptions(const Look &look)
 {
-	return QStringLiteral("caption.txt");
+	return rowOf(styles, look.style).layerCount > 0;
 }
 
-QString captionText(const Look &look, const QString &text)
-{
-	return rowOf(styles, look.style).upperCase ? text.toUpper() : text;
-}
-
-QString captionFilter(const Look &look)
+QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 {
 	const Style &style = rowOf(styles, look.style);
-	QStringList filters{};
-	for (const char *layer : style.layers) {
-		const QString options = QLatin1String(layer);
-		if (!options.isEmpty()) {
-			// A font family that is not installed is replaced by fontconfig with the nearest one that is.
-			filters += QStringLiteral("drawtext=textfile=%1:expansion=none:font='%2':fontsize=%3:%4"
-						  ":x=(w-text_w)/2:y=h*%5-text_h/2")
-					   .arg(captionFileName(), QLatin1String(rowOf(fonts, look.font).family))
-					   .arg(style.fontSize)
-					   .arg(options)
-					   .arg(heightOf(look));
-		}
+	QString styleLines{};
+	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
+		styleLines += styleLine(style, layer, rowOf(fonts, look.font));
 	}
-	return filters.join(QLatin1Char(','));
+	QString events{};
+	for (const Cue &cue : cues) {
+		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight));
+	}
+	return captiontext::script(shortWidth, shortHeight, styleLines, events);
 }

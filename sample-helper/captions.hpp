@@ -1,5 +1,8 @@
 #pragma once
 
+#include "subtitles.hpp"
+
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -10,12 +13,9 @@ QStringList styleKeys();
 QStringList fontKeys();
 QStringList positionKeys();
 
-/// The file, in ffmpeg's working folder, that a caption's text is read from. A file name of our own in a folder of our
-/// own spares both the text and the path from ffmpeg's escaping rules.
-QString captionFileName();
+/// False for the style that shows no captions.
+bool hasCaptions(const Look &look);
 
-/// The text as the look's style writes it (some styles shout).
-QString captionText(const Look &look, const QString &text);
-
-/// The ffmpeg filters that draw the text of captionFileName() onto a Short; empty for the style "none".
-QString captionFilter(const Look &look);
+/// A script for ffmpeg's "ass" filter that shows the cues on a Short in the chosen style, font and position. Nothing in
+/// a cue's text can do more than be shown; long texts are set smaller, very long ones cut off.
+QByteArray captionScript(const Look &look, const QList<Cue> &cues);

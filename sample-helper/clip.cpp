@@ -1,8 +1,11 @@
 #include "clip.hpp"
 
 #include "account.hpp"
+#include "caption_source.hpp"
 #include "captions.hpp"
+#include "encoding.hpp"
 #include "events.hpp"
+#include "excerpt.hpp"
 #include "ffmpeg.hpp"
 #include "layouts.hpp"
 #include "look.hpp"
@@ -17,8 +20,6 @@
 #include <QRandomGenerator>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-
-#include <algorithm>
 
 namespace {
 
@@ -69,53 +70,33 @@ QString newShortName()
 		.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
 }
 
-void writeCaption(const QString &folder, const Look &look, const QString &replay)
+/// The filter that shows the captions, with a comma in front; empty without captions.
+QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &folder, QStringList &notes)
 {
-	const QString moment = QFileInfo(replay).lastModified().toString(QStringLiteral("HH:mm"));
-	QFile file(QDir(folder).filePath(captionFileName()));
-	const QByteArray text = captionText(look, QStringLiteral("Clipped at %1").arg(moment)).toUtf8();
-	if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush()) {
-		throw Failure(QStringLiteral("couldn't write to %1 (%2).").arg(folder, file.errorString()));
+	if (!hasCaptions(look)) {
+		return {};
 	}
-}
-
-QStringList encodingArguments(const QString &replay, const ffmpeg::Video &video, int seconds, const QString &layout,
-			      const QString &caption, const QString &target)
-{
-	const QString graph = QStringLiteral("[0:%1]format=yuv420p[source];%2;[framed]%3format=yuv420p[short]")
-				      .arg(video.videoStream)
-				      .arg(layoutGraph(layout, cameraRegion()),
-					   caption.isEmpty() ? QString() : caption + QLatin1Char(','));
-	const double start = std::max(0.0, video.durationSeconds - seconds);
-	QStringList arguments{QStringLiteral("-ss"),
-			      QString::number(start, 'f', 6),
-			      QStringLiteral("-i"),
-			      ffmpeg::fileAddress(replay),
-			      QStringLiteral("-t"),
-			      QString::number(seconds),
-			      QStringLiteral("-filter_complex"),
-			      graph,
-			      QStringLiteral("-map"),
-			      QStringLiteral("[short]")};
-	if (video.audioStream >= 0) {
-		arguments << QStringLiteral("-map") << QStringLiteral("0:%1").arg(video.audioStream)
-			  << QStringLiteral("-c:a") << QStringLiteral("aac") << QStringLiteral("-b:a")
-			  << QStringLiteral("160k") << QStringLiteral("-ac") << QStringLiteral("2");
+	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
+	if (cues.isEmpty()) {
+		return {};
 	}
-	// OBS goes on streaming meanwhile: "superfast" takes about two thirds of the processor time of "veryfast".
-	arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
-		  << QStringLiteral("superfast") << QStringLiteral("-crf") << QStringLiteral("22")
-		  << QStringLiteral("-fpsmax") << QStringLiteral("60") << QStringLiteral("-map_chapters")
-		  << QStringLiteral("-1") << QStringLiteral("-movflags") << QStringLiteral("+faststart")
-		  << QStringLiteral("-f") << QStringLiteral("mp4") << ffmpeg::fileAddress(target);
-	return arguments;
+	// Plain names in ffmpeg's working folder need none of its escaping rules.
+	const QDir files(folder);
+	state::writeFile(files.filePath(QStringLiteral("trial.ass")),
+			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}));
+	if (!ffmpeg::draws(QStringLiteral("ass=trial.ass"), folder)) {
+		notes += QStringLiteral("without captions, this ffmpeg can't draw text");
+		return {};
+	}
+	state::writeFile(files.filePath(QStringLiteral("captions.ass")), captionScript(look, cues));
+	return QStringLiteral(",ass=captions.ass");
 }
 
 /// Makes the Short and returns its path.
 QString makeShort(const QString &replay, int seconds, const Look &look, QStringList &notes)
 {
 	requireReadable(replay);
-	const ffmpeg::Video video = ffmpeg::probe(replay);
+	const Excerpt excerpt = lastSecondsOf(replay, seconds);
 	const QDir output(settings::outputFolder());
 	state::makeFolder(output.absolutePath());
 	removeAbandonedParts(output);
@@ -125,20 +106,14 @@ QString makeShort(const QString &replay, int seconds, const Look &look, QStringL
 		throw Failure(QStringLiteral("couldn't write to %1 (%2).")
 				      .arg(settings::stateFolder(), scratch.errorString()));
 	}
-	QString caption = captionFilter(look);
-	if (!caption.isEmpty()) {
-		writeCaption(scratch.path(), look, replay);
-		if (!ffmpeg::canDrawCaption(look, scratch.path())) {
-			caption.clear();
-			notes += QStringLiteral("without a caption, this ffmpeg can't draw text");
-		}
-	}
+	const QString graph = layoutGraph(look.layout, cameraRegion(look.layout)) +
+			      captionFilter(excerpt, look, scratch.path(), notes);
 
 	const QString name = newShortName();
 	const QString part = output.filePath(name + QStringLiteral(".part"));
 	const QString finished = output.filePath(name + QStringLiteral(".mp4"));
 	const auto removePart = qScopeGuard([&part] { QFile::remove(part); });
-	ffmpeg::run(encodingArguments(replay, video, seconds, look.layout, caption, part), scratch.path());
+	encode(excerpt, graph, scratch.path(), part, notes);
 	if (ffmpeg::probe(part).durationSeconds <= 0) {
 		throw Failure(QStringLiteral("ffmpeg found no pictures in %1.").arg(QFileInfo(replay).fileName()));
 	}

@@ -1,27 +1,18 @@
 #include "ffmpeg.hpp"
 
-#include "captions.hpp"
 #include "events.hpp"
-#include "look.hpp"
+#include "program.hpp"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <algorithm>
 
 namespace ffmpeg {
 namespace {
-
-struct Result {
-	/// -1 after a crash.
-	int exitCode{};
-	QByteArray output{};
-	QString errors{};
-};
 
 QString locate(const QString &name)
 {
@@ -37,24 +28,21 @@ QString locate(const QString &name)
 	return program;
 }
 
-Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder)
+program::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder)
 {
-	QProcess process;
-	process.setWorkingDirectory(workingFolder);
-	process.setStandardInputFile(QProcess::nullDevice());
-	process.start(locate(name), arguments);
-	if (!process.waitForStarted() || !process.waitForFinished(-1)) {
-		qWarning("%s: %s", qUtf8Printable(process.program()), qUtf8Printable(process.errorString()));
+	const program::Result result = program::run(locate(name), arguments, workingFolder);
+	if (result.outcome == program::Outcome::NotStarted) {
 		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
 	}
-	const Result result{process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-			    process.readAllStandardOutput(),
-			    QString::fromUtf8(process.readAllStandardError()).trimmed()};
-	if (!result.errors.isEmpty()) {
-		qInfo("%s %s\n%s", qUtf8Printable(name), qUtf8Printable(arguments.join(QLatin1Char(' '))),
-		      qUtf8Printable(result.errors));
-	}
 	return result;
+}
+
+/// Runs ffmpeg with the arguments that every run of it needs in front.
+program::Result execute(const QStringList &arguments, const QString &workingFolder)
+{
+	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
+				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
+	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder);
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
@@ -84,7 +72,7 @@ bool isMovieFormat(const QString &format)
 /// written when its program crashed.
 double endOfPackets(const QString &path, int stream)
 {
-	const Result result =
+	const program::Result result =
 		execute(QStringLiteral("ffprobe"),
 			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
 			 QString::number(stream), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
@@ -106,14 +94,14 @@ QString fileAddress(const QString &path)
 
 Video probe(const QString &path)
 {
-	const Result result =
+	const program::Result result =
 		execute(QStringLiteral("ffprobe"),
 			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
 			 QStringLiteral("-show_format"), QStringLiteral("-show_streams"), fileAddress(path)},
 			{});
 	const QJsonObject answer = QJsonDocument::fromJson(result.output).object();
 	const QJsonObject format = answer.value(QLatin1String("format")).toObject();
-	Video video{-1, -1, format.value(QLatin1String("duration")).toString().toDouble()};
+	Video video{-1, -1, 0, format.value(QLatin1String("duration")).toString().toDouble()};
 	const QJsonArray streams = answer.value(QLatin1String("streams")).toArray();
 	for (qsizetype i = 0; i < streams.size(); ++i) {
 		const QJsonObject stream = streams.at(i).toObject();
@@ -125,10 +113,11 @@ Video probe(const QString &path)
 		} else if (type == QLatin1String("audio") && video.audioStream < 0) {
 			// OBS puts the full mix on the first track.
 			video.audioStream = static_cast<int>(i);
+			video.audioChannels = stream.value(QLatin1String("channels")).toInt();
 		}
 	}
 	const bool isMovie = isMovieFormat(format.value(QLatin1String("format_name")).toString());
-	if (result.exitCode != 0 || video.videoStream < 0 || !isMovie) {
+	if (!result.succeeded() || video.videoStream < 0 || !isMovie) {
 		throw Failure(QStringLiteral("%1 isn't a video that ffmpeg can read.").arg(QFileInfo(path).fileName()));
 	}
 	if (video.durationSeconds <= 0) {
@@ -137,24 +126,38 @@ Video probe(const QString &path)
 	return video;
 }
 
-bool canDrawCaption(const Look &look, const QString &workingFolder)
+QSet<QString> encoderNames()
 {
-	const Result result =
-		execute(QStringLiteral("ffmpeg"),
-			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
-			 QStringLiteral("-i"), QStringLiteral("color=s=64x64"), QStringLiteral("-vf"),
-			 captionFilter(look), QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-f"),
-			 QStringLiteral("null"), QStringLiteral("-")},
+	QSet<QString> names{};
+	const program::Result result = execute({QStringLiteral("-encoders")}, {});
+	for (const QByteArray &line : result.output.split('\n')) {
+		// Flags, name, description.
+		names += QString::fromUtf8(line.simplified().split(' ').value(1));
+	}
+	return names;
+}
+
+bool succeeds(const QStringList &arguments)
+{
+	return execute(arguments, {}).succeeded();
+}
+
+bool draws(const QString &filter, const QString &workingFolder)
+{
+	const program::Result result =
+		execute({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+			 QStringLiteral("color=c=gray:s=270x480"), QStringLiteral("-vf"),
+			 filter + QStringLiteral(",format=gray"), QStringLiteral("-frames:v"), QStringLiteral("1"),
+			 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")},
 			workingFolder);
-	return result.exitCode == 0;
+	const QByteArray &picture = result.output;
+	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }
 
 void run(const QStringList &arguments, const QString &workingFolder)
 {
-	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
-				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
-	const Result result = execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder);
-	if (result.exitCode != 0) {
+	const program::Result result = execute(arguments, workingFolder);
+	if (!result.succeeded()) {
 		throw Failure(explain(result.errors));
 	}
 }

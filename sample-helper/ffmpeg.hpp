@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QByteArray>
+#include <QSet>
 #include <QString>
 #include <QStringList>
-
-struct Look;
 
 /// Everything that is done through the programs ffmpeg and ffprobe. All calls wait for the program to end.
 namespace ffmpeg {
@@ -14,6 +12,7 @@ struct Video {
 	int videoStream{};
 	/// -1 when the file has no sound.
 	int audioStream{-1};
+	int audioChannels{};
 	double durationSeconds{};
 };
 
@@ -23,9 +22,15 @@ QString fileAddress(const QString &path);
 /// Looks into a video file. Throws Failure when ffprobe is missing or the file is no video.
 Video probe(const QString &path);
 
-/// Whether this ffmpeg can draw the look's caption: some builds lack the filter, some systems have no font. The text
-/// must be in captionFileName() in `workingFolder`.
-bool canDrawCaption(const Look &look, const QString &workingFolder);
+/// The names of the encoders that this ffmpeg was built with.
+QSet<QString> encoderNames();
+
+/// Whether ffmpeg can do this. Throws Failure when it is missing.
+bool succeeds(const QStringList &arguments);
+
+/// Whether the filter leaves a mark on an empty picture: some builds lack the one for captions, some systems have no
+/// font for it. Throws Failure when ffmpeg is missing.
+bool draws(const QString &filter, const QString &workingFolder);
 
 /// Runs ffmpeg in `workingFolder`; throws Failure, worded by what went wrong, unless it succeeds.
 void run(const QStringList &arguments, const QString &workingFolder);

@@ -9,26 +9,52 @@ namespace {
 constexpr Region wholePicture{0, 0, 1, 1};
 constexpr Region leftHalf{0, 0, 0.5, 1};
 constexpr Region rightHalf{0.5, 0, 0.5, 1};
-constexpr Region lowerRightCorner{0.7, 0.55, 0.3, 0.45};
+// Webcams are as wide as the stream itself; a drawn or modelled figure stands taller.
+constexpr Region cornerWebcam{0.7, 0.7, 0.3, 0.3};
+constexpr Region cornerFigure{0.7, 0.55, 0.3, 0.45};
 
-/// The largest part around the middle of the region that has the shape of the target, scaled to the target.
-QString cut(const Region &region, int width, int height)
+/// The largest part of the region that has the shape of the target, scaled to the target. `x` says where it begins.
+QString cutAt(const Region &region, const QString &x, int width, int height)
 {
-	return QStringLiteral("crop=w='min(iw*%1,ih*%2*%5/%6)':h='min(ih*%2,iw*%1*%6/%5)'"
-			      ":x='iw*%3+(iw*%1-ow)/2':y='ih*%4+(ih*%2-oh)/2',scale=%5:%6:flags=bilinear,setsar=1")
+	return QStringLiteral("crop=w='min(iw*%1,ih*%2*%4/%5)':h='min(ih*%2,iw*%1*%5/%4)'"
+			      ":x='%6':y='ih*%3+(ih*%2-oh)/2',scale=%4:%5:flags=bilinear,setsar=1")
 		.arg(region.width)
 		.arg(region.height)
-		.arg(region.x)
 		.arg(region.y)
 		.arg(width)
-		.arg(height);
+		.arg(height)
+		.arg(x);
 }
 
-QString stacked(const Region &upper, int upperHeight, const Region &lower)
+/// The part around the middle of the region.
+QString cut(const Region &region, int width, int height)
+{
+	return cutAt(region, QStringLiteral("iw*%1+(iw*%2-ow)/2").arg(region.x).arg(region.width), width, height);
+}
+
+/// The game: the part around the middle of the picture, moved aside where the camera, which is shown by itself, would
+/// be seen a second time.
+QString cutGame(const Region &camera, int width, int height)
+{
+	const double left = camera.x;
+	const double right = camera.x + camera.width;
+	const QString aside =
+		left + right > 1 ? QStringLiteral("if(gte(iw*%1,ow),min((iw-ow)/2,iw*%1-ow),(iw-ow)/2)").arg(left)
+				 : QStringLiteral("if(gte(iw*(1-%1),ow),max((iw-ow)/2,iw*%1),(iw-ow)/2)").arg(right);
+	return cutAt(wholePicture, aside, width, height);
+}
+
+/// Two pictures, cut out by these filters, one above the other.
+QString stacked(const QString &upper, const QString &lower)
 {
 	return QStringLiteral("[source]split=2[first][second];[first]%1[upper];[second]%2[lower];"
-			      "[upper][lower]vstack=inputs=2[framed]")
-		.arg(cut(upper, shortWidth, upperHeight), cut(lower, shortWidth, shortHeight - upperHeight));
+			      "[upper][lower]vstack=inputs=2")
+		.arg(upper, lower);
+}
+
+QString cameraAbove(const Region &camera, int cameraHeight)
+{
+	return stacked(cut(camera, shortWidth, cameraHeight), cutGame(camera, shortWidth, shortHeight - cameraHeight));
 }
 
 /// One frame in the shape of a disc: opaque inside, transparent outside. A single frame is enough, since the filters
@@ -43,29 +69,32 @@ QString discMask(int size)
 
 QString gameplay(const Region &)
 {
-	return QStringLiteral("[source]%1[framed]").arg(cut(wholePicture, shortWidth, shortHeight));
+	return QStringLiteral("[source]%1").arg(cut(wholePicture, shortWidth, shortHeight));
 }
 
 QString podcast(const Region &)
 {
-	return stacked(leftHalf, shortHeight / 2, rightHalf);
+	return stacked(cut(leftHalf, shortWidth, shortHeight / 2), cut(rightHalf, shortWidth, shortHeight / 2));
 }
 
 QString facePanel(const Region &camera)
 {
-	return stacked(camera, 720, wholePicture);
+	return cameraAbove(camera, 840);
 }
 
 QString facecam(const Region &camera)
 {
-	return stacked(wholePicture, 1280, camera);
+	// As high as a webcam's whole picture needs.
+	return cameraAbove(camera, 608);
 }
 
 QString bubble(const Region &camera)
 {
+	constexpr int gameTop = 160;
+	constexpr int gameHeight = 1080;
 	constexpr int discSize = 440;
 	constexpr int ringSize = discSize + 20;
-	constexpr int discTop = 1300;
+	constexpr int discTop = gameTop + gameHeight - discSize / 2;
 	// The background is blurred small and then enlarged: it looks the same and takes a fraction of the time.
 	const QString background =
 		cut(wholePicture, shortWidth / 8, shortHeight / 8) +
@@ -75,28 +104,30 @@ QString bubble(const Region &camera)
 			      "%4[discmask];[panel][discmask]alphamerge[disc];"
 			      "color=c=white:s=%6x%6:r=1,trim=end_frame=1,format=yuv420p[white];"
 			      "%5[ringmask];[white][ringmask]alphamerge[ring];"
-			      "[blurred][game]overlay=x=0:y=300[lower];[lower][ring]overlay=x=%7:y=%8[ringed];"
-			      "[ringed][disc]overlay=x=%9:y=%10[framed]")
-		.arg(background, cut(wholePicture, shortWidth, 864), cut(camera, discSize, discSize),
+			      "[blurred][game]overlay=x=0:y=%11[lower];[lower][ring]overlay=x=%7:y=%8[ringed];"
+			      "[ringed][disc]overlay=x=%9:y=%10")
+		.arg(background, cutGame(camera, shortWidth, gameHeight), cut(camera, discSize, discSize),
 		     discMask(discSize), discMask(ringSize))
 		.arg(ringSize)
 		.arg((shortWidth - ringSize) / 2)
 		.arg(discTop - (ringSize - discSize) / 2)
 		.arg((shortWidth - discSize) / 2)
-		.arg(discTop);
+		.arg(discTop)
+		.arg(gameTop);
 }
 
 struct Layout {
 	const char *key{};
 	QString (*graph)(const Region &camera){};
+	Region camera{};
 	double captionHeight{};
 };
 
-constexpr std::array<Layout, 5> layouts{{{"vtuber-bubble", bubble, 0.64},
-					 {"vtuber", facePanel, 0.80},
-					 {"facecam", facecam, 0.62},
-					 {"podcast", podcast, 0.50},
-					 {"gameplay", gameplay, 0.75}}};
+constexpr std::array<Layout, 5> layouts{{{"vtuber-bubble", bubble, cornerFigure, 0.87},
+					 {"vtuber", facePanel, cornerFigure, 0.80},
+					 {"facecam", facecam, cornerWebcam, 0.80},
+					 {"podcast", podcast, cornerFigure, 0.50},
+					 {"gameplay", gameplay, cornerFigure, 0.75}}};
 
 const Layout &layoutOf(const QString &key)
 {
@@ -119,7 +150,7 @@ QStringList layoutKeys()
 	return keys;
 }
 
-Region cameraRegion()
+Region cameraRegion(const QString &layout)
 {
 	const QStringList parts = qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_CAMERA").split(QLatin1Char(','));
 	QList<double> numbers{};
@@ -130,13 +161,14 @@ Region cameraRegion()
 			numbers += number;
 		}
 	}
-	if (parts.size() != 4 || numbers.size() != 4) {
-		return lowerRightCorner;
+	if (parts.size() == 4 && numbers.size() == 4) {
+		const Region region{numbers[0], numbers[1], numbers[2], numbers[3]};
+		if (region.width >= 0.01 && region.height >= 0.01 && region.x + region.width <= 1.0001 &&
+		    region.y + region.height <= 1.0001) {
+			return region;
+		}
 	}
-	const Region region{numbers[0], numbers[1], numbers[2], numbers[3]};
-	const bool inside = region.width >= 0.01 && region.height >= 0.01 && region.x + region.width <= 1.0001 &&
-			    region.y + region.height <= 1.0001;
-	return inside ? region : lowerRightCorner;
+	return layoutOf(layout).camera;
 }
 
 QString layoutGraph(const QString &key, const Region &camera)

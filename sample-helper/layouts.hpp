@@ -19,11 +19,11 @@ struct Region {
 QStringList layoutKeys();
 
 /// The part of the stream's picture that holds the camera: KESTRUNE_SAMPLE_HELPER_CAMERA ("x,y,width,height" as
-/// fractions of the picture), else the lower right corner.
-Region cameraRegion();
+/// fractions of the picture), else a place in the lower right corner that suits the layout.
+Region cameraRegion(const QString &layout);
 
-/// The ffmpeg filter graph that turns the video labelled [source] into one of 1080x1920 labelled [framed]. `key` must
-/// be one of layoutKeys().
+/// The ffmpeg filter graph that turns the video labelled [source] into one of 1080x1920. Its last filter has no label:
+/// more can follow after a comma. `key` must be one of layoutKeys().
 QString layoutGraph(const QString &key, const Region &camera);
 
 /// Where a caption is out of the way in a layout: its middle, in fractions of the height of the Short.

@@ -1,5 +1,6 @@
 #include "preview.hpp"
 
+#include "caption_text.hpp"
 #include "captions.hpp"
 #include "events.hpp"
 #include "ffmpeg.hpp"
@@ -33,37 +34,54 @@ bool isFresh(const QString &path)
 	return file.size() > 0 && file.lastModified().secsTo(QDateTime::currentDateTimeUtc()) < cacheSeconds;
 }
 
+constexpr int sceneWidth = 1280;
+constexpr int sceneHeight = 720;
+
 /// A stand-in for a stream: coloured stripes as the game (so that cuts can be told), a bordered panel as the camera.
-QString scene(const Region &camera, bool withLabels)
+QString scene(const Region &camera)
 {
-	const auto label = [withLabels](const char *file, double x, double y, int size) {
-		return withLabels ? QStringLiteral(",drawtext=textfile=%1:expansion=none:font=Sans:fontsize=%2"
-						   ":fontcolor=white@0.9:x=w*%3-text_w/2:y=h*%4-text_h/2")
-					    .arg(QLatin1String(file))
-					    .arg(size)
-					    .arg(x)
-					    .arg(y)
-				  : QString();
-	};
-	return QStringLiteral("gradients=s=1280x720:r=1:n=4:c0=0x1b2a4a:c1=0x2f6f5e:c2=0x6a3d7c:c3=0x20304f"
+	return QStringLiteral("gradients=s=%5x%6:r=1:n=4:c0=0x1b2a4a:c1=0x2f6f5e:c2=0x6a3d7c:c3=0x20304f"
 			      ":x0=0:y0=0:x1=1279:y1=719:speed=0.00001:seed=1,format=yuv420p,"
 			      "drawgrid=w=80:h=80:t=2:c=white@0.15,"
 			      "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xd98a3d:t=fill,"
 			      "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xffd9a8:t=6")
-		       .arg(camera.x)
-		       .arg(camera.y)
-		       .arg(camera.width)
-		       .arg(camera.height) +
-	       label("game.txt", 0.5, 0.4, 90) +
-	       label("camera.txt", camera.x + camera.width / 2, camera.y + camera.height / 2, 48);
+		.arg(camera.x)
+		.arg(camera.y)
+		.arg(camera.width)
+		.arg(camera.height)
+		.arg(sceneWidth)
+		.arg(sceneHeight);
 }
 
-void writeText(const QString &path, const QString &text)
+/// A script that names the parts of the scene.
+QByteArray labels(const Region &camera)
 {
-	QFile file(path);
-	if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.flush()) {
-		throw Failure(QStringLiteral("couldn't write %1 (%2).").arg(path, file.errorString()));
-	}
+	const QString styles =
+		QStringLiteral("Style: Label,Sans,64,&H19FFFFFF,&H19FFFFFF,&HFF000000,&HFF000000,0,0,0,0,"
+			       "100,100,0,0,1,0,0,5,0,0,0,1\n");
+	const QString event =
+		QStringLiteral("Dialogue: 0,0:00:00.00,0:00:10.00,Label,,0,0,0,,{\\pos(%1,%2)\\fs%3}%4\n");
+	return captiontext::script(
+		sceneWidth, sceneHeight, styles,
+		event.arg(sceneWidth / 2).arg(sceneHeight * 2 / 5).arg(110).arg(QStringLiteral("GAME")) +
+			event.arg(sceneWidth * (camera.x + camera.width / 2))
+				.arg(sceneHeight * (camera.y + camera.height / 2))
+				.arg(60)
+				.arg(QStringLiteral("CAMERA")));
+}
+
+/// The filter graph of the whole picture; the scripts that it needs go to `folder`.
+QString graphOf(const Look &look, const QDir &folder)
+{
+	const Region camera = cameraRegion(look.layout);
+	state::writeFile(folder.filePath(QStringLiteral("labels.ass")), labels(camera));
+	state::writeFile(folder.filePath(QStringLiteral("captions.ass")),
+			 captionScript(look, {{0, 10000, QStringLiteral("Captions look like this")}}));
+	const bool canDrawText = ffmpeg::draws(QStringLiteral("ass=labels.ass"), folder.path());
+	return scene(camera) + (canDrawText ? QStringLiteral(",ass=labels.ass") : QString()) +
+	       QStringLiteral("[source];") + layoutGraph(look.layout, camera) +
+	       (canDrawText && hasCaptions(look) ? QStringLiteral(",ass=captions.ass") : QString()) +
+	       QStringLiteral(",scale=540:960:flags=area[picture]");
 }
 
 void render(const Look &look, const QString &target)
@@ -75,23 +93,9 @@ void render(const Look &look, const QString &target)
 	if (!scratch.isValid()) {
 		throw Failure(QStringLiteral("couldn't make a preview (%1).").arg(scratch.errorString()));
 	}
-	writeText(scratch.filePath(captionFileName()), captionText(look, QStringLiteral("Clipped at 20:15")));
-	writeText(scratch.filePath(QStringLiteral("game.txt")), QStringLiteral("GAME"));
-	writeText(scratch.filePath(QStringLiteral("camera.txt")), QStringLiteral("CAMERA"));
-
-	Look labelled = look;
-	if (labelled.style == QLatin1String("none")) {
-		labelled.style = styleKeys().first();
-	}
-	const bool canDrawText = ffmpeg::canDrawCaption(labelled, scratch.path());
-	const QString caption = canDrawText ? captionFilter(look) : QString();
-	const Region camera = cameraRegion();
-	const QString graph = QStringLiteral("%1[source];%2;[framed]%3scale=540:960:flags=area[picture]")
-				      .arg(scene(camera, canDrawText), layoutGraph(look.layout, camera),
-					   caption.isEmpty() ? QString() : caption + QLatin1Char(','));
-	ffmpeg::run({QStringLiteral("-filter_complex"), graph, QStringLiteral("-map"), QStringLiteral("[picture]"),
-		     QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-update"), QStringLiteral("1"),
-		     QStringLiteral("preview.png")},
+	ffmpeg::run({QStringLiteral("-filter_complex"), graphOf(look, QDir(scratch.path())), QStringLiteral("-map"),
+		     QStringLiteral("[picture]"), QStringLiteral("-frames:v"), QStringLiteral("1"),
+		     QStringLiteral("-update"), QStringLiteral("1"), QStringLiteral("preview.png")},
 		    scratch.path());
 	std::error_code error{};
 	std::filesystem::rename(QFileInfo(scratch.filePath(QStringLiteral("preview.png"))).filesystemFilePath(),

@@ -44,6 +44,26 @@ bool offline()
 	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
 }
 
+QString encoder()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");
+}
+
+QString whisper()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");
+}
+
+QString whisperModel()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
+}
+
+int whisperLimitMs()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS", 600000);
+}
+
 int linkDelayMs()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_LINK_MS", 2000);

@@ -14,6 +14,16 @@ QString outputFolder();
 /// True while an upload service that cannot be reached is to be simulated.
 bool offline();
 
+/// ffmpeg's name of the video encoder to use; empty to find one.
+QString encoder();
+
+/// The command line program of whisper.cpp and its model file; empty when not set.
+QString whisper();
+QString whisperModel();
+
+/// How long a transcription may take, in milliseconds.
+int whisperLimitMs();
+
 /// How long a confirmation of the account link takes, in milliseconds.
 int linkDelayMs();
 

@@ -19,20 +19,20 @@ QString pathOf(const QString &name)
 	return settings::stateFolder() + QLatin1Char('/') + name;
 }
 
-void replaceFile(const QString &path, const QByteArray &content)
-{
-	QSaveFile file(path);
-	if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-		throw Failure(QStringLiteral("couldn't save %1 (%2).").arg(path, file.errorString()));
-	}
-}
-
 } // namespace
 
 void makeFolder(const QString &path)
 {
 	if (!QDir().mkpath(path)) {
 		throw Failure(QStringLiteral("couldn't make the folder %1.").arg(path));
+	}
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+	QSaveFile file(path);
+	if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+		throw Failure(QStringLiteral("couldn't save %1 (%2).").arg(path, file.errorString()));
 	}
 }
 
@@ -58,7 +58,7 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 	}
 	QJsonObject object = read(name);
 	change(object);
-	replaceFile(pathOf(name), QJsonDocument(object).toJson());
+	writeFile(pathOf(name), QJsonDocument(object).toJson());
 	return object;
 }
 
@@ -71,7 +71,7 @@ QString writePage(const QString &name, const QString &title, const QString &text
 			       "max-width:30em;background:#12141c;color:#e8eaf2\">\n<h1>%1</h1>\n<p>%2</p>\n"
 			       "</body>\n</html>\n")
 			.arg(title, text);
-	replaceFile(pathOf(name), page.toUtf8());
+	writeFile(pathOf(name), page.toUtf8());
 	return QString::fromLatin1(QUrl::fromLocalFile(pathOf(name)).toEncoded());
 }
 

@@ -13,6 +13,9 @@ namespace state {
 /// Makes a folder with its parents if it is missing. Throws Failure.
 void makeFolder(const QString &path);
 
+/// Writes or replaces a file. Throws Failure.
+void writeFile(const QString &path, const QByteArray &content);
+
 /// The content of the JSON file `name` in the state folder; empty if there is none or it cannot be understood.
 QJsonObject read(const QString &name);
 

@@ -1,4 +1,4 @@
-#include "sandbox.hpp"
+#include "clip_runs.hpp"
 #include "suites.hpp"
 #include "videos.hpp"
 
@@ -38,34 +38,6 @@ private Q_SLOTS:
 
 namespace {
 
-QStringList process(const QString &replay, int seconds, const QStringList &look = {})
-{
-	return QStringList{QStringLiteral("--process"), replay,
-			   QStringLiteral("--seconds"), QString::number(seconds),
-			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
-	       look;
-}
-
-QStringList looking(const char *layout, const char *style)
-{
-	return {QStringLiteral("--layout"), QLatin1String(layout), QStringLiteral("--style"), QLatin1String(style)};
-}
-
-QString formatted(const Run &run)
-{
-	return run.onlyEvent()[QLatin1String("formatted")].toArray().at(0).toString();
-}
-
-QString eventName(const Run &run)
-{
-	return run.onlyEvent()[QLatin1String("event")].toString();
-}
-
-QString note(const Run &run)
-{
-	return run.onlyEvent()[QLatin1String("note")].toString();
-}
-
 /// The nearest of the colours red, green and blue at a place of a Short's frame.
 char colourAt(const QByteArray &frame, int x, int y)
 {
@@ -80,22 +52,17 @@ char colourAt(const QByteArray &frame, int x, int y)
 	return "rgb"[std::max_element(parts.begin(), parts.end()) - parts.begin()];
 }
 
-void link(const Sandbox &sandbox)
-{
-	sandbox.run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
-}
-
 } // namespace
 
 void ClipTest::composes_every_layout_data()
 {
 	QTest::addColumn<QByteArray>("layout");
-	// Colours at (100, 100), (980, 100), (540, 1520) and (980, 1880).
+	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No game shows the camera's green corner.
 	QTest::addColumn<QByteArray>("colours");
 	QTest::newRow("Bubble: blurred behind, camera in a disc") << QByteArray("vtuber-bubble") << QByteArray("rbgb");
-	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrg");
-	QTest::newRow("Facecam: camera below") << QByteArray("facecam") << QByteArray("rbgg");
-	QTest::newRow("Podcast: left half above right half") << QByteArray("podcast") << QByteArray("rrgg");
+	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrb");
+	QTest::newRow("Facecam: webcam above") << QByteArray("facecam") << QByteArray("ggrb");
+	QTest::newRow("Podcast: left half above right half") << QByteArray("podcast") << QByteArray("rrbg");
 	QTest::newRow("Gameplay only: the middle") << QByteArray("gameplay") << QByteArray("rbrb");
 }
 
@@ -129,7 +96,7 @@ void ClipTest::composes_every_layout()
 	const QByteArray frame = videos::firstFrame(path);
 	QByteArray seen{};
 	for (const auto &[x, y] :
-	     {std::pair{100, 100}, std::pair{980, 100}, std::pair{540, 1520}, std::pair{980, 1880}}) {
+	     {std::pair{100, 100}, std::pair{980, 100}, std::pair{500, 1300}, std::pair{980, 1880}}) {
 		seen += colourAt(frame, x, y);
 	}
 	QCOMPARE(seen, colours);
@@ -283,12 +250,11 @@ void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
 	Sandbox sandbox;
 	link(sandbox);
 	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	sandbox.useTool(QStringLiteral("ffmpeg"),
-			"case \"$*\" in *drawtext*) echo 'No such filter' >&2; exit 8;; esac\n"
-			"exec ffmpeg \"$@\"");
+	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) echo 'No such filter' >&2; exit 8;; esac\n"
+						  "exec ffmpeg \"$@\"");
 	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("without a caption, this ffmpeg can't draw text"));
+	QCOMPARE(note(run), QStringLiteral("without captions, this ffmpeg can't draw text"));
 	QCOMPARE(videos::details(formatted(run)).width, 1080);
 }
 

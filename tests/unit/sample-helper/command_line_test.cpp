@@ -2,6 +2,8 @@
 #include "suites.hpp"
 
 #include <QFile>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 class CommandLineTest : public QObject {
@@ -11,6 +13,7 @@ private Q_SLOTS:
 	void refuses_what_it_does_not_know_data();
 	void refuses_what_it_does_not_know();
 	void prints_help_for_people();
+	void helps_with_what_it_knows();
 	void prints_its_version();
 	void writes_one_line_per_event();
 	void logs_to_a_file_in_the_state_folder();
@@ -55,8 +58,34 @@ void CommandLineTest::prints_help_for_people()
 	const Run run = Sandbox().run({QStringLiteral("--help")});
 	QCOMPARE(run.exitCode, 0);
 	QVERIFY(run.events.isEmpty());
-	for (const char *text : {"KESTRUNE_HELPER", "--process <replay>", "--say <name>", "--caption-position <key>"}) {
+	QVERIFY(run.output.startsWith("Usage: sample-helper COMMAND [OPTION]...\n"));
+	for (const char *text :
+	     {"\nClips:\n", "\nEnvironment ", "\nExit status:\n", "\nExamples:\n", "KESTRUNE_HELPER"}) {
 		QVERIFY2(run.output.contains(text), text);
+	}
+	for (const QByteArray &line : run.output.split('\n')) {
+		QVERIFY2(line.size() <= 82, line.constData());
+	}
+}
+
+void CommandLineTest::helps_with_what_it_knows()
+{
+	const QString help = QString::fromUtf8(Sandbox().run({QStringLiteral("--help")}).output);
+	QSet<QString> told{};
+	static const QRegularExpression option(QStringLiteral("^  (--[a-z-]+)"), QRegularExpression::MultilineOption);
+	for (const QRegularExpressionMatch &match : option.globalMatch(help)) {
+		told += match.captured(1);
+	}
+	for (const char *command : {"--process", "--preview", "--recent", "--status", "--link", "--chat-get",
+				    "--chat-set", "--poll-triggers", "--check-update", "--download-update"}) {
+		QVERIFY2(told.contains(QLatin1String(command)), command);
+	}
+	QCOMPARE(told.size(), 23);
+	for (const QString &name : std::as_const(told)) {
+		// A second unknown switch keeps the run from doing anything.
+		const Run run = Sandbox().run({name, QStringLiteral("x"), QStringLiteral("--foo")});
+		QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(),
+			 QStringLiteral("The sample helper doesn't know --foo yet."));
 	}
 }
 

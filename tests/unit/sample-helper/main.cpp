@@ -8,10 +8,12 @@
 namespace {
 #ifdef Q_OS_WIN
 // Windows programs are tested under Wine, without an ffmpeg.
-constexpr std::array suites{makeCommandLineTest, makeAccountTest, makeRecentTest, makeChatTest, makeUpdateTest};
+constexpr std::array suites{makeCommandLineTest, makeSubtitlesTest, makeCaptionsTest, makeAccountTest,
+			    makeRecentTest,      makeChatTest,      makeUpdateTest};
 #else
-constexpr std::array suites{makeCommandLineTest, makeAccountTest, makeClipTest, makeClipFailureTest,
-			    makePreviewTest,     makeRecentTest,  makeChatTest, makeUpdateTest};
+constexpr std::array suites{makeCommandLineTest, makeSubtitlesTest, makeCaptionsTest, makeCaptionSourceTest,
+			    makeEncodingTest,    makeAccountTest,   makeClipTest,     makeClipFailureTest,
+			    makePreviewTest,     makeRecentTest,    makeChatTest,     makeUpdateTest};
 #endif
 } // namespace
 

@@ -104,7 +104,7 @@ void PreviewTest::keeps_pictures_for_a_while()
 void PreviewTest::draws_without_text_when_ffmpeg_cannot()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *drawtext*) exit 8;; esac\nexec ffmpeg \"$@\"");
+	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) exit 8;; esac\nexec ffmpeg \"$@\"");
 	const Run run = sandbox.run(preview(QStringLiteral("facecam"), QStringLiteral("meme")));
 	QCOMPARE(videos::details(pathOf(run)).width, 540);
 }

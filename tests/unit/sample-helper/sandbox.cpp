@@ -17,6 +17,8 @@ Sandbox::Sandbox()
 		}
 	}
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), m_folder.path());
+	// The tests must not depend on the machine's graphics card.
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("libx264"));
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_LINK_MS"), QStringLiteral("0"));
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("0"));
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"), QStringLiteral("0"));
@@ -35,10 +37,22 @@ QString Sandbox::writeFile(const QString &name, const QByteArray &content) const
 	return written ? file.fileName() : QString();
 }
 
+QString Sandbox::writeScript(const QString &name, const QByteArray &script) const
+{
+	const QString file = writeFile(name, "#!/bin/sh\n" + script + "\n");
+	QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+	return file;
+}
+
+QByteArray Sandbox::readFile(const QString &name) const
+{
+	QFile file(path(name));
+	return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void Sandbox::useTool(const QString &name, const QByteArray &script)
 {
-	const QString file = writeFile(QStringLiteral("tools/") + name, "#!/bin/sh\n" + script + "\n");
-	QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+	writeScript(QStringLiteral("tools/") + name, script);
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), path(QStringLiteral("tools")));
 }
 

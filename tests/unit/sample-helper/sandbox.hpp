@@ -32,6 +32,10 @@ public:
 
 	void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
 	QString writeFile(const QString &name, const QByteArray &content) const;
+	/// Empty if there is none.
+	QByteArray readFile(const QString &name) const;
+	/// Makes an executable shell script.
+	QString writeScript(const QString &name, const QByteArray &script) const;
 	/// Makes an executable shell script in the folder "tools", which the helper then takes ffmpeg from.
 	void useTool(const QString &name, const QByteArray &script);
 

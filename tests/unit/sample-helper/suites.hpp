@@ -6,6 +6,10 @@
 
 std::unique_ptr<QObject> makeCommandLineTest();
 std::unique_ptr<QObject> makeAccountTest();
+std::unique_ptr<QObject> makeSubtitlesTest();
+std::unique_ptr<QObject> makeCaptionsTest();
+std::unique_ptr<QObject> makeCaptionSourceTest();
+std::unique_ptr<QObject> makeEncodingTest();
 std::unique_ptr<QObject> makeClipTest();
 std::unique_ptr<QObject> makeClipFailureTest();
 std::unique_ptr<QObject> makePreviewTest();

@@ -7,6 +7,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <cmath>
+#include <cstring>
+
 namespace videos {
 namespace {
 
@@ -24,15 +27,15 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
 }
 
 /// Makes the file on first use.
-QString make(const QString &name, const QString &picture, bool withSound, const QString &seconds)
+QString make(const QString &name, const QString &picture, const QString &sound, const QString &seconds)
 {
 	static const QTemporaryDir folder;
 	const QString path = folder.filePath(name);
 	if (!QFile::exists(path)) {
 		QStringList arguments{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"), picture};
-		if (withSound) {
-			arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
-				  << QStringLiteral("sine=r=48000") << QStringLiteral("-c:a") << QStringLiteral("aac");
+		if (!sound.isEmpty()) {
+			arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i") << sound
+				  << QStringLiteral("-c:a") << QStringLiteral("pcm_s16le");
 		}
 		arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
 			  << QStringLiteral("ultrafast") << QStringLiteral("-pix_fmt") << QStringLiteral("yuv420p")
@@ -42,6 +45,11 @@ QString make(const QString &name, const QString &picture, bool withSound, const 
 	return path;
 }
 
+QString tone()
+{
+	return QStringLiteral("sine=r=48000");
+}
+
 } // namespace
 
 QString regions()
@@ -49,7 +57,7 @@ QString regions()
 	return make(QStringLiteral("regions.mkv"),
 		    QStringLiteral("color=c=red:s=320x180:r=25,drawbox=x=160:y=0:w=160:h=180:c=blue:t=fill,"
 				   "drawbox=x=224:y=99:w=96:h=81:c=lime:t=fill"),
-		    true, QStringLiteral("4"));
+		    tone(), QStringLiteral("4"));
 }
 
 QString blackThenWhite()
@@ -57,13 +65,30 @@ QString blackThenWhite()
 	return make(
 		QStringLiteral("black then white.mkv"),
 		QStringLiteral("color=c=black:s=320x180:r=25:d=4[a];color=c=white:s=320x180:r=25:d=2[b];[a][b]concat"),
-		true, QStringLiteral("6"));
+		tone(), QStringLiteral("6"));
 }
 
 QString silent()
 {
-	return make(QStringLiteral("silent.mp4"), QStringLiteral("testsrc2=s=320x180:r=25"), false,
-		    QStringLiteral("2"));
+	return make(QStringLiteral("silent.mp4"), QStringLiteral("testsrc2=s=320x180:r=25"), {}, QStringLiteral("2"));
+}
+
+QString atFrameRate(int rate)
+{
+	return make(QStringLiteral("rate-%1.mkv").arg(rate), QStringLiteral("testsrc2=s=320x180:r=%1").arg(rate), {},
+		    QStringLiteral("1"));
+}
+
+QString withTones(const QList<double> &amplitudes)
+{
+	QStringList channels{};
+	for (const double amplitude : amplitudes) {
+		channels += QStringLiteral("%1*sin(2*PI*%2*t)").arg(amplitude).arg(400 + 100 * channels.size());
+	}
+	return make(
+		QStringLiteral("tones-%1.mkv").arg(channels.size()), QStringLiteral("color=c=gray:s=320x180:r=25"),
+		QStringLiteral("aevalsrc=%1:s=48000:c=%2c").arg(channels.join(QLatin1Char('|'))).arg(channels.size()),
+		QStringLiteral("2"));
 }
 
 Details details(const QString &path)
@@ -82,12 +107,16 @@ Details details(const QString &path)
 		const QString codec = stream[QLatin1String("codec_name")].toString();
 		if (stream[QLatin1String("codec_type")].toString() == QLatin1String("audio")) {
 			result.audioCodec = codec;
+			result.audioChannels = stream[QLatin1String("channels")].toInt();
 			continue;
 		}
 		result.videoCodec = codec;
 		result.width = stream[QLatin1String("width")].toInt();
 		result.height = stream[QLatin1String("height")].toInt();
 		result.pixelFormat = stream[QLatin1String("pix_fmt")].toString();
+		const QStringList rate = stream[QLatin1String("avg_frame_rate")].toString().split(QLatin1Char('/'));
+		result.frameRate =
+			rate.size() == 2 && rate[1].toInt() > 0 ? rate[0].toDouble() / rate[1].toDouble() : 0;
 	}
 	return result;
 }
@@ -102,6 +131,24 @@ QList<int> brightness(const QString &path)
 		result += static_cast<unsigned char>(byte);
 	}
 	return result;
+}
+
+QList<double> loudness(const QString &path)
+{
+	const int channels = details(path).audioChannels;
+	const QByteArray bytes = ffmpeg({QStringLiteral("-i"), path, QStringLiteral("-vn"), QStringLiteral("-c:a"),
+					 QStringLiteral("pcm_f32le"), QStringLiteral("-f"), QStringLiteral("f32le"),
+					 QStringLiteral("-")});
+	QList<float> samples(bytes.size() / static_cast<qsizetype>(sizeof(float)));
+	std::memcpy(samples.data(), bytes.constData(), static_cast<std::size_t>(samples.size()) * sizeof(float));
+	QList<double> sums(channels);
+	for (qsizetype i = 0; i < samples.size() && channels > 0; ++i) {
+		sums[i % channels] += static_cast<double>(samples[i]) * static_cast<double>(samples[i]);
+	}
+	for (double &sum : sums) {
+		sum = std::sqrt(sum * channels / static_cast<double>(samples.size()));
+	}
+	return sums;
 }
 
 QByteArray firstFrame(const QString &path)

@@ -18,14 +18,23 @@ QString blackThenWhite();
 /// Two seconds of a moving picture without any sound.
 QString silent();
 
+/// One second of a moving picture without sound at this frame rate.
+QString atFrameRate(int rate);
+
+/// Two seconds of a picture with tones of these amplitudes (of 1), one per channel.
+QString withTones(const QList<double> &amplitudes);
+
 /// What ffprobe tells of a file.
 struct Details {
 	int width{};
 	int height{};
 	QString videoCodec{};
 	QString pixelFormat{};
+	/// Pictures per second; 0 if unknown.
+	double frameRate{};
 	/// Empty without sound.
 	QString audioCodec{};
+	int audioChannels{};
 	double durationSeconds{};
 };
 
@@ -34,6 +43,9 @@ Details details(const QString &path);
 
 /// The brightness of every frame, 0 to 255.
 QList<int> brightness(const QString &path);
+
+/// The effective amplitude of each channel.
+QList<double> loudness(const QString &path);
 
 /// The first frame, three bytes (red, green, blue) per pixel.
 QByteArray firstFrame(const QString &path);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// Other programs, run to their end.
+namespace program {
+
+enum class Outcome { Finished, NotStarted, Crashed, TimedOut };
+
+struct Result {
+	Outcome outcome{};
+	/// Only meaningful once finished.
+	int exitCode{};
+	QByteArray output{};
+	QString errors{};
+
+	bool succeeded() const { return outcome == Outcome::Finished && exitCode == 0; }
+};
+
+/// Runs a program in `workingFolder` (the current one when empty) and waits for its end. What it says on standard error
+/// goes to the log as well. A program that takes longer than `limitMs` is killed; -1 waits for ever.
+Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, int limitMs = -1);
+
+} // namespace program

@@ -1,0 +1,36 @@
+#include "clip_runs.hpp"
+
+#include <QJsonArray>
+
+QStringList process(const QString &replay, int seconds, const QStringList &look)
+{
+	return QStringList{QStringLiteral("--process"), replay,
+			   QStringLiteral("--seconds"), QString::number(seconds),
+			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
+	       look;
+}
+
+QStringList looking(const char *layout, const char *style)
+{
+	return {QStringLiteral("--layout"), QLatin1String(layout), QStringLiteral("--style"), QLatin1String(style)};
+}
+
+QString formatted(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("formatted")].toArray().at(0).toString();
+}
+
+QString eventName(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("event")].toString();
+}
+
+QString note(const Run &run)
+{
+	return run.onlyEvent()[QLatin1String("note")].toString();
+}
+
+void link(const Sandbox &sandbox)
+{
+	sandbox.run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
+}
