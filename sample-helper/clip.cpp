@@ -76,16 +76,16 @@ QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &f
 	if (!hasCaptions(look)) {
 		return {};
 	}
-	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
-	if (cues.isEmpty()) {
-		return {};
-	}
 	// Plain names in ffmpeg's working folder need none of its escaping rules.
 	const QDir files(folder);
 	state::writeFile(files.filePath(QStringLiteral("trial.ass")),
 			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}));
 	if (!ffmpeg::draws(QStringLiteral("ass=trial.ass"), folder)) {
 		notes += QStringLiteral("without captions, this ffmpeg can't draw text");
+		return {};
+	}
+	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
+	if (cues.isEmpty()) {
 		return {};
 	}
 	state::writeFile(files.filePath(QStringLiteral("captions.ass")), captionScript(look, cues));
