@@ -4,10 +4,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+
 /// Other programs, run to their end.
 namespace program {
 
-enum class Outcome { Finished, NotStarted, Crashed, TimedOut };
+enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut };
 
 struct Result {
 	Outcome outcome{};

@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QTest>
 
+#include <algorithm>
+#include <cmath>
+
 /// Captions from files beside the replay and from speech. The last two seconds of the replay are plain white, so the
 /// frames that are not white are those with a caption.
 class CaptionSourceTest : public QObject {

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 class EncodingTest : public QObject {
 	Q_OBJECT
 
