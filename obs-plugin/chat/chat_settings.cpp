@@ -6,6 +6,7 @@
 
 #include "chat/chat_state.hpp"
 #include "dock/kestrune_dock.hpp"
+#include "dock/shown_text.hpp"
 
 #include <chrono>
 
@@ -45,7 +46,11 @@ void KestruneDock::renderChatState(const QJsonObject &chat)
 	}
 
 	chatActive_ = chatGranted(chat);
-	chatState_->setText(chatStateText(chat));
+	const QString state = chatStateText(chat);
+	chatState_->setText(state);
+	// Tab stops here only when there is a link to follow; a failure's text is escaped and holds none.
+	const bool hasLink = state.contains(u"<a ") && state.size() <= longestShownText;
+	chatState_->setFocusPolicy(hasLink ? Qt::StrongFocus : Qt::NoFocus);
 	if (chatActive_ && linked_)
 		triggerTimer_->start(5s);
 	else

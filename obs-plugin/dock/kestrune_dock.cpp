@@ -73,6 +73,7 @@ KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)>
 	buildChatSection(content);
 	buildRecentSection(content);
 	content->addStretch(1);
+	helpWithoutMouseAndSight();
 
 	installerTimer_->setInterval(500ms);
 	connect(installerTimer_, &QTimer::timeout, this, &KestruneDock::pollInstaller);

@@ -98,6 +98,10 @@ private:
 	// dock/preferences.cpp
 	void loadPrefs();
 
+	// dock/accessibility.cpp
+	/// Names what has no text of its own for screen readers, and gives the keyboard what only the mouse could do.
+	void helpWithoutMouseAndSight();
+
 	// dock/caption_choices.cpp
 	void onChoiceChanged();
 	void showPreview(const QJsonObject &event);
