@@ -1,19 +1,35 @@
 // Real key presses and mouse clicks on an X display.
 
 import { run } from "./command.mjs";
+import { scaled } from "./scale.mjs";
 import { sleep } from "./wait.mjs";
 
 // Raw key codes of a PC keyboard as X numbers them. xdotool's key names are no alternative: to type a named key it may
 // press modifiers that nobody asked for (Alt with F7 on a virtual display), and OBS then sees another combination.
-const keyCodes = { escape: 9, control: 37, shift: 50, c: 54, f8: 74, f9: 75, up: 111, down: 116 };
+const keyCodes = {
+  escape: 9,
+  control: 37,
+  d: 40,
+  shift: 50,
+  c: 54,
+  alt: 64,
+  f8: 74,
+  f9: 75,
+  up: 111,
+  down: 116,
+  calculator: 148,
+};
 
 // OBS looks at the keyboard every 25 ms; a shorter press may be missed on a busy machine.
 const holdMs = 300;
 
 export class Input {
   #env;
+  #scale;
 
-  constructor(display) {
+  /** All positions and sizes below are as they would be at 100 %; `scale` is how large Qt draws. */
+  constructor(display, scale = 1) {
+    this.#scale = scale;
     this.#env = { ...process.env, DISPLAY: display };
   }
 
@@ -35,18 +51,28 @@ export class Input {
 
   /** Clicks with the left button at a position of the screen, in pixels. */
   async click(x, y) {
-    await this.#xdotool("mousemove", String(x), String(y), "click", "1");
+    await this.#xdotool(...this.#mouseTo(x, y), "click", "1");
+  }
+
+  async doubleClick(x, y) {
+    await this.#xdotool(...this.#mouseTo(x, y), "click", "--repeat", "2", "--delay", "50", "1");
+  }
+
+  /** Moves the mouse, to take it off what it would light up. */
+  async moveMouse(x, y) {
+    await this.#xdotool(...this.#mouseTo(x, y));
   }
 
   /** Turns the mouse wheel down (positive) or up (negative) by a number of notches at a position of the screen. */
   async wheel(x, y, notches) {
     const button = notches > 0 ? "5" : "4";
     const count = String(Math.abs(notches));
-    await this.#xdotool("mousemove", String(x), String(y), "click", "--repeat", count, button);
+    await this.#xdotool(...this.#mouseTo(x, y), "click", "--repeat", count, button);
   }
 
   /** Moves and sizes the first visible window whose title matches the pattern. Throws when there is none. */
-  async placeWindow(titlePattern, { x, y, width, height }) {
+  async placeWindow(titlePattern, area) {
+    const { x, y, width, height } = scaled(area, this.#scale);
     const find = ["search", "--sync", "--onlyvisible", "--name", titlePattern];
     await this.#xdotool(...find, "windowmove", String(x), String(y), "windowsize", String(width), String(height));
   }
@@ -54,6 +80,11 @@ export class Input {
   /** Sends the keys to the first visible window whose title matches; without a window manager nobody else does. */
   async focusWindow(titlePattern) {
     await this.#xdotool("search", "--sync", "--onlyvisible", "--name", titlePattern, "windowfocus", "--sync");
+  }
+
+  #mouseTo(x, y) {
+    const place = scaled({ x, y }, this.#scale);
+    return ["mousemove", String(place.x), String(place.y)];
   }
 
   async #xdotool(...args) {

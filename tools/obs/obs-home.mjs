@@ -87,9 +87,12 @@ export class ObsHome {
    * and would write over it.
    */
   async changeProfile(change) {
-    const profile = await this.readProfile();
-    change(profile);
-    await writeFile(this.profileFile, formatIni(profile));
+    await changeIni(this.profileFile, change);
+  }
+
+  /** The same for the settings that belong to no profile. */
+  async changeUserSettings(change) {
+    await changeIni(this.userFile, change);
   }
 
   async changeSceneCollection(change) {
@@ -115,6 +118,12 @@ export class ObsHome {
     await mkdir(path.dirname(file), { recursive: true });
     await writeFile(file, text);
   }
+}
+
+async function changeIni(file, change) {
+  const sections = parseIni(await readFile(file, "utf8"));
+  change(sections);
+  await writeFile(file, formatIni(sections));
 }
 
 async function changeJson(file, change) {

@@ -7,25 +7,29 @@ import { Input } from "./input.mjs";
 import { makeTestVideo } from "./media.mjs";
 import { ObsHome } from "./obs-home.mjs";
 import { ObsProcess } from "./obs-process.mjs";
+import { scaled } from "./scale.mjs";
 import { screenshot } from "./screenshot.mjs";
 import { screen, startXvfb } from "./xvfb.mjs";
 
 export class ObsSession {
   #xvfb;
   #env;
+  #size;
   #starts = 0;
 
   /** The running OBS, undefined before `startObs`. */
   obs;
 
   /** Use `create`. */
-  constructor(folder, home, xvfb, display, env) {
+  constructor(folder, home, { xvfb, display, size, scale, env }) {
     this.folder = folder;
     this.home = home;
     this.display = display;
-    this.input = new Input(display);
+    this.scale = scale;
+    this.input = new Input(display, scale);
     this.#xvfb = xvfb;
     this.#env = env;
+    this.#size = size;
   }
 
   /**
@@ -34,16 +38,19 @@ export class ObsSession {
    * @param settings  what `ObsHome.seed` takes, without the video: a test picture is made.
    * @param env       environment variables for OBS besides the caller's own.
    * @param display   X display to use; a virtual one is started when it is undefined.
+   * @param size      size of the virtual display, in pixels at 100 %.
+   * @param scale     how large Qt draws: 1.5 is 150 %. All positions and sizes are given as for 100 %.
    */
-  static async create({ folder, settings, env = {}, display }) {
+  static async create({ folder, settings, env = {}, display, size = screen, scale = 1 }) {
     await rm(folder, { recursive: true, force: true });
     await mkdir(folder, { recursive: true });
     const video = path.join(folder, "test-picture.mp4");
     await makeTestVideo(video, { ...settings.canvas, seconds: 20 });
     const home = new ObsHome(path.join(folder, "home"));
     await home.seed({ ...settings, video });
-    const xvfb = display ? undefined : await startXvfb(path.join(folder, "xvfb.log"));
-    return new ObsSession(folder, home, xvfb, display ?? xvfb.display, env);
+    const pixels = { width: size.width * scale, height: size.height * scale };
+    const xvfb = display ? undefined : await startXvfb(path.join(folder, "xvfb.log"), pixels);
+    return new ObsSession(folder, home, { xvfb, display: display ?? xvfb.display, size, scale, env });
   }
 
   /** Starts OBS (with `flags` on its command line) and waits until it has loaded its modules and scenes. */
@@ -57,6 +64,7 @@ export class ObsSession {
         LIBGL_ALWAYS_SOFTWARE: "1",
         QT_QPA_PLATFORM: "xcb",
         DISPLAY: this.display,
+        ...(this.scale === 1 ? {} : { QT_SCALE_FACTOR: String(this.scale) }),
         ...this.home.environment(),
         ...this.#env,
       },
@@ -66,13 +74,18 @@ export class ObsSession {
     await this.obs.waitForLine(/Loaded scenes:/);
     if (this.#xvfb) {
       // Without a window manager nobody puts the window where it can be seen whole.
-      await this.input.placeWindow("^OBS ", { x: 0, y: 0, ...screen });
+      await this.input.placeWindow("^OBS ", { x: 0, y: 0, ...this.#size });
     }
   }
 
   /** Picture of the display (or of an area of it) as `name`.png in the session's folder; returns its path. */
   async screenshot(name, area) {
-    return screenshot(this.display, path.join(this.folder, `${name}.png`), area);
+    return this.screenshotFile(path.join(this.folder, `${name}.png`), area);
+  }
+
+  /** The same, as a file of any path. */
+  async screenshotFile(file, area) {
+    return screenshot(this.display, file, area && scaled(area, this.scale));
   }
 
   /** Ends everything that still runs; safe to call at any time. */

@@ -4,17 +4,20 @@ import { spawn } from "node:child_process";
 import { once } from "node:events";
 import { open } from "node:fs/promises";
 
-/** Size of the virtual display, in pixels. */
+/** Size of the virtual display, in pixels, unless a session asks for another. */
 export const screen = { width: 1280, height: 860 };
 
-/** Starts Xvfb on a free display number; `logFile` takes its messages. Throws when it does not come up. */
-export async function startXvfb(logFile) {
+/**
+ * Starts Xvfb with a screen of `size` ({width, height}, in pixels) on a free display number; `logFile` takes its
+ * messages. Throws when it does not come up.
+ */
+export async function startXvfb(logFile, size) {
   const log = await open(logFile, "w");
   const server = spawn(
     "Xvfb",
     // Without -noreset the server starts over when its last client leaves, and a client that connects at that
     // moment (OBS after a restart) fails.
-    ["-displayfd", "3", "-noreset", "-nolisten", "tcp", "-screen", "0", `${screen.width}x${screen.height}x24`],
+    ["-displayfd", "3", "-noreset", "-nolisten", "tcp", "-screen", "0", `${size.width}x${size.height}x24`],
     { stdio: ["ignore", log.fd, log.fd, "pipe"] },
   );
   const exited = once(server, "exit");
