@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# screenshots.sh [SUBJECT...]: makes the pictures of the user guide. Runs in the build root.
+set -euo pipefail
+
+build_dir=build/ubuntu-ci-x86_64
+
+tools/build.sh "${build_dir##*/}"
+tools/install-node-modules.sh
+KESTRUNE_BUILD_DIR=$PWD/$build_dir node tools/screenshots/screenshots.mjs "$@"

@@ -1,0 +1,77 @@
+// The dock in every theme, at every scale and in odd sizes, as pictures under build/screenshots/looks to be looked at.
+
+import { mkdir, writeFile } from "node:fs/promises";
+import path from "node:path";
+import { switchReplayBufferOn } from "./replay-buffer.mjs";
+import { Stage } from "./stage.mjs";
+
+const looks = path.resolve(import.meta.dirname, "..", "..", "build", "screenshots", "looks");
+const scales = [1, 1.5, 2];
+const narrow = { width: 200, height: 800 };
+const tall = { width: 420, height: 1150 };
+const sections = ["styleSection", "hotkeySection", "chatBox", "recentSection"];
+
+/** OBS's own themes; the theme "System" takes its colours from the desktop, whose high contrast this is. */
+const themes = {
+  dark: { id: "com.obsproject.Yami.Original" },
+  light: { id: "com.obsproject.Yami.Light" },
+  acri: { id: "com.obsproject.Yami.Acri" },
+  "high-contrast": { id: "com.obsproject.System", colours: { back: "0,0,0", text: "255,255,255", chosen: "0,255,255" } },
+};
+
+/** Has Qt take these colours from the desktop, as a KDE desktop keeps them. */
+async function setDesktopColours(home, { back, text, chosen }) {
+  const area = (name, background, foreground) =>
+    `[Colors:${name}]\nBackgroundNormal=${background}\nBackgroundAlternate=${background}\nForegroundNormal=${foreground}\n`;
+  const areas = ["Window", "Button", "View", "Tooltip"].map((name) => area(name, back, text));
+  const file = path.join(home.folder, ".config", "kdeglobals");
+  await mkdir(path.dirname(file), { recursive: true });
+  await writeFile(file, [...areas, area("Selection", chosen, back)].join("\n"));
+}
+
+function subject({ id, colours }, scale) {
+  return {
+    scale,
+    size: { width: 1280, height: 1200 },
+    answers: { "--check-update": [{ event: "update", update: true, latest: "1.0.7", notes: "Fixes captions." }] },
+    env: () => (colours ? { XDG_CURRENT_DESKTOP: "KDE", KDE_FULL_SESSION: "true", KDE_SESSION_VERSION: "6" } : {}),
+    async prepare(home) {
+      await switchReplayBufferOn(home);
+      await home.changeUserSettings((settings) => {
+        settings.Appearance = { Theme: id };
+      });
+      if (colours) {
+        await setDesktopColours(home, colours);
+      }
+    },
+  };
+}
+
+async function openAll({ dock }) {
+  for (const section of sections) {
+    await dock.click({ name: `${section}Toggle` });
+  }
+}
+
+/** Makes the pictures of all themes at all scales. */
+export async function photographLooks() {
+  for (const scale of scales) {
+    for (const [theme, settings] of Object.entries(themes)) {
+      const name = `${theme}-${scale * 100}`;
+      await Stage.run(`looks-${name}`, subject(settings, scale), looks, async (stage) => {
+        await stage.settle();
+        await stage.dock.waitForWidget({ name: "updateBtn", visible: true });
+        await stage.photograph({ name: `${name}-docked` });
+        await stage.float(tall);
+        await openAll(stage);
+        await stage.photograph({ name: `${name}-tall`, area: { x: 0, y: 0, ...tall } });
+        for (const section of sections) {
+          await stage.openOnly(section);
+          await stage.resizeFloating(narrow);
+          await stage.photograph({ name: `${name}-200-px-${section}`, area: { x: 0, y: 0, ...narrow } });
+          await stage.resizeFloating(tall);
+        }
+      });
+    }
+  }
+}
