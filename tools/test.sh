@@ -1,6 +1,13 @@
 #!/usr/bin/env bash
-# test.sh [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the build root.
+# test.sh [docs] [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the
+# build root.
 set -euo pipefail
+
+# The user guide against the sources.
+docs()
+{
+	node --test tests/docs/*.test.mjs
+}
 
 # Unit tests, with warnings as errors.
 unit()
@@ -40,13 +47,14 @@ obs()
 run_stage()
 {
 	case $1 in
+	docs) docs ;;
 	unit) unit ;;
 	kit) kit ;;
 	sanitize) sanitize ;;
 	thread) thread ;;
 	obs) obs ;;
 	*)
-		echo "test: no tests are called '$1'; there are: unit, kit, sanitize, thread, obs" >&2
+		echo "test: no tests are called '$1'; there are: docs, unit, kit, sanitize, thread, obs" >&2
 		return 2
 		;;
 	esac
@@ -54,7 +62,7 @@ run_stage()
 
 stages=("$@")
 if ((${#stages[@]} == 0)); then
-	stages=(unit kit sanitize thread obs)
+	stages=(docs unit kit sanitize thread obs)
 fi
 
 status=0
