@@ -70,7 +70,8 @@ describe("the texts in the sources", () => {
 
 describe("a text on a page", () => {
   it("counts only where it is quoted, and to the last character", () => {
-    const quoted = quotedTexts("| Saving the last 60 s… | Wait. |\nClick **Connect account**, not *Bubble* or\n\"Off\".");
+    const page = '| Saving the last 60 s… | Wait. |\nClick **Connect account**, not *Bubble* or\n"Off".';
+    const quoted = quotedTexts(page);
     for (const text of ["Saving the last", "Saving the last %1 s…", "Connect account", "Bubble", "Off"]) {
       assert.ok(isAmong(quoted, text), text);
     }

@@ -38,8 +38,8 @@ function unescaped(text) {
 }
 
 /**
- * The texts in a C++ source, as a reader sees them: without formatting, "&&" as "&". Placeholders stay as %1, and a text
- * that is put together at run time comes in its pieces.
+ * The texts in a C++ source, as a reader sees them: without formatting, "&&" as "&". Placeholders stay as %1, and a
+ * text that is put together at run time comes in its pieces.
  */
 export function shownTexts(source) {
   const found = withoutOtherQuotes(source).match(literals) ?? [];

@@ -1,7 +1,8 @@
 // The dock in every theme, at every scale and in odd sizes, as pictures under build/screenshots/looks to be looked at.
 
-import { mkdir, writeFile } from "node:fs/promises";
+import { writeFile } from "node:fs/promises";
 import path from "node:path";
+import { formatIni } from "../obs/ini.mjs";
 import { switchReplayBufferOn } from "./replay-buffer.mjs";
 import { Stage } from "./stage.mjs";
 
@@ -16,17 +17,22 @@ const themes = {
   dark: { id: "com.obsproject.Yami.Original" },
   light: { id: "com.obsproject.Yami.Light" },
   acri: { id: "com.obsproject.Yami.Acri" },
-  "high-contrast": { id: "com.obsproject.System", colours: { back: "0,0,0", text: "255,255,255", chosen: "0,255,255" } },
+  "high-contrast": {
+    id: "com.obsproject.System",
+    colours: { back: "0,0,0", text: "255,255,255", chosen: "0,255,255" },
+  },
 };
 
 /** Has Qt take these colours from the desktop, as a KDE desktop keeps them. */
 async function setDesktopColours(home, { back, text, chosen }) {
-  const area = (name, background, foreground) =>
-    `[Colors:${name}]\nBackgroundNormal=${background}\nBackgroundAlternate=${background}\nForegroundNormal=${foreground}\n`;
-  const areas = ["Window", "Button", "View", "Tooltip"].map((name) => area(name, back, text));
-  const file = path.join(home.folder, ".config", "kdeglobals");
-  await mkdir(path.dirname(file), { recursive: true });
-  await writeFile(file, [...areas, area("Selection", chosen, back)].join("\n"));
+  const colours = (ground, letters) => ({
+    BackgroundNormal: ground,
+    BackgroundAlternate: ground,
+    ForegroundNormal: letters,
+  });
+  const areas = ["Window", "Button", "View", "Tooltip"].map((name) => [`Colors:${name}`, colours(back, text)]);
+  areas.push(["Colors:Selection", colours(chosen, back)]);
+  await writeFile(path.join(home.folder, ".config", "kdeglobals"), formatIni(Object.fromEntries(areas)));
 }
 
 function subject({ id, colours }, scale) {
