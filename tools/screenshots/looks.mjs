@@ -53,9 +53,9 @@ function subject({ id, colours }, scale) {
   };
 }
 
-async function openAll({ dock }) {
+async function openAll(stage) {
   for (const section of sections) {
-    await dock.click({ name: `${section}Toggle` });
+    await stage.toggle(`${section}Toggle`, true);
   }
 }
 

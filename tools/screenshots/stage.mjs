@@ -30,6 +30,11 @@ const dockWindow = "^Kestrune$";
 /** So far above a dock is its title bar, in pixels, in every theme. */
 const titleBarDistance = 8;
 
+/** Whether a dock of this length, in pixels, is in a window of that, whose title bar and frame take up to `frame`. */
+function fits(length, whole, frame) {
+  return length <= whole && length > whole - frame;
+}
+
 export class Stage {
   #picturesFolder;
   #websocket;
@@ -117,13 +122,19 @@ export class Stage {
     return this.call("CallVendorRequest", { vendorName: "Kestrune", requestType });
   }
 
+  /** Opens or closes a section by a click on its title, the widget `name`. */
+  async toggle(name, open) {
+    await this.dock.click({ name });
+    await this.dock.waitForWidget({ name, checked: open });
+  }
+
   /** Opens this section and closes all others. */
   async openOnly(section) {
     const { widgets } = await this.dock.snapshot();
     const toggles = widgets.filter(({ class: type, name }) => type === "QToolButton" && name.endsWith("Toggle"));
     for (const { name, checked } of toggles) {
       if (checked !== (name === `${section}Toggle`)) {
-        await this.dock.click({ name });
+        await this.toggle(name, !checked);
       }
     }
   }
@@ -140,8 +151,8 @@ export class Stage {
   async resizeFloating(size) {
     await this.input.placeWindow(dockWindow, { x: 0, y: 0, ...size });
     await waitFor("the dock's new size", async () => {
-      const { width } = await this.dock.snapshot();
-      return width <= size.width && width > size.width - 20;
+      const { width, height } = await this.dock.snapshot();
+      return fits(width, size.width, 20) && fits(height, size.height, 60);
     });
   }
 
