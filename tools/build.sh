@@ -15,5 +15,10 @@ fi
 mkdir -p "$build_dir"
 printf '%s\n' "$made_in" >"$build_dir/.made-in"
 
+# What another checkout or preset has compiled is not compiled again, wherever either lies.
+if command -v ccache >/dev/null; then
+	export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+fi
+
 cmake --preset "$preset"
 cmake --build --preset "$preset" "$@"

@@ -1,6 +1,8 @@
 // What the benchmarks in the real OBS share: figures of its process, and their form.
 
 import { readFile } from "node:fs/promises";
+import path from "node:path";
+import { artefactsFolder } from "../obs/support/test-session.mjs";
 
 /** Prints one line for table.mjs. */
 export function report(name, values) {
@@ -25,5 +27,21 @@ export async function figures(test) {
     memory_KiB: Number(/^Private_Dirty:\s+(\d+)/m.exec(memory)[1]),
     renderedFrames: stats.renderTotalFrames,
     skippedFrames: stats.renderSkippedFrames + stats.outputSkippedFrames,
+  };
+}
+
+/**
+ * Has the OBS of a session note how long each kind of event holds its user-interface thread, from `delay_ms` after its
+ * start on: `env` is for the session, `read` answers with the notes once OBS has ended.
+ */
+export function handlerTimes(session, delay_ms = 0) {
+  const file = path.join(artefactsFolder(session), "handler-times");
+  return {
+    env: {
+      LD_PRELOAD: path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "bench", "libhandler_times.so"),
+      HANDLER_TIMES_FILE: file,
+      HANDLER_TIMES_DELAY_MS: String(delay_ms),
+    },
+    read: async () => (await readFile(file, "utf8")).trim().split("\n").map((line) => JSON.parse(line)),
   };
 }

@@ -1,6 +1,7 @@
 // Preloaded into OBS: notes how long each event holds the user-interface thread. QApplication::notify, which every
 // event passes, is replaced by one that measures; nested events count for the one that they are nested in. At the end
-// of the program one JSON line per kind of event goes to the file HANDLER_TIMES_FILE.
+// of the program one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events that come earlier than
+// HANDLER_TIMES_DELAY_MS after the first are left out.
 
 #include <QApplication>
 #include <QEvent>
@@ -37,6 +38,7 @@ struct Times {
 	qint64 longest_ns{0};
 	/// Of the thread's own processor time, which other programs cannot lengthen.
 	qint64 longestProcessor_ns{0};
+	qint64 totalProcessor_ns{0};
 };
 
 /// Never destroyed: it is read when everything else is.
@@ -96,7 +98,8 @@ __attribute__((destructor)) void report()
 			 QString::fromLatin1(events.valueToKey(static_cast<quint64>(kind.event)))},
 			{QStringLiteral("count"), times.count},
 			{QStringLiteral("longest_ms"), static_cast<double>(times.longest_ns) / 1e6},
-			{QStringLiteral("longestProcessor_ms"), static_cast<double>(times.longestProcessor_ns) / 1e6}};
+			{QStringLiteral("longestProcessor_ms"), static_cast<double>(times.longestProcessor_ns) / 1e6},
+			{QStringLiteral("totalProcessor_ms"), static_cast<double>(times.totalProcessor_ns) / 1e6}};
 		std::fprintf(file, "%s\n", QJsonDocument(line).toJson(QJsonDocument::Compact).constData());
 	}
 	std::fclose(file);
@@ -122,9 +125,13 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 	const qint64 time_ns = now_ns(CLOCK_MONOTONIC) - begin_ns;
 	--depth;
 
+	static const qint64 from_ns = begin_ns + qEnvironmentVariableIntValue("HANDLER_TIMES_DELAY_MS") * 1'000'000LL;
+	if (begin_ns < from_ns)
+		return result;
 	Times &times = kinds()[kind];
 	++times.count;
 	times.longest_ns = std::max(times.longest_ns, time_ns);
 	times.longestProcessor_ns = std::max(times.longestProcessor_ns, processor_ns);
+	times.totalProcessor_ns += processor_ns;
 	return result;
 }

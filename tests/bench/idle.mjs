@@ -3,12 +3,19 @@
 
 import { sleep } from "../../tools/obs/wait.mjs";
 import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
-import { figures, report } from "./figures.mjs";
+import { figures, handlerTimes, report } from "./figures.mjs";
 
 const idle_s = Number(process.argv[2] ?? 120);
+// Everything that belongs to the start, the update check included, is over by then.
+const startedAfter_ms = 15_000;
 
 async function measure(name, { withModule = true, dockShown = true }) {
-  const test = await TestSession.create("bench-idle", { helper: standInHelper("linked-helper"), withModule });
+  const times = handlerTimes("bench-idle", startedAfter_ms);
+  const test = await TestSession.create("bench-idle", {
+    helper: standInHelper("linked-helper"),
+    withModule,
+    extraEnv: times.env,
+  });
   try {
     await test.switchReplayBufferOn();
     if (!dockShown) {
@@ -19,12 +26,15 @@ async function measure(name, { withModule = true, dockShown = true }) {
       // As the module does: the Replay Buffer's memory and work are OBS's.
       await test.websocket.call("StartReplayBuffer");
     }
-    // Everything that belongs to the start, the update check included, is over.
-    await sleep(15_000);
+    await sleep(startedAfter_ms);
     const before = await figures(test);
     await sleep(idle_s * 1000);
     const after = await figures(test);
+    await test.stopObs();
+    const ofDock = (await times.read()).filter(({ inDock }) => inDock);
     report(name, {
+      dockCpu_percent: ofDock.reduce((sum, { totalProcessor_ms }) => sum + totalProcessor_ms, 0) / (10 * idle_s),
+      dockWakeUps_per_s: ofDock.reduce((sum, { count }) => sum + count, 0) / idle_s,
       userInterfaceCpu_percent: (after.userInterface_ms - before.userInterface_ms) / (10 * idle_s),
       userInterfaceWakeUps_per_s: (after.wakeUps - before.wakeUps) / idle_s,
       memory_MiB: before.memory_KiB / 1024,
@@ -32,7 +42,6 @@ async function measure(name, { withModule = true, dockShown = true }) {
       renderedFrames: after.renderedFrames - before.renderedFrames,
       skippedFrames: after.skippedFrames - before.skippedFrames,
     });
-    await test.stopObs();
   } finally {
     await test.close();
   }

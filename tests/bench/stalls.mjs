@@ -1,15 +1,13 @@
 // stalls.mjs [SECONDS]: how long single events hold OBS's user-interface thread while the module has as much to do as
 // it can get, and whether OBS skips frames over it. Prints JSON lines.
 
-import { readFile } from "node:fs/promises";
 import path from "node:path";
 import { run } from "../../tools/obs/command.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { artefactsFolder, standInHelper, TestSession } from "../obs/support/test-session.mjs";
-import { figures, report } from "./figures.mjs";
+import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { figures, handlerTimes, report } from "./figures.mjs";
 
 const busy_s = Number(process.argv[2] ?? 120);
-const handlerTimes = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "bench", "libhandler_times.so");
 const layouts = ["Podcast", "Facecam", "Bubble"];
 
 /** Clicks, saves and choices as of a very busy streamer; without the module only what OBS itself is asked to do. */
@@ -25,15 +23,14 @@ async function round(test, turn, withModule) {
 }
 
 async function measure(name, withModule) {
-  const folder = artefactsFolder("bench-stalls");
-  const file = path.join(folder, "handler-times");
+  const times = handlerTimes("bench-stalls");
   const test = await TestSession.create("bench-stalls", {
     helper: standInHelper("busy-helper"),
     withModule,
-    extraEnv: { LD_PRELOAD: handlerTimes, HANDLER_TIMES_FILE: file },
+    extraEnv: times.env,
   });
   try {
-    await run("convert", ["-size", "1080x1920", "plasma:fractal", path.join(folder, "preview.png")]);
+    await run("convert", ["-size", "1080x1920", "plasma:fractal", path.join(test.session.folder, "preview.png")]);
     await test.switchReplayBufferOn();
     await test.startObs();
     if (withModule) {
@@ -57,7 +54,7 @@ async function measure(name, withModule) {
       renderedFrames: after.renderedFrames - before.renderedFrames,
       skippedFrames: after.skippedFrames - before.skippedFrames,
     });
-    reportLongest(name, (await readFile(file, "utf8")).trim().split("\n").map((line) => JSON.parse(line)));
+    reportLongest(name, await times.read());
   } finally {
     await test.close();
   }

@@ -78,6 +78,8 @@ for (const state of ["dock hidden", "dock shown"]) {
     row(`idle, ${state}: ${what}`, `${number(values[member], digits)} ${unit}`,
       `without ${number(without[member], digits)} ${unit}`,
       `${number(values[member] - without[member], digits)} ${unit} more`);
+  idleRow("processor time of the dock's own events", "dockCpu_percent", "%", 4);
+  idleRow("events of the dock", "dockWakeUps_per_s", "/s", 2);
   idleRow("processor time of the user interface", "userInterfaceCpu_percent", "%", 2);
   idleRow("wake-ups of the user interface", "userInterfaceWakeUps_per_s", "/s", 1);
   idleRow("memory", "memory_MiB", "MiB", 1);
