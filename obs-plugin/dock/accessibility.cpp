@@ -18,6 +18,7 @@ void KestruneDock::helpWithoutMouseAndSight()
 	for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
 		auto *open = new QShortcut(key, recentList_);
 		open->setContext(Qt::WidgetShortcut);
+		open->setAutoRepeat(false);
 		connect(open, &QShortcut::activated, this, [this] {
 			if (const QListWidgetItem *item = recentList_->currentItem())
 				openClip(item);

@@ -2,12 +2,14 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFormLayout>
 #include <QImage>
 #include <QLabel>
 #include <QPixmap>
 #include <QTimer>
 
 #include "dock/choice_tables.hpp"
+#include "dock/dock_section.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "helper/helper_locator.hpp"
 
@@ -35,6 +37,31 @@ void showFontsInTheirOwnFace(QComboBox *box)
 	}
 }
 } // namespace
+
+void KestruneDock::buildStyleSection(QVBoxLayout *content)
+{
+	QFormLayout *form = sectionForm(
+		addSection(content, QStringLiteral("Layout && captions"), QStringLiteral("styleSection"), this));
+
+	layoutBox_ = addChoiceRow(form, QStringLiteral("Layout"), QStringLiteral("layout"));
+	styleBox_ = addChoiceRow(form, QStringLiteral("Caption style"), QStringLiteral("style"));
+	fontBox_ = addChoiceRow(form, QStringLiteral("Font"), QStringLiteral("font"));
+	positionBox_ = addChoiceRow(form, QStringLiteral("Caption position"), QStringLiteral("pos"));
+	fillChoices(layoutBox_, layoutTable);
+	fillChoices(styleBox_, styleTable);
+	fillChoices(fontBox_, fontTable);
+	fillChoices(positionBox_, positionTable);
+
+	preview_ = new QLabel;
+	preview_->setObjectName(QStringLiteral("preview"));
+	preview_->setAlignment(Qt::AlignCenter);
+	preview_->hide();
+	form->addRow(preview_);
+
+	previewTimer_ = new QTimer(this);
+	previewTimer_->setSingleShot(true);
+	connect(previewTimer_, &QTimer::timeout, this, &KestruneDock::refreshPreview);
+}
 
 void KestruneDock::onChoiceChanged()
 {

@@ -1,5 +1,7 @@
-#include <QBoxLayout>
+#include <QComboBox>
+#include <QFormLayout>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include "dock/dock_section.hpp"
 
@@ -27,4 +29,28 @@ QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &obj
 	layout->addWidget(toggle, 0);
 	layout->addWidget(body, 0);
 	return body;
+}
+
+QFormLayout *sectionForm(QWidget *body)
+{
+	auto *form = new QFormLayout(body);
+	form->setContentsMargins(6, 0, 0, 2);
+	form->setVerticalSpacing(3);
+	return form;
+}
+
+QVBoxLayout *sectionColumn(QWidget *body)
+{
+	auto *column = new QVBoxLayout(body);
+	column->setContentsMargins(6, 0, 0, 2);
+	column->setSpacing(3);
+	return column;
+}
+
+QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName)
+{
+	auto *box = new QComboBox;
+	box->setObjectName(objectName);
+	form->addRow(label, box);
+	return box;
 }

@@ -1,13 +1,10 @@
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QSpinBox>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -22,35 +19,6 @@
 #include <chrono>
 
 using namespace std::chrono_literals;
-
-namespace {
-/// The layout of a section's body: indented a little, so that it reads as belonging to its header.
-QFormLayout *sectionForm(QWidget *body)
-{
-	auto *form = new QFormLayout(body);
-	form->setContentsMargins(6, 0, 0, 2);
-	form->setVerticalSpacing(3);
-	return form;
-}
-
-QVBoxLayout *sectionColumn(QWidget *body)
-{
-	auto *column = new QVBoxLayout(body);
-	column->setContentsMargins(6, 0, 0, 2);
-	column->setSpacing(3);
-	return column;
-}
-
-/// A box is filled only in its place: its first entry makes Qt build the list that pops up, nine widgets that the theme
-/// would be applied to anew if the box moved afterwards.
-QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName)
-{
-	auto *box = new QComboBox;
-	box->setObjectName(objectName);
-	form->addRow(label, box);
-	return box;
-}
-} // namespace
 
 KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)> &embed)
 	: QWidget(parent)
@@ -159,108 +127,6 @@ void KestruneDock::buildClipLength(QVBoxLayout *content)
 	for (const int length_s : clipLengths_s)
 		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
 	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
-}
-
-void KestruneDock::buildStyleSection(QVBoxLayout *content)
-{
-	QFormLayout *form = sectionForm(
-		addSection(content, QStringLiteral("Layout && captions"), QStringLiteral("styleSection"), this));
-
-	layoutBox_ = addChoiceRow(form, QStringLiteral("Layout"), QStringLiteral("layout"));
-	styleBox_ = addChoiceRow(form, QStringLiteral("Caption style"), QStringLiteral("style"));
-	fontBox_ = addChoiceRow(form, QStringLiteral("Font"), QStringLiteral("font"));
-	positionBox_ = addChoiceRow(form, QStringLiteral("Caption position"), QStringLiteral("pos"));
-	fillChoices(layoutBox_, layoutTable);
-	fillChoices(styleBox_, styleTable);
-	fillChoices(fontBox_, fontTable);
-	fillChoices(positionBox_, positionTable);
-
-	preview_ = new QLabel;
-	preview_->setObjectName(QStringLiteral("preview"));
-	preview_->setAlignment(Qt::AlignCenter);
-	preview_->hide();
-	form->addRow(preview_);
-
-	previewTimer_ = new QTimer(this);
-	previewTimer_->setSingleShot(true);
-	connect(previewTimer_, &QTimer::timeout, this, &KestruneDock::refreshPreview);
-}
-
-void KestruneDock::buildHotkeySection(QVBoxLayout *content)
-{
-	QVBoxLayout *column = sectionColumn(
-		addSection(content, QStringLiteral("Hotkey && Stream Deck"), QStringLiteral("hotkeySection"), this));
-
-	auto *row = new QHBoxLayout;
-	hotkeyLabel_ = new QLabel;
-	hotkeyLabel_->setObjectName(QStringLiteral("hotkeyLabel"));
-	row->addWidget(hotkeyLabel_, 1);
-	defaultHotkeyButton_ = new QPushButton(QStringLiteral("Use Ctrl+Shift+C"));
-	row->addWidget(defaultHotkeyButton_, 0);
-	setHotkeyButton_ = new QPushButton(QStringLiteral("Set hotkey"));
-	row->addWidget(setHotkeyButton_, 0);
-	column->addLayout(row);
-
-	auto *streamDeckHint = new QLabel(
-		QStringLiteral("Stream Deck / Touch Portal / Streamer.bot: send the obs-websocket vendor request "
-			       "<b>Kestrune</b> → <b>ClipThat</b>."));
-	streamDeckHint->setObjectName(QStringLiteral("streamDeck"));
-	streamDeckHint->setWordWrap(true);
-	streamDeckHint->setStyleSheet(QStringLiteral("color:#8a90a6"));
-	column->addWidget(streamDeckHint);
-
-	connect(setHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::startHotkeyCapture);
-	connect(defaultHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::applyDefaultHotkey);
-}
-
-void KestruneDock::buildChatSection(QVBoxLayout *content)
-{
-	QFormLayout *form = sectionForm(addSection(content, QStringLiteral("Twitch chat command (mods + you)"),
-						   QStringLiteral("chatBox"), this));
-
-	chatEnabled_ = new QCheckBox(QStringLiteral("Enabled"));
-	chatCommand_ = new QLineEdit(QStringLiteral("!rune"));
-	chatCommand_->setToolTip(
-		QStringLiteral("Don't use !clip: Twitch, Nightbot and StreamElements already use it."));
-	chatCooldown_ = new QSpinBox;
-	chatCooldown_->setRange(10, 3600);
-	chatCooldown_->setValue(30);
-	chatCooldown_->setSuffix(QStringLiteral(" s"));
-	chatCap_ = new QSpinBox;
-	chatCap_->setRange(0, 100);
-	chatCap_->setValue(10);
-	chatCap_->setSpecialValueText(QStringLiteral("No cap"));
-	auto *saveButton = new QPushButton(QStringLiteral("Save chat settings"));
-	chatState_ = new LongTextLabel(QStringLiteral("Off. Connect your Twitch-linked account to use it."));
-	chatState_->setWordWrap(true);
-	chatState_->setOpenExternalLinks(true);
-	chatState_->setTextFormat(Qt::RichText);
-
-	form->addRow(chatEnabled_);
-	form->addRow(QStringLiteral("Command"), chatCommand_);
-	form->addRow(QStringLiteral("Cooldown"), chatCooldown_);
-	form->addRow(QStringLiteral("Max per stream"), chatCap_);
-	form->addRow(saveButton);
-	form->addRow(chatState_);
-	connect(saveButton, &QPushButton::clicked, this, &KestruneDock::saveChat);
-
-	triggerTimer_ = new QTimer(this);
-	connect(triggerTimer_, &QTimer::timeout, this, &KestruneDock::pollTriggers);
-}
-
-void KestruneDock::buildRecentSection(QVBoxLayout *content)
-{
-	QVBoxLayout *column = sectionColumn(addSection(content, QStringLiteral("Recent clips && output folder"),
-						       QStringLiteral("recentSection"), this));
-
-	recentList_ = new QListWidget(column->parentWidget());
-	recentList_->setMinimumHeight(60);
-	recentList_->setMaximumHeight(120);
-	// Of a thousand clips, the layout at once would hold up the user interface for longer than a frame takes.
-	recentList_->setLayoutMode(QListView::Batched);
-	column->addWidget(recentList_);
-	openFolderButton_ = new QPushButton(QStringLiteral("Open output folder"));
-	column->addWidget(openFolderButton_);
 }
 
 void KestruneDock::connectWidgets()

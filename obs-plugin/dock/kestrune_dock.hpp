@@ -26,7 +26,7 @@ class QVBoxLayout;
 
 /// The module's one dock, and the only object with behaviour of its own: OBS, the user, timers and helper runs all
 /// arrive here as calls on the user-interface thread. The members of each subsystem are in its folder; the way of one
-/// clip is clip/clip_flow.cpp -> helper/helper_runner.cpp -> clip/clip_command.cpp.
+/// clip is clip/clip_flow.cpp -> clip/clip_command.cpp -> helper/helper_runner.cpp.
 class KestruneDock : public QWidget {
 	Q_OBJECT
 
@@ -74,15 +74,15 @@ protected:
 	bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-	// dock/kestrune_dock.cpp: the widget tree from top to bottom, then what starts it
+	// The widget tree from top to bottom, then what starts it: dock/kestrune_dock.cpp
 	void buildHeader(QVBoxLayout *mainLayout);
 	QVBoxLayout *buildScrollArea(QVBoxLayout *mainLayout);
 	void buildAccountRow(QVBoxLayout *content);
 	void buildClipLength(QVBoxLayout *content);
-	void buildStyleSection(QVBoxLayout *content);
-	void buildHotkeySection(QVBoxLayout *content);
-	void buildChatSection(QVBoxLayout *content);
-	void buildRecentSection(QVBoxLayout *content);
+	void buildStyleSection(QVBoxLayout *content);  ///< dock/caption_choices.cpp
+	void buildHotkeySection(QVBoxLayout *content); ///< hotkey/hotkey_section.cpp
+	void buildChatSection(QVBoxLayout *content);   ///< chat/chat_settings.cpp
+	void buildRecentSection(QVBoxLayout *content); ///< dock/recent_clips.cpp
 	void connectWidgets();
 	void startWork();
 	/// Shows `text` on the status line, in the error colour when `error` is set, else in the information colour.
@@ -135,6 +135,7 @@ private:
 	// chat/chat_settings.cpp, chat/trigger_polling.cpp
 	void onChatEvent(const QJsonObject &event);
 	void renderChatState(const QJsonObject &chat);
+	void showChatState(const QString &text);
 	void onTriggers(const QJsonObject &event);
 
 	// update/update_check.cpp

@@ -1,10 +1,28 @@
 #include <QDesktopServices>
 #include <QJsonArray>
 #include <QListWidget>
+#include <QPushButton>
 #include <QUrl>
+#include <QVBoxLayout>
 
+#include "dock/dock_section.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "dock/shown_text.hpp"
+
+void KestruneDock::buildRecentSection(QVBoxLayout *content)
+{
+	QVBoxLayout *column = sectionColumn(addSection(content, QStringLiteral("Recent clips && output folder"),
+						       QStringLiteral("recentSection"), this));
+
+	recentList_ = new QListWidget(column->parentWidget());
+	recentList_->setMinimumHeight(60);
+	recentList_->setMaximumHeight(120);
+	// Of a thousand clips, the layout at once would hold up the user interface for longer than a frame takes.
+	recentList_->setLayoutMode(QListView::Batched);
+	column->addWidget(recentList_);
+	openFolderButton_ = new QPushButton(QStringLiteral("Open output folder"));
+	column->addWidget(openFolderButton_);
+}
 
 void KestruneDock::refreshRecent()
 {

@@ -28,35 +28,42 @@ QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback on
 		return nullptr;
 	}
 
-	QProcess *process = hiddenProcess(this);
+	const QPointer<QProcess> process = hiddenProcess(this);
 	const auto run = std::make_shared<HelperRun>();
+
+	// A callback may open a window or a browser and so let anything happen, even the end of the dock.
+	const auto deliver = [this, run, process, onEvent = std::move(onEvent)] {
+		while (process) {
+			const std::optional<QJsonObject> event = run->stream.next();
+			if (!event)
+				return;
+			run->spoke = true;
+			if (onEvent)
+				onEvent(*event);
+			// One read may hold a thousand events: a press of the hotkey does not wait for them all.
+			if (process)
+				QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+		}
+	};
 
 	connect(process, &QProcess::errorOccurred, this, [this, run](QProcess::ProcessError error) {
 		if (error == QProcess::FailedToStart && !run->spoke)
 			setStatus(helperStartFailedText(), true);
 	});
 
-	// A callback may open a window or a browser and so let anything happen, even the end of the dock.
-	connect(process, &QProcess::readyReadStandardOutput, this,
-		[this, run, onEvent = std::move(onEvent), process = QPointer(process)] {
-			run->stream.append(process->readAllStandardOutput());
-			while (process) {
-				const std::optional<QJsonObject> event = run->stream.next();
-				if (!event)
-					return;
-				run->spoke = true;
-				if (onEvent)
-					onEvent(*event);
-				// One read may hold a thousand events: a press of the hotkey does not wait for them
-				// all.
-				if (process)
-					QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-			}
-		});
+	connect(process, &QProcess::readyReadStandardOutput, this, [run, process, deliver] {
+		run->stream.append(process->readAllStandardOutput());
+		deliver();
+	});
 
 	connect(process, &QProcess::finished, this,
-		[this, run, onFinish = std::move(onFinish),
-		 process = QPointer(process)](int exitCode, QProcess::ExitStatus exitStatus) {
+		[this, run, process, deliver, onFinish = std::move(onFinish)](int exitCode,
+									      QProcess::ExitStatus exitStatus) {
+			// The run may end while the callback of one of its events waits in a window: the others come
+			// before the end all the same.
+			deliver();
+			if (!process)
+				return;
 			if (!run->spoke && (exitCode != 0 || exitStatus == QProcess::CrashExit))
 				setStatus(helperStoppedText(exitCode), true);
 			if (onFinish)

@@ -1,11 +1,41 @@
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
+#include "dock/dock_section.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/hotkey_conflicts.hpp"
 #include "hotkey/hotkey_text.hpp"
+
+void KestruneDock::buildHotkeySection(QVBoxLayout *content)
+{
+	QVBoxLayout *column = sectionColumn(
+		addSection(content, QStringLiteral("Hotkey && Stream Deck"), QStringLiteral("hotkeySection"), this));
+
+	auto *row = new QHBoxLayout;
+	hotkeyLabel_ = new QLabel;
+	hotkeyLabel_->setObjectName(QStringLiteral("hotkeyLabel"));
+	row->addWidget(hotkeyLabel_, 1);
+	defaultHotkeyButton_ = new QPushButton(QStringLiteral("Use Ctrl+Shift+C"));
+	row->addWidget(defaultHotkeyButton_, 0);
+	setHotkeyButton_ = new QPushButton(QStringLiteral("Set hotkey"));
+	row->addWidget(setHotkeyButton_, 0);
+	column->addLayout(row);
+
+	auto *streamDeckHint = new QLabel(
+		QStringLiteral("Stream Deck / Touch Portal / Streamer.bot: send the obs-websocket vendor request "
+			       "<b>Kestrune</b> → <b>ClipThat</b>."));
+	streamDeckHint->setObjectName(QStringLiteral("streamDeck"));
+	streamDeckHint->setWordWrap(true);
+	streamDeckHint->setStyleSheet(QStringLiteral("color:#8a90a6"));
+	column->addWidget(streamDeckHint);
+
+	connect(setHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::startHotkeyCapture);
+	connect(defaultHotkeyButton_, &QPushButton::clicked, this, &KestruneDock::applyDefaultHotkey);
+}
 
 void KestruneDock::refreshHotkeyUi()
 {

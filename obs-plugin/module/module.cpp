@@ -76,13 +76,12 @@ MODULE_EXPORT bool obs_module_load()
 	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()), [&added](QWidget *empty) {
 		added = obs_frontend_add_dock_by_id("kestrune", "Kestrune", empty);
 	});
-	setCurrentDock(dock);
 	if (!added) {
 		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
 		delete dock;
-		setCurrentDock(nullptr);
 		return false;
 	}
+	setCurrentDock(dock);
 
 	obs_frontend_add_event_callback(onFrontendEvent, nullptr);
 	obs_frontend_add_save_callback(saveOrLoadClipHotkey, nullptr);

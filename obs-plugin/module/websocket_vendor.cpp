@@ -67,9 +67,6 @@ bool findWebsocketHandler()
 
 void registerRequest(const char *type, RequestCallback *callback)
 {
-	if (!findWebsocketHandler() || !vendor)
-		return;
-
 	const Calldata call = newCalldata();
 	calldata_set_string(call.get(), "type", type);
 	calldata_set_ptr(call.get(), "callback", callback);

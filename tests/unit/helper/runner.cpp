@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
 #include <QPushButton>
@@ -44,6 +45,29 @@ class RunnerTest : public DockTest {
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
 		QTRY_VERIFY(child<QPushButton>(u"clipBtn"_s)->isEnabled());
+		// The dock asks once more on its own, and with that for the chat settings.
+		helper().on(u"--status"_s, HelperScript().hang());
+	}
+
+	QLineEdit *chatCommand() const
+	{
+		return dock()
+			->findChild<QWidget *>(u"chatBox"_s)
+			->findChild<QLineEdit *>({}, Qt::FindDirectChildrenOnly);
+	}
+
+	/// A run writes two events at once, and the first of them finds the clip hotkey pressed.
+	void pressDuringTheFirstOfTwoEvents()
+	{
+		makeReady();
+		QTRY_VERIFY(!isRunning(u"--chat-get"_s));
+		helper().on(u"--chat-get"_s, HelperScript().write("{\"event\":\"chat\",\"command\":\"!one\"}\n"
+								  "{\"event\":\"chat\",\"command\":\"!two\"}\n"));
+		connect(chatCommand(), &QLineEdit::textChanged, this, [this](const QString &text) {
+			if (text == u"!one")
+				QMetaObject::invokeMethod(dock(), "clipThat", Qt::QueuedConnection);
+		});
+		invoke("loadChat");
 	}
 
 	QList<QProcess *> processes() const { return dock()->findChildren<QProcess *>(); }
@@ -93,20 +117,20 @@ private Q_SLOTS:
 
 	void letsAPressThroughBetweenTwoEvents()
 	{
-		makeReady();
-		const QByteArray line = "{\"event\":\"recent\",\"items\":[{\"name\":\"a\",\"path\":\"/a\"}]}\n";
-		helper().on(u"--recent"_s, HelperScript().write(line + line));
-		int lists = 0;
-		int listsBeforeSave = 0;
-		frontend().onSaveRequest = [&] { listsBeforeSave = lists; };
-		connect(dock()->findChild<QListWidget *>()->model(), &QAbstractItemModel::rowsInserted, this,
-			[this, &lists] {
-				if (++lists == 1)
-					QMetaObject::invokeMethod(dock(), "clipThat", Qt::QueuedConnection);
-			});
-		invoke("refreshRecent");
-		QTRY_COMPARE(lists, 2);
-		QCOMPARE(listsBeforeSave, 1);
+		QString commandAtSave;
+		frontend().onSaveRequest = [this, &commandAtSave] { commandAtSave = chatCommand()->text(); };
+		pressDuringTheFirstOfTwoEvents();
+		QTRY_COMPARE(chatCommand()->text(), u"!two"_s);
+		QCOMPARE(commandAtSave, u"!one"_s);
+	}
+
+	void losesNoEventWhenTheRunEndsWhileAPressIsHandled()
+	{
+		// As a window of OBS that asks something would do.
+		frontend().onSaveRequest = [this] { QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--chat-get"_s), 10000); };
+		pressDuringTheFirstOfTwoEvents();
+		QTRY_COMPARE(chatCommand()->text(), u"!two"_s);
+		QCOMPARE(frontend().saveRequests, 1);
 	}
 
 	void deliversEventsWhileTheHelperRuns()
