@@ -2,6 +2,7 @@
 
 #include "events.hpp"
 #include "program.hpp"
+#include "settings.hpp"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -16,7 +17,7 @@ namespace {
 
 QString locate(const QString &name)
 {
-	const QString folder = qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_FFMPEG");
+	const QString folder = settings::ffmpegFolder();
 	QString program = folder.isEmpty() ? QStandardPaths::findExecutable(name)
 					   : QStandardPaths::findExecutable(name, {folder});
 	if (program.isEmpty() && folder.isEmpty()) {

@@ -1,5 +1,7 @@
 #include "layouts.hpp"
 
+#include "settings.hpp"
+
 #include <QList>
 
 #include <array>
@@ -152,7 +154,7 @@ QStringList layoutKeys()
 
 Region cameraRegion(const QString &layout)
 {
-	const QStringList parts = qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_CAMERA").split(QLatin1Char(','));
+	const QStringList parts = settings::camera().split(QLatin1Char(','));
 	QList<double> numbers{};
 	for (const QString &part : parts) {
 		bool isNumber = false;

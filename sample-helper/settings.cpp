@@ -44,6 +44,16 @@ bool offline()
 	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
 }
 
+QString ffmpegFolder()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_FFMPEG");
+}
+
+QString camera()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_CAMERA");
+}
+
 QString encoder()
 {
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");

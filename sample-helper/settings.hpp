@@ -14,6 +14,12 @@ QString outputFolder();
 /// True while an upload service that cannot be reached is to be simulated.
 bool offline();
 
+/// The folder of ffmpeg and ffprobe; empty to search for them.
+QString ffmpegFolder();
+
+/// Where the camera is, "x,y,width,height" as fractions of the picture; empty when not set. Anything may stand there.
+QString camera();
+
 /// ffmpeg's name of the video encoder to use; empty to find one.
 QString encoder();
 
