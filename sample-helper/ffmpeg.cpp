@@ -29,9 +29,10 @@ QString locate(const QString &name)
 	return program;
 }
 
-program::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder)
+program::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
+			int limitMs = -1)
 {
-	const program::Result result = program::run(locate(name), arguments, workingFolder);
+	const program::Result result = program::run(locate(name), arguments, workingFolder, limitMs);
 	if (result.outcome == program::Outcome::NotStarted) {
 		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
 	}
@@ -39,11 +40,11 @@ program::Result execute(const QString &name, const QStringList &arguments, const
 }
 
 /// Runs ffmpeg with the arguments that every run of it needs in front.
-program::Result execute(const QStringList &arguments, const QString &workingFolder)
+program::Result execute(const QStringList &arguments, const QString &workingFolder, int limitMs = -1)
 {
 	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
 				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
-	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder);
+	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder, limitMs);
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
@@ -130,7 +131,10 @@ Video probe(const QString &path)
 QSet<QString> encoderNames()
 {
 	QSet<QString> names{};
-	const program::Result result = execute({QStringLiteral("-encoders")}, {});
+	const program::Result result = execute({QStringLiteral("-encoders")}, {}, settings::trialLimitMs());
+	if (!result.succeeded()) {
+		return names;
+	}
 	for (const QByteArray &line : result.output.split('\n')) {
 		// Flags, name, description.
 		names += QString::fromUtf8(line.simplified().split(' ').value(1));
@@ -140,7 +144,7 @@ QSet<QString> encoderNames()
 
 bool succeeds(const QStringList &arguments)
 {
-	return execute(arguments, {}).succeeded();
+	return execute(arguments, {}, settings::trialLimitMs()).succeeded();
 }
 
 bool draws(const QString &filter, const QString &workingFolder)
@@ -150,7 +154,7 @@ bool draws(const QString &filter, const QString &workingFolder)
 			 QStringLiteral("color=c=gray:s=270x480"), QStringLiteral("-vf"),
 			 filter + QStringLiteral(",format=gray"), QStringLiteral("-frames:v"), QStringLiteral("1"),
 			 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")},
-			workingFolder);
+			workingFolder, settings::trialLimitMs());
 	const QByteArray &picture = result.output;
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }

@@ -34,6 +34,9 @@ Result run(const QString &path, const QStringList &arguments, const QString &wor
 	const QString name = QFileInfo(path).fileName();
 	if (outcome == Outcome::NotStarted) {
 		qWarning("%s: %s", qUtf8Printable(path), qUtf8Printable(process.errorString()));
+	} else if (outcome == Outcome::TimedOut) {
+		qWarning("%s %s\ntook longer than %d ms: stopped. %s", qUtf8Printable(name),
+			 qUtf8Printable(arguments.join(QLatin1Char(' '))), limitMs, qUtf8Printable(result.errors));
 	} else if (!result.errors.isEmpty()) {
 		qInfo("%s %s\n%s", qUtf8Printable(name), qUtf8Printable(arguments.join(QLatin1Char(' '))),
 		      qUtf8Printable(result.errors));

@@ -59,6 +59,11 @@ QString encoder()
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");
 }
 
+int trialLimitMs()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
+}
+
 QString whisper()
 {
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");

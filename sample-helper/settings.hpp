@@ -23,6 +23,9 @@ QString camera();
 /// ffmpeg's name of the video encoder to use; empty to find one.
 QString encoder();
 
+/// How long ffmpeg may take to show what it can do, in milliseconds.
+int trialLimitMs();
+
 /// The command line program of whisper.cpp and its model file; empty when not set.
 QString whisper();
 QString whisperModel();

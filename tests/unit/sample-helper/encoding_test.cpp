@@ -15,6 +15,7 @@ private Q_SLOTS:
 	void keeps_the_loudness_data();
 	void keeps_the_loudness();
 	void takes_the_first_encoder_that_works();
+	void gives_up_on_hardware_that_hangs();
 	void goes_on_in_software_when_hardware_fails();
 	void encodes_in_software_when_no_hardware_works();
 	void takes_the_encoder_that_is_named();
@@ -27,8 +28,10 @@ namespace {
 /// h264_vaapi and h264_qsv, which libx264 stands in for. Every call is noted in "calls.txt".
 class Workshop : public Sandbox {
 public:
-	/// `onEncode` is done in front of the encoding of a Short in hardware.
-	explicit Workshop(const QByteArray &onEncode = {})
+	/// `onEncode` is done in front of the encoding of a Short in hardware, `onTrial` when the missing hardware is
+	/// tried.
+	explicit Workshop(const QByteArray &onEncode = {},
+			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
 	{
 		link(*this);
 		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QString());
@@ -38,9 +41,11 @@ public:
 			"case \"$*\" in\n"
 			"*-encoders*) echo ' V....D h264_nvenc  one'; echo ' V..... h264_qsv  two';"
 			" echo ' V....D h264_vaapi  three'; echo ' A..... libfoo  four'; exit;;\n"
-			"*h264_nvenc*) echo 'no capable devices found' >&2; exit 187;;\n"
-			"*h264_qsv*'-f null -'|*h264_vaapi*'-f null -') exit;;\n"
-			"*h264_qsv*|*h264_vaapi*)\n" +
+			"*h264_nvenc*) " +
+				onTrial +
+				";;\n"
+				"*h264_qsv*'-f null -'|*h264_vaapi*'-f null -') exit;;\n"
+				"*h264_qsv*|*h264_vaapi*)\n" +
 				onEncode +
 				"\n  for last; do :; done\n"
 				"  set -- \"$@\" END\n"
@@ -135,6 +140,18 @@ void EncodingTest::takes_the_first_encoder_that_works()
 	QCOMPARE(workshop.calls("libx264"), 0);
 	QVERIFY(run.diagnostics.contains("h264_qsv encoded 1.0 s"));
 	QCOMPARE(videos::details(formatted(run)).height, 1920);
+}
+
+void EncodingTest::gives_up_on_hardware_that_hangs()
+{
+	Workshop workshop({}, "exec sleep 1000");
+	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS"), QStringLiteral("5000"));
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QCOMPARE(workshop.calls("h264_nvenc"), 1);
+	QVERIFY(run.diagnostics.contains("took longer than 5000 ms"));
+	QVERIFY(run.diagnostics.contains("h264_qsv encoded 1.0 s"));
 }
 
 void EncodingTest::goes_on_in_software_when_hardware_fails()
