@@ -15,15 +15,24 @@
 namespace transcription {
 namespace {
 
-/// whisper.cpp hears one channel at 16 kHz.
-void extractSound(const Excerpt &excerpt, const QString &target)
+/// Writes speech.wav. whisper.cpp hears one channel at 16 kHz.
+void extractSound(const Excerpt &excerpt, const QString &folder)
 {
-	ffmpeg::run(inputArguments(excerpt) +
-			    QStringList{QStringLiteral("-map"), QStringLiteral("0:%1").arg(excerpt.video.audioStream),
-					QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
-					QStringLiteral("16000"), QStringLiteral("-c:a"), QStringLiteral("pcm_s16le"),
-					QStringLiteral("-f"), QStringLiteral("wav"), ffmpeg::fileAddress(target)},
-		    {});
+	const QStringList arguments =
+		inputArguments(excerpt) +
+		QStringList{QStringLiteral("-map"),      QStringLiteral("0:%1").arg(excerpt.video.audioStream),
+			    QStringLiteral("-ac"),       QStringLiteral("1"),
+			    QStringLiteral("-ar"),       QStringLiteral("16000"),
+			    QStringLiteral("-c:a"),      QStringLiteral("pcm_s16le"),
+			    QStringLiteral("-f"),        QStringLiteral("wav"),
+			    QStringLiteral("speech.wav")};
+	try {
+		ffmpeg::run(arguments, folder);
+	} catch (const Failure &failure) {
+		// A whole sentence, which doesn't fit into a note.
+		qWarning("%s", failure.what());
+		throw Failure(QStringLiteral("its sound couldn't be read"));
+	}
 }
 
 QString requireModel()
@@ -73,24 +82,23 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	if (excerpt.video.audioStream < 0) {
 		return {};
 	}
-	const QString sound = QDir(folder).filePath(QStringLiteral("speech.wav"));
-	const QString target = QDir(folder).filePath(QStringLiteral("speech"));
-	extractSound(excerpt, sound);
-	// Any language; lines as short as captions need them, without words cut in two.
+	extractSound(excerpt, folder);
+	// Any language; lines as short as captions need them, without words cut in two. The names of the files are
+	// relative, since a folder may have letters that the program can't open on Windows.
 	const program::Result result = program::run(
 		path,
-		{QStringLiteral("-m"), model, QStringLiteral("-f"), sound, QStringLiteral("-l"), QStringLiteral("auto"),
-		 QStringLiteral("-ml"), QStringLiteral("40"), QStringLiteral("-sow"), QStringLiteral("-np"),
-		 QStringLiteral("-osrt"), QStringLiteral("-of"), target},
+		{QStringLiteral("-m"), model, QStringLiteral("-f"), QStringLiteral("speech.wav"), QStringLiteral("-l"),
+		 QStringLiteral("auto"), QStringLiteral("-ml"), QStringLiteral("40"), QStringLiteral("-sow"),
+		 QStringLiteral("-np"), QStringLiteral("-osrt"), QStringLiteral("-of"), QStringLiteral("speech")},
 		folder, settings::whisperLimitMs());
 	// The program answers 0 after some failures; only what it wrote counts.
-	QFile file(target + QStringLiteral(".srt"));
+	QFile file(QDir(folder).filePath(QStringLiteral("speech.srt")));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {
 		throw Failure(QStringLiteral("%1 %2").arg(name, reason(result)));
 	}
 	QList<Cue> cues = parseSubtitles(file.readAll());
 	// What is no speech comes as "[BLANK_AUDIO]" or "(music)".
-	static const QRegularExpression noise(QStringLiteral(R"(^[\[(][^\n]*[\])]$)"));
+	static const QRegularExpression noise(QStringLiteral(R"(^(\[[^\]\n]*\]|\([^)\n]*\))$)"));
 	cues.removeIf([](const Cue &cue) { return noise.match(cue.text).hasMatch(); });
 	return cuesWithin(cues, 0, qRound64(excerpt.lengthSeconds * 1000));
 }

@@ -21,6 +21,8 @@ private Q_SLOTS:
 	void makes_shorts_without_captions_and_says_why_data();
 	void makes_shorts_without_captions_and_says_why();
 	void transcribes_the_last_seconds();
+	void keeps_speech_between_brackets();
+	void says_that_the_sound_is_unreadable();
 	void prefers_the_sidecar();
 	void needs_no_transcriber_for_silence();
 	void makes_shorts_without_a_transcription_data();
@@ -49,7 +51,8 @@ public:
 		writeFile(QStringLiteral("replays/Replay 1.5") + suffix, content);
 	}
 
-	/// A stand-in for whisper.cpp's program: understands the same arguments, notes what it is given to hear in
+	/// A stand-in for whisper.cpp's program: understands the same arguments, opens no file in another folder, as
+	/// on Windows with letters in its name that are foreign there, notes what it is given to hear in
 	/// "heard.txt" and "writes" the speech that `answer` prints.
 	void useTranscriber(const QByteArray &answer)
 	{
@@ -62,6 +65,7 @@ public:
 			"  shift\n"
 			"done\n"
 			"[ \"$(cat \"$model\")\" = 'a model' ] && [ $srt = yes ] || exit 3\n"
+			"case $sound$target in */*) exit 4;; esac\n"
 			"ffprobe -v error -of csv=p=0 -show_entries stream=codec_name,sample_rate,channels:format=duration"
 			" \"$sound\" > \"$KESTRUNE_SAMPLE_HELPER_HOME/heard.txt\"\n" +
 			answer;
@@ -186,6 +190,28 @@ void CaptionSourceTest::transcribes_the_last_seconds()
 	const QList<QByteArray> heard = studio.readFile(QStringLiteral("heard.txt")).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
+}
+
+void CaptionSourceTest::keeps_speech_between_brackets()
+{
+	Studio studio;
+	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
+			      "2\\n00:00:00,400 --> 00:00:01,200\\n (well) I think so (yes)\\n\\n"
+			      "3\\n00:00:01,200 --> 00:00:02,000\\n [MUSIC]\\n' > \"$target.srt\"\n");
+	QCOMPARE(captionedFrames(formatted(studio.clip())), QStringLiteral("10-30"));
+}
+
+void CaptionSourceTest::says_that_the_sound_is_unreadable()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	studio.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	studio.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *pcm_s16le*) echo 'No space left on device' >&2;"
+						 " exit 1;; esac\nexec ffmpeg \"$@\"");
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without captions, its sound couldn't be read"));
+	QVERIFY(run.diagnostics.contains("the disk is full."));
 }
 
 void CaptionSourceTest::prefers_the_sidecar()
