@@ -8,6 +8,7 @@
 #include "excerpt.hpp"
 #include "ffmpeg.hpp"
 #include "layouts.hpp"
+#include "leftovers.hpp"
 #include "look.hpp"
 #include "settings.hpp"
 #include "state.hpp"
@@ -49,19 +50,6 @@ void requireReadable(const QString &path)
 	}
 }
 
-/// Removes what a run left behind that was killed (OBS was closed, the power failed). A file that is still being
-/// written is younger than that.
-void removeAbandonedParts(const QDir &folder)
-{
-	constexpr qint64 abandonedAfterSeconds = 600;
-	const QDateTime now = QDateTime::currentDateTimeUtc();
-	for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("short-*.part")}, QDir::Files)) {
-		if (file.lastModified().secsTo(now) > abandonedAfterSeconds) {
-			QFile::remove(file.absoluteFilePath());
-		}
-	}
-}
-
 /// A name that sorts by time; the end keeps apart clips of the same second.
 QString newShortName()
 {
@@ -99,7 +87,7 @@ QString makeShort(const QString &replay, int seconds, const Look &look, QStringL
 	const Excerpt excerpt = lastSecondsOf(replay, seconds);
 	const QDir output(settings::outputFolder());
 	state::makeFolder(output.absolutePath());
-	removeAbandonedParts(output);
+	removeLeftovers(replay);
 
 	const QTemporaryDir scratch(QDir(settings::stateFolder()).filePath(QStringLiteral("run-XXXXXX")));
 	if (!scratch.isValid()) {

@@ -32,7 +32,6 @@ private Q_SLOTS:
 	void leaves_the_caption_out_when_ffmpeg_cannot_draw();
 	void stores_shorts_where_it_is_told();
 	void answers_by_the_state_of_the_account();
-	void removes_abandoned_parts_only();
 	void runs_side_by_side_and_lists_only_whole_shorts();
 };
 
@@ -292,20 +291,6 @@ void ClipTest::answers_by_the_state_of_the_account()
 	QCOMPARE(eventName(offline), QStringLiteral("pending"));
 	QVERIFY(QFile::exists(formatted(offline)));
 	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
-}
-
-void ClipTest::removes_abandoned_parts_only()
-{
-	const Sandbox sandbox;
-	QFile old(sandbox.writeFile(QStringLiteral("Shorts/short-20200101-000000-0.part"), "x"));
-	const QString young = sandbox.writeFile(QStringLiteral("Shorts/short-20200101-000001-0.part"), "x");
-	QVERIFY(old.open(QIODevice::ReadWrite));
-	QVERIFY(old.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
-	old.close();
-	QCOMPARE(eventName(sandbox.run(process(videos::silent(), 1, looking("gameplay", "none")))),
-		 QStringLiteral("done"));
-	QVERIFY(!old.exists());
-	QVERIFY(QFile::exists(young));
 }
 
 void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()

@@ -13,7 +13,8 @@ constexpr std::array suites{makeCommandLineTest, makeSubtitlesTest, makeCaptions
 #else
 constexpr std::array suites{makeCommandLineTest, makeSubtitlesTest, makeCaptionsTest, makeCaptionSourceTest,
 			    makeEncodingTest,    makeAccountTest,   makeClipTest,     makeClipFailureTest,
-			    makePreviewTest,     makeRecentTest,    makeChatTest,     makeUpdateTest};
+			    makeLeftoversTest,   makePreviewTest,   makeRecentTest,   makeChatTest,
+			    makeUpdateTest};
 #endif
 } // namespace
 

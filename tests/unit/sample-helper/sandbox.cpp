@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QJsonDocument>
 
+#include <filesystem>
+#include <system_error>
+
 namespace {
 
 constexpr int runTimeoutMs = 120000;
@@ -35,6 +38,14 @@ QString Sandbox::writeFile(const QString &name, const QByteArray &content) const
 	QFile file(path(name));
 	const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 	return written ? file.fileName() : QString();
+}
+
+bool Sandbox::age(const QString &name, std::chrono::seconds seconds) const
+{
+	std::error_code error{};
+	std::filesystem::last_write_time(QFileInfo(path(name)).filesystemFilePath(),
+					 std::filesystem::file_time_type::clock::now() - seconds, error);
+	return !error;
 }
 
 QString Sandbox::writeScript(const QString &name, const QByteArray &script) const

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <chrono>
 #include <memory>
 
 /// What one run of the helper left behind.
@@ -34,6 +35,8 @@ public:
 	QString writeFile(const QString &name, const QByteArray &content) const;
 	/// Empty if there is none.
 	QByteArray readFile(const QString &name) const;
+	/// Makes a file or folder look as if it had not changed for so long; false on failure.
+	bool age(const QString &name, std::chrono::seconds seconds) const;
 	/// Makes an executable shell script.
 	QString writeScript(const QString &name, const QByteArray &script) const;
 	/// Makes an executable shell script in the folder "tools", which the helper then takes ffmpeg from.

@@ -12,6 +12,7 @@ std::unique_ptr<QObject> makeCaptionSourceTest();
 std::unique_ptr<QObject> makeEncodingTest();
 std::unique_ptr<QObject> makeClipTest();
 std::unique_ptr<QObject> makeClipFailureTest();
+std::unique_ptr<QObject> makeLeftoversTest();
 std::unique_ptr<QObject> makePreviewTest();
 std::unique_ptr<QObject> makeRecentTest();
 std::unique_ptr<QObject> makeChatTest();
