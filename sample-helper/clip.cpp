@@ -58,6 +58,19 @@ QString newShortName()
 		.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
 }
 
+/// Stores a script of captions; false, with a word in `notes`, when that fails.
+bool storeScript(const QString &path, const QByteArray &script, QStringList &notes)
+{
+	try {
+		state::writeFile(path, script);
+		return true;
+	} catch (const Failure &failure) {
+		qWarning("%s", failure.what());
+		notes += QStringLiteral("without captions, they couldn't be stored");
+		return false;
+	}
+}
+
 /// The filter that shows the captions, with a comma in front; empty without captions.
 QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &folder, QStringList &notes)
 {
@@ -66,17 +79,19 @@ QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &f
 	}
 	// Plain names in ffmpeg's working folder need none of its escaping rules.
 	const QDir files(folder);
-	state::writeFile(files.filePath(QStringLiteral("trial.ass")),
-			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}));
+	if (!storeScript(files.filePath(QStringLiteral("trial.ass")),
+			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}), notes)) {
+		return {};
+	}
 	if (!ffmpeg::draws(QStringLiteral("ass=trial.ass"), folder)) {
 		notes += QStringLiteral("without captions, this ffmpeg can't draw text");
 		return {};
 	}
 	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
-	if (cues.isEmpty()) {
+	if (cues.isEmpty() ||
+	    !storeScript(files.filePath(QStringLiteral("captions.ass")), captionScript(look, cues), notes)) {
 		return {};
 	}
-	state::writeFile(files.filePath(QStringLiteral("captions.ass")), captionScript(look, cues));
 	return QStringLiteral(",ass=captions.ass");
 }
 

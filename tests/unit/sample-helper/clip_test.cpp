@@ -30,6 +30,7 @@ private Q_SLOTS:
 	void remembers_the_look();
 	void replaces_unknown_choices_and_says_so();
 	void leaves_the_caption_out_when_ffmpeg_cannot_draw();
+	void leaves_the_caption_out_when_it_cannot_be_stored();
 	void stores_shorts_where_it_is_told();
 	void answers_by_the_state_of_the_account();
 	void runs_side_by_side_and_lists_only_whole_shorts();
@@ -254,6 +255,20 @@ void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
 	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QStringLiteral("without captions, this ffmpeg can't draw text"));
+	QCOMPARE(videos::details(formatted(run)).width, 1080);
+}
+
+void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
+{
+	Sandbox sandbox;
+	link(sandbox);
+	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	// Where a folder is, no file can be written.
+	sandbox.useTool(QStringLiteral("ffmpeg"),
+			"case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
+	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without captions, they couldn't be stored"));
 	QCOMPARE(videos::details(formatted(run)).width, 1080);
 }
 
