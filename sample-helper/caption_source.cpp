@@ -18,7 +18,7 @@ constexpr qint64 largestSidecarBytes = 1'000'000;
 QString sidecarOf(const QString &replay)
 {
 	const QFileInfo file(replay);
-	for (const char *suffix : {".srt", ".vtt"}) {
+	for (const char *suffix : {".srt", ".SRT", ".vtt", ".VTT"}) {
 		const QString path = file.dir().filePath(file.completeBaseName() + QLatin1String(suffix));
 		if (QFileInfo(path).isFile()) {
 			return path;

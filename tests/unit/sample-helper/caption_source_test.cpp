@@ -120,6 +120,12 @@ void CaptionSourceTest::shows_sidecars_at_their_time_data()
 				<< QByteArray("WEBVTT\n\n00:03.000 --> 00:04.400\nHello there everybody\n\n"
 					      "00:05.600 --> 01:00.000\n<v Ana>How are you doing?</v>\n")
 				<< QStringLiteral("0-10 40-50");
+	QTest::newRow("SubRip in capitals")
+		<< QStringLiteral(".SRT") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n")
+		<< QStringLiteral("10-30");
+	QTest::newRow("WebVTT in capitals")
+		<< QStringLiteral(".VTT") << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n")
+		<< QStringLiteral("10-30");
 	QTest::newRow("nobody speaks") << QStringLiteral(".srt")
 				       << QByteArray("00:00:01,000 --> 00:00:03,000\nBefore\n") << QString();
 }
