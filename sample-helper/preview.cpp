@@ -24,8 +24,13 @@ constexpr qint64 cacheSeconds = 3600;
 
 QString cachedPath(const Look &look)
 {
-	return settings::stateFolder() +
-	       QStringLiteral("/previews/%1-%2-%3-%4.png").arg(look.layout, look.style, look.font, look.position);
+	const Region camera = cameraRegion(look.layout);
+	return settings::stateFolder() + QStringLiteral("/previews/%1-%2-%3-%4-%5-%6-%7-%8.png")
+						 .arg(look.layout, look.style, look.font, look.position)
+						 .arg(camera.x)
+						 .arg(camera.y)
+						 .arg(camera.width)
+						 .arg(camera.height);
 }
 
 bool isFresh(const QString &path)

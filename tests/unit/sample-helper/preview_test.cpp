@@ -2,9 +2,7 @@
 #include "suites.hpp"
 #include "videos.hpp"
 
-#include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QSet>
 #include <QTest>
 
@@ -17,6 +15,7 @@ private Q_SLOTS:
 	void draws_a_picture();
 	void draws_each_look_differently();
 	void keeps_pictures_for_a_while();
+	void draws_anew_when_the_camera_moves();
 	void draws_without_text_when_ffmpeg_cannot();
 	void survives_side_by_side_runs();
 	void reports_missing_ffmpeg();
@@ -94,11 +93,19 @@ void PreviewTest::keeps_pictures_for_a_while()
 	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), sandbox.path());
 	QCOMPARE(pathOf(sandbox.run(arguments)), path);
 
-	QFile file(path);
-	QVERIFY(file.open(QIODevice::ReadWrite));
-	QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-7200), QFileDevice::FileModificationTime));
-	file.close();
+	QVERIFY(sandbox.age(QDir(sandbox.path()).relativeFilePath(path), std::chrono::hours(2)));
 	QCOMPARE(sandbox.run(arguments).exitCode, 1);
+}
+
+void PreviewTest::draws_anew_when_the_camera_moves()
+{
+	Sandbox sandbox;
+	const QStringList arguments = preview(QStringLiteral("vtuber"), QStringLiteral("none"));
+	const QByteArray before = videos::checksum(pathOf(sandbox.run(arguments)));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0,0,0.2,0.4"));
+	const QByteArray after = videos::checksum(pathOf(sandbox.run(arguments)));
+	QVERIFY(!before.isEmpty() && !after.isEmpty());
+	QVERIFY(after != before);
 }
 
 void PreviewTest::draws_without_text_when_ffmpeg_cannot()
