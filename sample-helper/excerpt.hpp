@@ -13,7 +13,8 @@ struct Excerpt {
 	double lengthSeconds{};
 };
 
-/// The last `seconds` of a replay, or all of it when it is shorter. Throws Failure when it is no video.
+/// The last `seconds` of a replay, or all of it when it is shorter. Where nothing tells how long the replay is, its
+/// first seconds: better than none. Throws Failure when it is no video.
 Excerpt lastSecondsOf(const QString &replay, int seconds);
 
 /// The arguments that make ffmpeg read the excerpt.

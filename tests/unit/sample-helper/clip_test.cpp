@@ -26,6 +26,7 @@ private Q_SLOTS:
 	void reads_odd_paths_data();
 	void reads_odd_paths();
 	void reads_a_replay_without_a_duration();
+	void reads_a_replay_without_any_times();
 	void finds_the_camera_where_it_is_told();
 	void remembers_the_look();
 	void replaces_unknown_choices_and_says_so();
@@ -211,6 +212,22 @@ void ClipTest::reads_a_replay_without_a_duration()
 	const QList<int> frames = videos::brightness(formatted(run));
 	QVERIFY2(std::abs(frames.size() - 25) <= 2, qPrintable(QString::number(frames.size())));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
+}
+
+void ClipTest::reads_a_replay_without_any_times()
+{
+	const Sandbox sandbox;
+	// Nothing but pictures: neither a header nor a packet tells a time.
+	const QString replay =
+		sandbox.writeFile(QStringLiteral("raw.h264"),
+				  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(),
+						  QStringLiteral("-c:v"), QStringLiteral("copy"), QStringLiteral("-f"),
+						  QStringLiteral("h264"), QStringLiteral("-")}));
+	QCOMPARE(videos::details(replay).durationSeconds, 0.0);
+	const Run run = sandbox.run(process(replay, 2, looking("gameplay", "clean")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const double length = videos::details(formatted(run)).durationSeconds;
+	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
 }
 
 void ClipTest::finds_the_camera_where_it_is_told()
