@@ -15,8 +15,9 @@ length=60
 
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-# A variable of the user's own must not decide what is measured, except the encoder.
+# A variable of the user's own must not decide what is measured, except ffmpeg and the encoder.
 export KESTRUNE_SAMPLE_HELPER_HOME=$folder/state KESTRUNE_SAMPLE_HELPER_OUTPUT=
+unset KESTRUNE_SAMPLE_HELPER_CAMERA KESTRUNE_SAMPLE_HELPER_OFFLINE
 unset KESTRUNE_SAMPLE_HELPER_WHISPER KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL
 
 # What OBS records: everything moves, with sound, 20 Mbit/s.
@@ -26,13 +27,17 @@ for ((second = 0; second < length; second += 3)); do
 	printf '00:00:%02d,000 --> 00:00:%02d,900\nThis is what somebody says now\n\n' "$second" "$((second + 2))"
 done >"$folder/replay.srt"
 
-echo "$(nproc) processors: $(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -n 1), load $(cut -d' ' -f1 /proc/loadavg)"
+processor=$(sed -n '/^model name/{s/^[^:]*: //p;q}' /proc/cpuinfo)
+echo "$(nproc) processors: $processor, load $(cut -d' ' -f1 /proc/loadavg)"
+TIMEFORMAT='%R %U %S'
 for layout in "${layouts[@]}"; do
-	read -r took user system < <(
-		TIMEFORMAT='%R %U %S'
-		{ time "$helper" --process "$folder/replay.mkv" --seconds "$length" --layout "$layout" --style neon \
-			>"$folder/answer" 2>"$folder/log"; } 2>&1
-	)
+	arguments=(--process "$folder/replay.mkv" --seconds "$length" --layout "$layout" --style neon)
+	if ! times=$({ time "$helper" "${arguments[@]}" >"$folder/answer" 2>"$folder/log"; } 2>&1); then
+		echo "measure-speed.sh: the helper failed with the layout $layout. Its answer and log:" >&2
+		cat "$folder/answer" "$folder/log" >&2
+		exit 1
+	fi
+	read -r took user system <<<"$times"
 	encoder=$(sed -n 's/.*\] \(.*\) encoded .*/\1/p' "$folder/log")
 	size=$(du -m "$folder"/state/Shorts/*.mp4 | cut -f1)
 	rm "$folder"/state/Shorts/*.mp4
