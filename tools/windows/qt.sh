@@ -11,16 +11,16 @@ show_progress()
 	}'
 }
 
+# Called where errexit is off, so each step says itself whether to go on.
 build_qt()
 {
 	local new=$cache/qt-mingw.new
 	rm -rf "$new"
-	mkdir "$new"
-	cp "${qt_recipe[@]}" "$new"
+	mkdir "$new" && cp "${qt_recipe[@]}" "$new" || return
 	extra_writable=("$new")
-	in_root tools/windows/qt-recipe.sh "$new" "$new/installed" 2>&1 | tee "$setup_log" | show_progress
+	in_root tools/windows/qt-recipe.sh "$new" "$new/installed" 2>&1 | tee "$setup_log" | show_progress || return
 	extra_writable=()
-	mv "$new/installed" "$qt_for_windows"
+	mv "$new/installed" "$qt_for_windows" || return
 	rm -rf "$new"
 }
 
