@@ -8,7 +8,11 @@ targets=()
 while (($# > 0)); do
 	case $1 in
 	--seconds)
-		seconds=${2:?--seconds needs a number}
+		seconds=${2:-}
+		if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
+			echo "fuzz: --seconds needs a whole number above 0" >&2
+			exit 2
+		fi
 		shift
 		;;
 	--*)
@@ -37,7 +41,8 @@ if [[ -z ${DISPLAY:-} ]]; then
 	exec tools/with-xvfb.sh "$0" "${targets[@]}" --seconds "$seconds"
 fi
 
-# The targets look for leaks themselves, now and then; at exit Qt's own caches would be reported, as the fuzzer leaves them all behind.
+# The targets look for leaks themselves, now and then; at exit Qt's own caches would be reported, as the fuzzer leaves
+# them all behind.
 export ASAN_OPTIONS=detect_leaks=1:leak_check_at_exit=0:detect_stack_use_after_return=1:allow_addr2line=1
 export LSAN_OPTIONS=suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
@@ -46,7 +51,9 @@ programs=$PWD/build/fuzz/tests/fuzz
 results=$PWD/build/fuzz/results
 TMPDIR=$(mktemp -d)
 export TMPDIR
-trap 'rm -rf "$TMPDIR"' EXIT
+jobs=()
+# Ended early, no fuzzer goes on alone.
+trap 'kill "${jobs[@]}" 2>/dev/null || true; rm -rf "$TMPDIR"' EXIT
 
 # fuzz_one TARGET: what it finds worth keeping goes to results/TARGET/corpus, findings to results/TARGET. An input that
 # takes 20 seconds counts as one that hangs.
@@ -54,12 +61,11 @@ fuzz_one()
 {
 	local result=$results/$1
 	mkdir -p "$result/corpus"
-	"$programs/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 \
+	exec "$programs/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 \
 		-detect_leaks=0 -print_final_stats=1 -artifact_prefix="$result/" "$result/corpus" "$PWD/tests/fuzz/corpus/$1" \
 		>"$result/log" 2>&1
 }
 
-jobs=()
 for target in "${targets[@]}"; do
 	rm -rf "${results:?}/$target"/{crash,leak,timeout,oom}-*
 	fuzz_one "$target" &
@@ -70,7 +76,9 @@ done
 status=0
 for index in "${!targets[@]}"; do
 	target=${targets[index]}
-	if wait "${jobs[index]}"; then
+	job=${jobs[index]}
+	unset "jobs[index]"
+	if wait "$job"; then
 		echo "$target: nothing found, $(grep -m 1 number_of_executed_units "$results/$target/log")"
 	else
 		status=1
