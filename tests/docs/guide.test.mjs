@@ -103,21 +103,4 @@ describe("the user guide", () => {
     const shown = pages.flatMap((page) => [...read(page).matchAll(/!\[[^\]]+\]\(([^)]+)\)/g)].map(([, file]) => file));
     assert.deepEqual([...new Set(shown)].sort(), made);
   });
-
-  it("has no link that leads nowhere", () => {
-    for (const page of pages) {
-      for (const [, file, anchor] of read(page).matchAll(/\]\(([^)#:]*)(?:#([^)]*))?\)/g)) {
-        const target = file === "" ? path.join(docs, page) : path.resolve(docs, file);
-        const text = readFileSync(target, "utf8");
-        assert.ok(!anchor || anchors(text).includes(anchor), `${page}: ${file}#${anchor}`);
-      }
-    }
-  });
 });
-
-/** The anchors of a page's headings, as repository web sites make them. */
-function anchors(text) {
-  return [...text.matchAll(/^#+ (.*)$/gm)].map(([, heading]) =>
-    heading.toLowerCase().replace(/[^\p{L}\p{N} _-]/gu, "").replaceAll(" ", "-"),
-  );
-}

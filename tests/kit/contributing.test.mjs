@@ -1,8 +1,8 @@
-// What developers are given: the container's packages, the hooks and tasks, the checks, and the files that pages name.
+// What developers are given: the container's packages, the hooks and tasks, and the checks.
 
 import assert from "node:assert/strict";
 import { execFile } from "node:child_process";
-import { access, chmod, copyFile, mkdir, readdir, readFile, writeFile } from "node:fs/promises";
+import { chmod, copyFile, mkdir, readFile, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { describe, it } from "node:test";
 import { run } from "../../tools/obs/command.mjs";
@@ -114,24 +114,5 @@ describe("lint", () => {
     const { exitCode, output } = await lint(t, wrong, "style");
     assert.equal(exitCode, 2);
     assert.match(output, /^lint: 'style' is neither a file nor a check/);
-  });
-});
-
-describe("the pages", () => {
-  it("name files that are there", async () => {
-    const docs = (await readdir(path.join(checkout, "docs"))).filter((name) => name.endsWith(".md"));
-    const pages = ["README.md", "CONTRIBUTING.md", "SECURITY.md", ...docs.map((name) => path.join("docs", name))];
-    let count = 0;
-    for (const page of pages) {
-      const text = await read(page);
-      const links = [...text.matchAll(/\]\(([^)#:]+)(#[^)]*)?\)/g)].map(([, link]) => [path.dirname(page), link]);
-      const named = [...text.matchAll(/`(tests\/[\w./-]+\.\w+)`/g)].map(([, file]) => [".", file]);
-      for (const [folder, file] of [...links, ...named]) {
-        count += 1;
-        const there = await access(path.join(checkout, folder, file)).then(() => true, () => false);
-        assert.ok(there, `${page} names ${file}`);
-      }
-    }
-    assert.ok(count > 50, `only ${count} names were found`);
   });
 });
