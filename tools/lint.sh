@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# lint.sh [format] [cpp] [shell] [spelling] [FILE...]: runs these checks (all when none is named) on these files (all when
-# none is named) without changing anything. Runs in the build root.
+# lint.sh [format] [cpp] [shell] [spelling] [FILE...]: runs these checks (all when none is named) on these files (all
+# when none is named) without changing anything. Runs in the build root.
 set -euo pipefail
 source tools/sources.sh
 
@@ -14,13 +14,26 @@ for argument; do
 			echo "lint: '$argument' is neither a file nor a check; there are: format, cpp, shell, spelling" >&2
 			exit 2
 		fi
-		files+=("${argument#"$PWD/"}")
+		file=${argument#"$PWD/"}
+		while [[ $file == ./* ]]; do file=${file#./}; done
+		files+=("$file")
 		;;
 	esac
 done
 if ((${#checks[@]} == 0)); then
 	checks=(format cpp shell spelling)
 fi
+
+# The files that a check is about. Headers are checked by clang-tidy with the sources that include them.
+subjects()
+{
+	case $1 in
+	format) cpp_sources ;;
+	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
+	shell) shell_scripts ;;
+	spelling) text_files ;;
+	esac
+}
 
 # Lets those names through that were asked for; names come and go with a NUL at their end.
 wanted()
@@ -34,18 +47,16 @@ wanted()
 
 check_format()
 {
-	cpp_sources | wanted | xargs -0 --no-run-if-empty clang-format --dry-run -Werror
+	xargs -0 --no-run-if-empty clang-format --dry-run -Werror
 }
 
-# Sources include what Qt's moc generates. Headers are checked with the sources that include them.
+# Sources include what Qt's moc generates.
 check_cpp()
 {
 	local source patterns=()
 	while IFS= read -r -d '' source; do
-		if [[ $source == *.cpp ]]; then
-			patterns+=("^$PWD/${source//./[.]}\$")
-		fi
-	done < <(cpp_sources | wanted)
+		patterns+=("^$PWD/${source//./[.]}\$")
+	done
 	if ((${#patterns[@]} == 0)); then
 		return
 	fi
@@ -56,12 +67,24 @@ check_cpp()
 
 check_shell()
 {
-	shell_scripts | wanted | xargs -0 --no-run-if-empty shellcheck --external-sources --check-sourced
+	xargs -0 --no-run-if-empty shellcheck --external-sources --check-sourced
 }
 
 check_spelling()
 {
-	text_files | wanted | xargs -0 --no-run-if-empty codespell
+	xargs -0 --no-run-if-empty codespell
+}
+
+# A misspelt or ignored file would otherwise look as if it were in order.
+report_unchecked()
+{
+	local check file checked
+	checked=$(for check in "${checks[@]}"; do subjects "$check"; done | tr '\0' '\n')
+	for file in "${files[@]}"; do
+		if ! grep --fixed-strings --line-regexp --quiet -e "$file" <<<"$checked"; then
+			echo "lint: nothing looked at '$file'; the checks were: ${checks[*]}"
+		fi
+	done
 }
 
 run_check()
@@ -78,7 +101,7 @@ status=0
 summary=()
 for check in "${checks[@]}"; do
 	result=passed
-	if ! run_check "$check"; then
+	if ! subjects "$check" | wanted | run_check "$check"; then
 		result=FAILED
 		status=1
 	fi
@@ -87,4 +110,5 @@ done
 
 echo "== Summary"
 printf '%s\n' "${summary[@]}"
+report_unchecked
 exit "$status"

@@ -13,14 +13,18 @@ text_files()
 	git ls-files -z --cached --others --exclude-standard
 }
 
-# Prints our shell scripts that people or other scripts call, each ended by a NUL. Those that are only sourced
-# make sense, to people and to shellcheck, in the scripts that source them.
+# Prints our shell scripts that people or programs call, whatever they are named, each ended by a NUL. Those that are
+# only sourced make sense, to people and to shellcheck, in the scripts that source them.
 shell_scripts()
 {
-	local script
-	while IFS= read -r -d '' script; do
-		if [[ -x $script ]]; then
-			printf '%s\0' "$script"
+	local file first_line
+	while IFS= read -r -d '' file; do
+		if [[ ! -f $file || ! -x $file ]]; then
+			continue
 		fi
-	done < <(git ls-files -z --cached --others --exclude-standard -- run .ci/run '*.sh')
+		IFS= read -r first_line <"$file" || true
+		if [[ $first_line =~ ^#!.*[/[:space:]](ba)?sh([[:space:]]|$) ]]; then
+			printf '%s\0' "$file"
+		fi
+	done < <(text_files)
 }

@@ -110,6 +110,20 @@ describe("lint", () => {
     assert.match(output, /== Summary\nspelling: passed\n$/);
   });
 
+  it("knows shell scripts by their first line, and files by whichever path", async (t) => {
+    const scripts = { helper: wrong["a.sh"], program: `#!/usr/bin/env node\necho $1\n` };
+    const { exitCode, output } = await lint(t, scripts, "shell ./helper ././program");
+    assert.equal(exitCode, 1);
+    assert.match(output, /In helper line 2:/);
+    assert.doesNotMatch(output, /In program/);
+  });
+
+  it("says which files none of the checks is about", async (t) => {
+    const { exitCode, output } = await lint(t, wrong, "format ./a.cpp a.md");
+    assert.equal(exitCode, 1);
+    assert.match(output, /== Summary\nformat: FAILED\nlint: nothing looked at 'a.md'; the checks were: format\n/);
+  });
+
   it("refuses what is neither a file nor a check", async (t) => {
     const { exitCode, output } = await lint(t, wrong, "style");
     assert.equal(exitCode, 2);
