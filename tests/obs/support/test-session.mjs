@@ -21,7 +21,7 @@ const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
 
 /** Path of the program that stands in for the elevated installer. */
-export const updateRunner = path.join(buildFolder, "tests", "support", "update-runner", "update-runner");
+export const updateRunner = path.join(buildFolder, "tests", "support", "update_runner", "update_runner");
 
 /** Folder that keeps the files of the session `name`. */
 export function artefactsFolder(name) {
