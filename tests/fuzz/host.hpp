@@ -45,7 +45,6 @@ public:
 	Q_DISABLE_COPY_MOVE(ShownDock)
 
 	KestruneDock *operator->() const { return dock_; }
-	KestruneDock *get() const { return dock_; }
 	/// Calls a slot by name.
 	void invoke(const char *slot) const;
 

@@ -16,6 +16,12 @@ void catchLine(int level, const char *format, va_list arguments, void *)
 	const std::lock_guard lock(logMutex);
 	logLines << LogLine{level, QString::fromUtf8(text.data())};
 }
+
+/// Whether the module's own prefix begins the line.
+bool isModuleLine(const QString &text)
+{
+	return text.startsWith(u"[kestrune] ");
+}
 } // namespace
 
 ObsSession::ObsSession()
@@ -51,9 +57,4 @@ QList<LogLine> ObsSession::moduleLog() const
 QString ObsSession::configFolder() const
 {
 	return folder_.filePath(QStringLiteral("kestrune"));
-}
-
-bool isModuleLine(const QString &text)
-{
-	return text.startsWith(u"[kestrune] ");
 }

@@ -30,6 +30,3 @@ public:
 private:
 	QTemporaryDir folder_{};
 };
-
-/// Whether the module's own prefix begins the line.
-bool isModuleLine(const QString &text);

@@ -1,5 +1,4 @@
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -34,11 +33,6 @@ HelperScript &HelperScript::complain(const QByteArray &bytes)
 HelperScript &HelperScript::await(const QString &gate)
 {
 	return add(QStringLiteral("await"), {{QStringLiteral("gate"), gate}});
-}
-
-HelperScript &HelperScript::pause(int time_ms)
-{
-	return add(QStringLiteral("pause"), {{QStringLiteral("ms"), time_ms}});
 }
 
 HelperScript &HelperScript::flood(const QByteArray &bytes)
@@ -109,11 +103,6 @@ void StandInHelper::open(const QString &gate) const
 	QFile file(folder_.filePath(gate));
 	if (!file.open(QIODevice::WriteOnly))
 		qFatal("cannot open gate %s", qUtf8Printable(gate));
-}
-
-void StandInHelper::close(const QString &gate) const
-{
-	QFile::remove(folder_.filePath(gate));
 }
 
 QList<QJsonObject> StandInHelper::records(const QString &command) const

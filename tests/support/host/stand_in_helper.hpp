@@ -14,7 +14,6 @@ public:
 	HelperScript &complain(const QByteArray &bytes);
 	/// Waits until StandInHelper::open(gate).
 	HelperScript &await(const QString &gate);
-	HelperScript &pause(int time_ms);
 	/// Writes `bytes` again and again until nobody reads them.
 	HelperScript &flood(const QByteArray &bytes);
 	HelperScript &repeat(const QByteArray &bytes, int count);
@@ -43,8 +42,6 @@ public:
 	void on(const QString &command, const HelperScript &script) const;
 	/// Lets the runs go on that wait for this gate.
 	void open(const QString &gate) const;
-	/// Runs that come to this gate wait again.
-	void close(const QString &gate) const;
 
 	/// The arguments of the runs so far, in order; only those with this first switch if one is named.
 	QList<QStringList> runs(const QString &command = {}) const;

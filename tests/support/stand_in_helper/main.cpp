@@ -56,8 +56,6 @@ void perform(const QJsonObject &step)
 	} else if (action == u"await") {
 		while (!folder().exists(step[u"gate"].toString()))
 			std::this_thread::sleep_for(2ms);
-	} else if (action == u"pause") {
-		std::this_thread::sleep_for(std::chrono::milliseconds(step[u"ms"].toInt()));
 	} else if (action == u"repeat") {
 		for (int left = step[u"count"].toInt(); left > 0; --left)
 			write(stdout, bytes);
