@@ -28,7 +28,8 @@ using Notify = bool (*)(QApplication *, QObject *, QEvent *);
 struct Kind {
 	bool inDock{false};
 	QByteArray receiver{};
-	int event{0};
+	/// A QEvent::Type. QMetaEnum takes a quint64 since Qt 6.9 and an int before; this becomes either by itself.
+	quint16 event{0};
 
 	auto operator<=>(const Kind &) const = default;
 };
@@ -94,8 +95,7 @@ __attribute__((destructor)) void report()
 		const QJsonObject line{
 			{QStringLiteral("inDock"), kind.inDock},
 			{QStringLiteral("receiver"), QString::fromLatin1(kind.receiver)},
-			{QStringLiteral("event"),
-			 QString::fromLatin1(events.valueToKey(static_cast<quint64>(kind.event)))},
+			{QStringLiteral("event"), QString::fromLatin1(events.valueToKey(kind.event))},
 			{QStringLiteral("count"), times.count},
 			{QStringLiteral("longest_ms"), static_cast<double>(times.longest_ns) / 1e6},
 			{QStringLiteral("longestProcessor_ms"), static_cast<double>(times.longestProcessor_ns) / 1e6},
@@ -116,7 +116,7 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 		return original(this, receiver, event);
 
 	// Either may be gone afterwards.
-	const Kind kind{isInDock(receiver), describe(receiver, event), event->type()};
+	const Kind kind{isInDock(receiver), describe(receiver, event), static_cast<quint16>(event->type())};
 	++depth;
 	const qint64 begin_ns = now_ns(CLOCK_MONOTONIC);
 	const qint64 beginProcessor_ns = now_ns(CLOCK_THREAD_CPUTIME_ID);
