@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints one table; the seconds are how long OBS is watched while the
-# module is busy, and in each of three idle states. Runs in the build root.
+# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints one table; the seconds are how long OBS is watched while
+# the module is busy, and in each of three idle states. Runs in the build root.
 set -euo pipefail
 
 busy_s=${1:-120}
@@ -11,7 +11,7 @@ results=build/bench
 mkdir -p "$results"
 
 tools/build.sh "${build_dir##*/}"
-tools/install-node-modules.sh tests/obs
+tools/install-node-modules.sh tools/obs
 
 for subject in event_stream preview; do
 	QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_$subject" \

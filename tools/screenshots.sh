@@ -5,5 +5,5 @@ set -euo pipefail
 build_dir=build/ubuntu-ci-x86_64
 
 tools/build.sh "${build_dir##*/}"
-tools/install-node-modules.sh tests/obs
+tools/install-node-modules.sh tools/obs
 KESTRUNE_BUILD_DIR=$PWD/$build_dir node tools/screenshots/screenshots.mjs "$@"

@@ -22,7 +22,7 @@ long()
 # Starts and ends of the real OBS.
 exit_of_obs()
 {
-	tools/install-node-modules.sh tests/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
+	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
 }
 
 run_full()

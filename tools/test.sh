@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# test.sh [docs] [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in the
-# build root.
+# test.sh [docs] [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in
+# the build root.
 set -euo pipefail
 
 # The user guide against the sources.
@@ -40,7 +40,7 @@ thread()
 # End-to-end tests in the real OBS.
 obs()
 {
-	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tests/obs &&
+	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tools/obs &&
 		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test --test-concurrency=1 tests/obs/*.test.mjs
 }
 

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { rm, symlink } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
-import { errorColour } from "./support/dock.mjs";
+import { errorColour } from "../../tools/obs/dock.mjs";
 import { artefactsFolder, standInHelper, TestSession } from "./support/test-session.mjs";
 
 describe("OBS with a helper in trouble", () => {

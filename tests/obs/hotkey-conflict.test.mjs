@@ -2,8 +2,8 @@
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
+import { errorColour } from "../../tools/obs/dock.mjs";
 import { waitFor } from "../../tools/obs/wait.mjs";
-import { errorColour } from "./support/dock.mjs";
 import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
 
 describe("a clip hotkey in conflict with another", () => {

@@ -3,8 +3,8 @@
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { after, before, describe, it } from "node:test";
+import { readyStatus } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { readyStatus } from "./support/dock.mjs";
 import { standInHelper, TestSession } from "./support/test-session.mjs";
 
 const captureText = "Press keys… (Esc cancels)";

@@ -2,9 +2,9 @@
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
+import { errorColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
-import { errorColour } from "./support/dock.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
 

@@ -4,8 +4,8 @@ import assert from "node:assert/strict";
 import { mkdir, readFile, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
+import { errorColour, informationColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { errorColour, informationColour } from "./support/dock.mjs";
 import { artefactsFolder, standInHelper, standInRunner, TestSession, updateRunner } from "./support/test-session.mjs";
 
 const green = /^QPushButton\{background:#1d2a14;color:#b8ff6a;.*QPushButton:disabled\{color:#b8ff6a\}$/;

@@ -2,12 +2,12 @@
 
 import { cp } from "node:fs/promises";
 import path from "node:path";
-import { Dock } from "../../tests/obs/support/dock.mjs";
-import { connectWebsocket } from "../../tests/obs/support/websocket-client.mjs";
 import { run } from "../obs/command.mjs";
+import { Dock } from "../obs/dock.mjs";
 import { findFreePort } from "../obs/free-port.mjs";
 import { ObsSession } from "../obs/session.mjs";
 import { sleep, waitFor } from "../obs/wait.mjs";
+import { connectWebsocket } from "../obs/websocket-client.mjs";
 import { answer, prepareAnswers, release } from "./answers.mjs";
 
 const checkout = path.resolve(import.meta.dirname, "..", "..");
@@ -62,7 +62,7 @@ export class Stage {
       folder,
       settings: { canvas, modules },
       env: {
-        PATH: `${path.join(checkout, "tests", "obs", "support", "bin")}:${process.env.PATH}`,
+        PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
         KESTRUNE_HELPER: path.join(folder, "helper"),
         KESTRUNE_ANSWERS: path.join(folder, "answers"),
         KESTRUNE_SAMPLE_HELPER: path.join(buildFolder, "sample-helper", "sample-helper"),

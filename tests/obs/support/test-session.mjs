@@ -3,11 +3,11 @@
 import { readFile, readdir } from "node:fs/promises";
 import path from "node:path";
 import { run } from "../../../tools/obs/command.mjs";
+import { Dock, readyStatus } from "../../../tools/obs/dock.mjs";
 import { findFreePort } from "../../../tools/obs/free-port.mjs";
 import { ObsSession } from "../../../tools/obs/session.mjs";
 import { sleep, waitFor } from "../../../tools/obs/wait.mjs";
-import { Dock, readyStatus } from "./dock.mjs";
-import { connectWebsocket } from "./websocket-client.mjs";
+import { connectWebsocket } from "../../../tools/obs/websocket-client.mjs";
 
 const checkout = path.resolve(import.meta.dirname, "..", "..", "..");
 const buildFolder = process.env.KESTRUNE_BUILD_DIR;
@@ -72,7 +72,7 @@ export class TestSession {
   static async create(name, { helper, withModule = true, extraEnv = {} }) {
     const folder = artefactsFolder(name);
     const env = {
-      PATH: `${path.join(import.meta.dirname, "bin")}:${process.env.PATH}`,
+      PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
       KESTRUNE_HELPER: helper,
       KESTRUNE_SAMPLE_HELPER_HOME: path.join(folder, "sample-helper"),
       // Long enough to be seen on a busy machine.

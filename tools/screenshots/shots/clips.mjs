@@ -3,7 +3,7 @@
 import { open } from "node:fs/promises";
 import path from "node:path";
 import { run } from "../../obs/command.mjs";
-import { errorColour } from "../../../tests/obs/support/dock.mjs";
+import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 const replay = "Replay";

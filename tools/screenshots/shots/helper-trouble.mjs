@@ -1,7 +1,7 @@
 // A helper that stops, cannot be started, or is not there.
 
 import { chmod, rm } from "node:fs/promises";
-import { errorColour } from "../../../tests/obs/support/dock.mjs";
+import { errorColour } from "../../obs/dock.mjs";
 
 export const answers = { "--status": ["exit 3"] };
 

@@ -1,6 +1,6 @@
 // Setting the hotkey.
 
-import { errorColour } from "../../../tests/obs/support/dock.mjs";
+import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 const controlShiftC = { shift: true, control: true, alt: false, command: false, key: "OBS_KEY_C" };

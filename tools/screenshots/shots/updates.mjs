@@ -2,7 +2,7 @@
 
 import { writeFile } from "node:fs/promises";
 import path from "node:path";
-import { errorColour } from "../../../tests/obs/support/dock.mjs";
+import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 // The stand-in helper is the installer as well: it is given this name as its only argument.

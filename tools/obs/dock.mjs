@@ -1,6 +1,6 @@
 // The dock as a user meets it: what it shows (asked from the test module) and real clicks on what it shows.
 
-import { sleep, waitFor } from "../../../tools/obs/wait.mjs";
+import { sleep, waitFor } from "./wait.mjs";
 
 /** Style sheets of the status line. */
 export const errorColour = "color:#ff6b81";

@@ -1,7 +1,7 @@
 // obs-websocket, seen from a remote control.
 
 import OBSWebSocket from "obs-websocket-js";
-import { waitFor } from "../../../tools/obs/wait.mjs";
+import { waitFor } from "./wait.mjs";
 
 /** Connects to the obs-websocket server on this machine's `port`, waiting until it listens. */
 export async function connectWebsocket(port) {
