@@ -9,6 +9,7 @@ import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { version } from "./support/version.mjs";
 
 const clipSeconds = 30;
 // Enough for a whole Short; a longer one only takes longer to make.
@@ -27,7 +28,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
 
   it("logs the version and the helper's path in exactly one line", () => {
     const lines = test.session.obs.lines().filter((line) => line.includes("[kestrune] Kestrune loaded"));
-    assert.deepEqual(lines, [`info: [kestrune] Kestrune loaded (version 1.0.6), helper: ${test.helper}`]);
+    assert.deepEqual(lines, [`info: [kestrune] Kestrune loaded (version ${version}), helper: ${test.helper}`]);
   });
 
   it("shows the dock in its main window, not connected", async () => {

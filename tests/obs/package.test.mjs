@@ -1,14 +1,14 @@
 // The packages for Linux: what is in them, and that OBS loads the module from where they put it.
 
 import assert from "node:assert/strict";
-import { mkdir, readdir, readFile, rm, writeFile } from "node:fs/promises";
+import { mkdir, readdir, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { run } from "../../tools/obs/command.mjs";
 import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { version } from "./support/version.mjs";
 
 const build = process.env.KESTRUNE_BUILD_DIR;
-const { version } = JSON.parse(await readFile(path.join(import.meta.dirname, "..", "..", "buildspec.json"), "utf8"));
 
 async function makePackages() {
   const folder = path.join(build, "packages");

@@ -7,6 +7,7 @@ import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { version } from "./support/version.mjs";
 
 const secondBinding = { shift: false, control: false, alt: true, command: false, key: "OBS_KEY_F7" };
 
@@ -58,7 +59,7 @@ describe("a remote control of OBS with the module", () => {
   it("gets the status, with an empty hotkey when none is bound", async () => {
     const { vendorName, requestType, responseData } = await vendorRequest("GetStatus");
     assert.deepEqual({ vendorName, requestType }, { vendorName: "Kestrune", requestType: "GetStatus" });
-    assert.deepEqual(responseData, { version: "1.0.6", dock: true, replay_buffer_active: false, hotkey: "" });
+    assert.deepEqual(responseData, { version, dock: true, replay_buffer_active: false, hotkey: "" });
   });
 
   it("gets obs-websocket's own error for a request or a vendor that does not exist", async () => {

@@ -10,7 +10,7 @@ class LocatorTest : public DockTest {
 
 	QString loggedHelper() const
 	{
-		const QString start = u"[kestrune] Kestrune loaded (version 1.0.6), helper: "_s;
+		const QString start = u"[kestrune] Kestrune loaded (version " KESTRUNE_VERSION "), helper: "_s;
 		const QList<LogLine> lines = obs().moduleLog();
 		return lines.isEmpty() || !lines.front().text.startsWith(start) ? u"(no load line)"_s
 										: lines.front().text.mid(start.size());

@@ -142,6 +142,7 @@ private Q_SLOTS:
 	{
 		setEnvironment("KESTRUNE_HELPER", u"/opt/Kestrüne/100%s"_s);
 		QVERIFY(load());
+		// The one test that spells the version out: what users and helpers are told changes on purpose only.
 		const QList<LogLine> expected{
 			{LOG_INFO, u"[kestrune] Kestrune loaded (version 1.0.6), helper: /opt/Kestrüne/100%s"_s}};
 		QCOMPARE(obs().moduleLog(), expected);
