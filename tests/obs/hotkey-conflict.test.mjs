@@ -1,4 +1,4 @@
-// A clip hotkey that one of OBS's own hotkeys uses already: the user is warned, and gets what he asked for.
+// A clip hotkey that one of OBS's own hotkeys uses already: the user is warned, and gets what they asked for.
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
