@@ -1,5 +1,5 @@
-# kestrune_fetch(URL SHA256 FOLDER): downloads an archive and unpacks it in FOLDER, unless that was done before with this
-# very hash. An archive with another hash is an error and leaves nothing behind.
+# kestrune_fetch(URL SHA256 FOLDER): downloads an archive and unpacks it in FOLDER, unless that was done before
+# with this very hash. An archive with another hash is an error and leaves nothing behind.
 function(kestrune_fetch url sha256 folder)
   cmake_path(GET folder PARENT_PATH parent)
   cmake_path(GET folder FILENAME name)

@@ -64,7 +64,8 @@ fill_root()
 	local archives=("deb $mirror $root_suite main")
 	if ((${#sources[@]} > 0)); then
 		archives+=("deb-src $mirror $root_suite main")
-		source_options=(--customize-hook="chroot \"\$1\" sh -c 'cd /usr/src && apt-get source --download-only ${sources[*]}'")
+		local download="cd /usr/src && apt-get source --download-only ${sources[*]}"
+		source_options=(--customize-hook="chroot \"\$1\" sh -c '$download'")
 	fi
 	if ((EUID != 0)) && ! mmdebstrap --unshare-helper true && can_be_admin; then
 		runner=(as_admin env)

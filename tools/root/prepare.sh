@@ -49,7 +49,8 @@ use_root()
 	fi
 	if ! choose_entrance; then
 		install_packages "under a minute" bubblewrap proot
-		choose_entrance || fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
+		choose_entrance ||
+			fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
 	fi
 	touch "$root"
 	root_id=$(<"$root/etc/kestrune-root")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check-module.sh DLL: the module exports what OBS looks up and nothing else, needs only DLLs that OBS brings (and, as it
-# is built here, the compiler's own), and tells its version. Runs in the Windows root.
+# check-module.sh DLL: the module exports what OBS looks up and nothing else, needs only DLLs that OBS brings (and, as
+# it is built here, the compiler's own), and tells its version. Runs in the Windows root.
 set -euo pipefail
 
 dll=$1
