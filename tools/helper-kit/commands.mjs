@@ -1,4 +1,4 @@
-// The ten commands as the dock sends them, and what a missing answer costs the user.
+// The commands as the dock sends them, and what a missing answer costs the user.
 
 // What the dock offers before the helper has named its own.
 const dockChoices = {
