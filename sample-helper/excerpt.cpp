@@ -14,11 +14,12 @@ Excerpt lastSecondsOf(const QString &replay, int seconds)
 
 QStringList inputArguments(const Excerpt &excerpt)
 {
-	const QStringList source{QStringLiteral("-t"), QString::number(excerpt.lengthSeconds, 'f', 6),
-				 QStringLiteral("-i"), ffmpeg::fileAddress(excerpt.replay)};
+	QStringList arguments{};
 	// ffmpeg finds no place in a file without times, not even its beginning.
-	if (excerpt.startSeconds <= 0) {
-		return source;
+	if (excerpt.startSeconds > 0) {
+		arguments << QStringLiteral("-ss") << QString::number(excerpt.startSeconds, 'f', 6);
 	}
-	return QStringList{QStringLiteral("-ss"), QString::number(excerpt.startSeconds, 'f', 6)} + source;
+	arguments << QStringLiteral("-t") << QString::number(excerpt.lengthSeconds, 'f', 6) << QStringLiteral("-i")
+		  << ffmpeg::fileAddress(excerpt.replay);
+	return arguments;
 }
