@@ -144,7 +144,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
   });
 
   it("lists the Shorts in its recent clips section", async () => {
-    await test.dock.click({ name: "recentSectionToggle" });
+    await test.dock.openSection("recentSection");
     const list = await test.dock.waitForWidget({ class: "QListWidget", visible: true });
     assert.equal(list.items.length, 2);
     await test.session.screenshot("8-recent-clips");
