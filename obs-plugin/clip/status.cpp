@@ -14,7 +14,7 @@ namespace {
 QStringList toStrings(const QJsonArray &array)
 {
 	QStringList strings;
-	for (const QJsonValue &value : array)
+	for (const QJsonValue value : array)
 		strings << value.toString();
 	return strings;
 }

@@ -30,7 +30,7 @@ std::optional<QJsonObject> membersOf(const QString &path)
 
 QString settingsPath()
 {
-	BPtr<char> path = obs_module_get_config_path(obs_current_module(), "settings.json");
+	const BPtr<char> path = obs_module_get_config_path(obs_current_module(), "settings.json");
 	return QString::fromUtf8(path.Get());
 }
 

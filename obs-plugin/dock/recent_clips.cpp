@@ -37,7 +37,7 @@ void KestruneDock::showRecent(const QJsonObject &event)
 	outputFolder_ = event[u"folder"].toString();
 	recentList_->clear();
 	const QJsonArray clips = event[u"items"].toArray();
-	for (const QJsonValue &clip : clips) {
+	for (const QJsonValue clip : clips) {
 		const QString path = clip[u"path"].toString();
 		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
 		item->setData(Qt::UserRole, path);

@@ -8,7 +8,7 @@
 
 QString locateHelper()
 {
-	const QString override = qEnvironmentVariable("KESTRUNE_HELPER");
+	QString override = qEnvironmentVariable("KESTRUNE_HELPER");
 	if (!override.isEmpty())
 		return override;
 

@@ -80,6 +80,6 @@ void KestruneDock::silenceRuns()
 {
 	// Child processes are destroyed, and with that killed, only after this object's own part is gone, but before
 	// QObject cuts its connections: without this, "finished" would reach handlers of a half-destroyed dock.
-	for (QProcess *process : findChildren<QProcess *>(Qt::FindDirectChildrenOnly))
+	for (const QProcess *process : findChildren<QProcess *>(Qt::FindDirectChildrenOnly))
 		process->disconnect();
 }

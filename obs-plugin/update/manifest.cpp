@@ -10,11 +10,11 @@
 namespace {
 QString manifestPath()
 {
-	const QString override = qEnvironmentVariable("KESTRUNE_MANIFEST");
+	QString override = qEnvironmentVariable("KESTRUNE_MANIFEST");
 	if (!override.isEmpty())
 		return override;
 
-	BPtr<char> moduleFile = obs_find_module_file(obs_current_module(), "manifest.json");
+	const BPtr<char> moduleFile = obs_find_module_file(obs_current_module(), "manifest.json");
 	return QString::fromUtf8(moduleFile.Get());
 }
 } // namespace

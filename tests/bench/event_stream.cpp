@@ -51,7 +51,7 @@ void bareParse(benchmark::State &state)
 {
 	const QByteArray bytes = megabyteOfEvents();
 	const QByteArrayList lines = bytes.split('\n');
-	for (auto _ : state)
+	while (state.KeepRunning())
 		for (const QByteArray &line : lines)
 			benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
@@ -73,7 +73,7 @@ void feed(const QByteArray &bytes, qsizetype chunk_bytes)
 void events(benchmark::State &state)
 {
 	const QByteArray bytes = megabyteOfEvents();
-	for (auto _ : state)
+	while (state.KeepRunning())
 		feed(bytes, state.range(0));
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
 }
@@ -84,7 +84,7 @@ BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
 void hugeLine(benchmark::State &state)
 {
 	const QByteArray bytes = QByteArray(state.range(0) << 20, 'x') + '\n';
-	for (auto _ : state)
+	while (state.KeepRunning())
 		feed(bytes, state.range(1));
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
 }

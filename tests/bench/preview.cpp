@@ -29,14 +29,14 @@ QByteArray png()
 void decode(benchmark::State &state)
 {
 	const QByteArray bytes = png();
-	for (auto _ : state)
+	while (state.KeepRunning())
 		benchmark::DoNotOptimize(QImage::fromData(bytes));
 }
 
 void fit(benchmark::State &state)
 {
 	const QImage image = picture();
-	for (auto _ : state)
+	while (state.KeepRunning())
 		benchmark::DoNotOptimize(image.scaled(160, 284, Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 

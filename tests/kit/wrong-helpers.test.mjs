@@ -71,7 +71,7 @@ const wrongs = {
       `"error" of "error" has 5000 characters; the dock cuts it after 4000`],
     ["fails with a word", "link", `echo '{"event":"error","error":"no network"}'; exit 1`,
       `it ends in an "error" event; the user reads: no network`],
-    ["previews a text", "preview", `echo x >"$here/x.png"; echo '{"event":"preview","path":"'"$here"'/x.png"}'`,
+    ["previews a text", "preview", `[[ -e $here/x.png ]] || { echo x >"$here/$$"; mv "$here/$$" "$here/x.png"; }; echo '{"event":"preview","path":"'"$here"'/x.png"}'`,
       "the preview is no PNG, JPEG, GIF or BMP file"],
     ["has no preview", "preview", `echo '{"event":"preview"}'`, `"preview" names no "path", so the preview is hidden`],
   ],
