@@ -47,10 +47,6 @@ void KestruneDock::buildStyleSection(QVBoxLayout *content)
 	styleBox_ = addChoiceRow(form, QStringLiteral("Caption style"), QStringLiteral("style"));
 	fontBox_ = addChoiceRow(form, QStringLiteral("Font"), QStringLiteral("font"));
 	positionBox_ = addChoiceRow(form, QStringLiteral("Caption position"), QStringLiteral("pos"));
-	fillChoices(layoutBox_, layoutTable);
-	fillChoices(styleBox_, styleTable);
-	fillChoices(fontBox_, fontTable);
-	fillChoices(positionBox_, positionTable);
 
 	preview_ = new QLabel;
 	preview_->setObjectName(QStringLiteral("preview"));

@@ -49,7 +49,8 @@ QVBoxLayout *sectionColumn(QWidget *body)
 
 QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName)
 {
-	auto *box = new QComboBox;
+	// If the box got its parent later, under a theme Qt would at once make the list that pops up from it.
+	auto *box = new QComboBox(form->parentWidget());
 	box->setObjectName(objectName);
 	form->addRow(label, box);
 	return box;

@@ -16,6 +16,5 @@ QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &obj
 QFormLayout *sectionForm(QWidget *body);
 QVBoxLayout *sectionColumn(QWidget *body);
 
-/// Adds a row with an empty choice box. A box is filled only in its place: its first entry makes Qt build the list that
-/// pops up, nine widgets that the theme would be applied to anew if the box moved afterwards.
+/// Adds a row with an empty choice box.
 QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName);

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -124,9 +125,6 @@ void KestruneDock::buildClipLength(QVBoxLayout *content)
 	content->addLayout(form);
 
 	secondsBox_ = addChoiceRow(form, QStringLiteral("Clip length"), QStringLiteral("seconds"));
-	for (const int length_s : clipLengths_s)
-		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
-	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
 }
 
 void KestruneDock::connectWidgets()
@@ -145,8 +143,14 @@ void KestruneDock::connectWidgets()
 
 void KestruneDock::startWork()
 {
-	loadPrefs();
-	decorateChoices();
+	// With its first entry a box gets the list that pops up from it, nine widgets, and Qt matches each of them
+	// against the application's style sheet. Under OBS's theme that takes longer than the rest of the dock, so OBS
+	// starts first; whatever else is queued to the dock comes later.
+	if (qApp->styleSheet().isEmpty())
+		startChoices();
+	else
+		QMetaObject::invokeMethod(this, &KestruneDock::startChoices, Qt::QueuedConnection);
+
 	previewTimer_->start(2500ms);
 	loadHotkeyFromSettings();
 	refreshHotkeyUi();
@@ -163,6 +167,19 @@ void KestruneDock::startWork()
 	auto *updateTimer = new QTimer(this);
 	connect(updateTimer, &QTimer::timeout, this, &KestruneDock::checkUpdate);
 	updateTimer->start(6h);
+}
+
+void KestruneDock::startChoices()
+{
+	for (const int length_s : clipLengths_s)
+		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
+	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
+	fillChoices(layoutBox_, layoutTable);
+	fillChoices(styleBox_, styleTable);
+	fillChoices(fontBox_, fontTable);
+	fillChoices(positionBox_, positionTable);
+	loadPrefs();
+	decorateChoices();
 }
 
 void KestruneDock::setStatus(const QString &text, bool error)

@@ -1,7 +1,7 @@
 // starts.mjs [STARTS]: how long OBS takes to start the module, and others beside it. Prints JSON lines.
 
 import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
-import { median, report } from "./figures.mjs";
+import { handlerTimes, median, report } from "./figures.mjs";
 
 const starts = Number(process.argv[2] ?? 15);
 const modules = ["kestrune", "obs-websocket", "frontend-tools"];
@@ -14,18 +14,32 @@ function moduleStarts(log) {
   });
 }
 
-const test = await TestSession.create("bench-start", { helper: standInHelper("linked-helper") });
-const all = [];
-try {
-  for (let start = 0; start < starts; ++start) {
-    await test.startObs();
-    await test.stopObs();
-    all.push(moduleStarts(test.session.obs.lines().join("\n")));
+/** Starts and ends OBS; after each start `measure` is given OBS's log. */
+async function startObs(name, turns, extraEnv, measure) {
+  const test = await TestSession.create(name, { helper: standInHelper("linked-helper"), extraEnv });
+  try {
+    for (let turn = 0; turn < turns; ++turn) {
+      await test.startObs();
+      await test.stopObs();
+      await measure(test.session.obs.lines().join("\n"));
+    }
+  } finally {
+    await test.close();
   }
-} finally {
-  await test.close();
 }
+
+const all = [];
+await startObs("bench-start", starts, {}, (log) => all.push(moduleStarts(log)));
 for (const [index, module] of modules.entries()) {
   const times = all.map((each) => each[index]);
   report(`start of ${module}`, { median_ms: median(times), highest_ms: Math.max(...times) });
 }
+
+// Qt applies the theme to the dock's widgets, and makes the lists of its choice boxes, once OBS has started.
+const times = handlerTimes("bench-polish");
+const polishes = [];
+await startObs("bench-polish", 3, times.env, async () => {
+  const events = (await times.read()).filter(({ inDock, event }) => inDock && event === "PolishRequest");
+  polishes.push(events.reduce((sum, { totalProcessor_ms }) => sum + totalProcessor_ms, 0));
+});
+report("polish of the dock", { median_ms: median(polishes) });

@@ -1,7 +1,9 @@
 #include <QComboBox>
 #include <QDir>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QPushButton>
+#include <QScopeGuard>
 
 #include "host/dock_test.hpp"
 #include "host/hotkeys.hpp"
@@ -41,6 +43,25 @@ private Q_SLOTS:
 		QCOMPARE(child<QComboBox>(u"style"_s)->currentText(), u"Bold Meme"_s);
 		QCOMPARE(child<QComboBox>(u"font"_s)->currentText(), u"Inter"_s);
 		QCOMPARE(child<QComboBox>(u"pos"_s)->currentText(), u"Bottom"_s);
+	}
+
+	/// Under a theme the boxes are filled after OBS's start, but before all that is queued to the dock.
+	void aCallQueuedAtOnceFindsTheChoicesUnderATheme()
+	{
+		writePreferences(R"({"seconds": 90, "layout": "podcast", "style": "meme", "font": "inter"})");
+		qApp->setStyleSheet(u"QWidget { color: white; }"_s);
+		const auto themeEnd = qScopeGuard([] { qApp->setStyleSheet({}); });
+
+		QVERIFY(load());
+		QCOMPARE(child<QComboBox>(u"seconds"_s)->count(), 0);
+		QVERIFY(QMetaObject::invokeMethod(dock(), "savePrefs", Qt::QueuedConnection));
+
+		const QJsonObject saved{{u"seconds"_s, 90},
+					{u"layout"_s, u"podcast"_s},
+					{u"style"_s, u"meme"_s},
+					{u"font"_s, u"inter"_s},
+					{u"caption_position"_s, u"auto"_s}};
+		QTRY_COMPARE(preferences(), saved);
 	}
 
 	void readsTheClipLength_data()
