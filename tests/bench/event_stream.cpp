@@ -5,6 +5,7 @@
 #include "helper/event_stream.hpp"
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 // The event stream against the bare parse of lines that somebody else has split.
 
@@ -79,19 +80,47 @@ void events(benchmark::State &state)
 }
 BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
 
-/// range(0): size of the one line in MiB; range(1): bytes per read. The line is no event, so that this is the framing
-/// alone.
-void hugeLine(benchmark::State &state)
+/// One event of so many MiB, newline and all.
+QByteArray hugeEvent(int64_t size_MiB)
 {
-	const QByteArray bytes = QByteArray(state.range(0) << 20, 'x') + '\n';
-	while (state.KeepRunning())
-		feed(bytes, state.range(1));
-	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
+	const auto size_bytes = static_cast<qsizetype>(size_MiB << 20);
+	QByteArray line =
+		lineOf({{QStringLiteral("event"), QStringLiteral("done")}, {QStringLiteral("note"), QString()}});
+	return line.insert(line.lastIndexOf('"'), size_bytes - line.size(), 'x');
 }
-BENCHMARK(hugeLine)
+
+/// range(0): size of the line in MiB.
+void bareHugeEvent(benchmark::State &state)
+{
+	const QByteArray line = hugeEvent(state.range(0));
+	benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
+	while (state.KeepRunning())
+		benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
+	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * line.size());
+}
+BENCHMARK(bareHugeEvent)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+/// range(0): size of the line in MiB; range(1): bytes per read.
+void hugeEvent(benchmark::State &state)
+{
+	const QByteArray line = hugeEvent(state.range(0));
+	feed(line, state.range(1));
+	while (state.KeepRunning())
+		feed(line, state.range(1));
+	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * line.size());
+}
+BENCHMARK(hugeEvent)
 	->ArgsProduct({{1, 10}, {1, 4096, 65536}})
 	->ArgsProduct({{100, 1000}, {4096, 65536}})
 	->Unit(benchmark::kMillisecond);
+
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char *argv[])
+{
+	// Memory is kept once the kernel has given it: handing out fresh pages is not the subject.
+	mallopt(M_MMAP_MAX, 0);
+	mallopt(M_TRIM_THRESHOLD, -1);
+	benchmark::Initialize(&argc, argv);
+	benchmark::RunSpecifiedBenchmarks();
+}

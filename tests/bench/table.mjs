@@ -46,11 +46,17 @@ for (const chunk of [1, 4096, 65536]) {
   row(`events, ${chunk} bytes a read`, `${number(speed(`events/${chunk}`), 0)} MB/s`,
     `bare parse ${number(speed("bareParse"), 0)} MB/s`, number(speed(`events/${chunk}`) / speed("bareParse")));
 }
-const time = (size, chunk) => stream[`hugeLine/${size}/${chunk}`].real_time;
-for (const [size, smaller, chunks] of [[10, 1, [1, 4096, 65536]], [1000, 100, [4096, 65536]]]) {
+const eventTime = (size, chunk) => stream[`hugeEvent/${size}/${chunk}`].real_time;
+for (const size of [1, 10, 100, 1000]) {
+  const bare = stream[`bareHugeEvent/${size}`].real_time;
+  row(`an event of ${size} MiB, 65536 bytes a read`, `${number(eventTime(size, 65536), 1)} ms`,
+    `bare parse ${number(bare, 1)} ms`, number(bare / eventTime(size, 65536)));
+}
+for (const [size, chunks] of [[10, [1, 4096, 65536]], [100, [4096, 65536]], [1000, [4096, 65536]]]) {
   for (const chunk of chunks) {
-    row(`a line of ${size} MiB, ${chunk} bytes a read`, `${number(time(size, chunk), 1)} ms`,
-      `${smaller} MiB ${number(time(smaller, chunk), 1)} ms`, number(time(size, chunk) / time(smaller, chunk)));
+    row(`an event of ${size} MiB, ${chunk} bytes a read`, `${number(eventTime(size, chunk), 1)} ms`,
+      `${size / 10} MiB ${number(eventTime(size / 10, chunk), 1)} ms`,
+      number(eventTime(size, chunk) / eventTime(size / 10, chunk)));
   }
 }
 
