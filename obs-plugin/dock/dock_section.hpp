@@ -16,5 +16,5 @@ QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &obj
 QFormLayout *sectionForm(QWidget *body);
 QVBoxLayout *sectionColumn(QWidget *body);
 
-/// Adds a row with an empty choice box.
+/// Adds a row with an empty choice box to a form that is in a widget.
 QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName);

@@ -143,9 +143,10 @@ void KestruneDock::connectWidgets()
 
 void KestruneDock::startWork()
 {
-	// With its first entry a box gets the list that pops up from it, nine widgets, and Qt matches each of them
-	// against the application's style sheet. Under OBS's theme that takes longer than the rest of the dock, so OBS
-	// starts first; whatever else is queued to the dock comes later.
+	// With its first entry, at the latest with its first polish, a box gets the list that pops up from it: nine
+	// widgets that Qt matches against the application's style sheet. Under OBS's theme that takes as long as the
+	// rest of the dock, so it is left to the events that OBS runs once all modules are loaded, before it shows its
+	// window.
 	if (qApp->styleSheet().isEmpty())
 		startChoices();
 	else

@@ -85,7 +85,7 @@ private:
 	void buildRecentSection(QVBoxLayout *content); ///< dock/recent_clips.cpp
 	void connectWidgets();
 	void startWork();
-	/// Fills the choice boxes and selects what the user chose last.
+	/// Fills the choice boxes, empty until then, and selects what the user chose last.
 	void startChoices();
 	/// Shows `text` on the status line, in the error colour when `error` is set, else in the information colour.
 	void setStatus(const QString &text, bool error);

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -32,6 +33,7 @@ void DockTest::init()
 	mainWindow_ = std::make_unique<QMainWindow>();
 	mainWindow_->show();
 	frontend().mainWindow = mainWindow_.get();
+	qApp->setStyleSheet(u"QWidget { color: white; }"_s);
 }
 
 void DockTest::cleanup()
@@ -50,11 +52,18 @@ void DockTest::destroyMainWindow()
 	frontend().mainWindow = nullptr;
 }
 
-bool DockTest::load()
+bool DockTest::loadModule()
 {
 	const QByteArray data = scratch_->path().toUtf8();
 	return obs_open_module(&module_, KESTRUNE_MODULE, data.constData()) == MODULE_SUCCESS &&
 	       obs_init_module(module_);
+}
+
+bool DockTest::load()
+{
+	const bool loaded = loadModule();
+	QCoreApplication::sendPostedEvents();
+	return loaded;
 }
 
 bool DockTest::loadReady()

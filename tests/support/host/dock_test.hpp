@@ -23,13 +23,15 @@ using namespace Qt::StringLiterals;
 inline const QString errorColour = u"color:#ff6b81"_s;
 inline const QString informationColour = u"color:#8a90a6"_s;
 
-/// A test of the built module from outside: each test function gets a fresh libobs, main window, frontend and
-/// stand-in helper, and loads the module as OBS does.
+/// A test of the built module from outside: each test function gets a fresh libobs, main window with a theme, frontend
+/// and stand-in helper, and loads the module as OBS does.
 class DockTest : public QObject {
 	Q_OBJECT
 
 protected:
 	/// Loads the module; false when it refuses.
+	bool loadModule();
+	/// The same, and what was queued meanwhile, which OBS runs before it shows its window.
 	bool load();
 	/// Loads the module with a linked account ("ana") and a running Replay Buffer, ready to clip. From then on the
 	/// helper leaves status queries unanswered, so that the dock's own first one does not get in the way.

@@ -1,9 +1,8 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QPushButton>
-#include <QScopeGuard>
 
 #include "host/dock_test.hpp"
 #include "host/hotkeys.hpp"
@@ -45,23 +44,30 @@ private Q_SLOTS:
 		QCOMPARE(child<QComboBox>(u"pos"_s)->currentText(), u"Bottom"_s);
 	}
 
-	/// Under a theme the boxes are filled after OBS's start, but before all that is queued to the dock.
-	void aCallQueuedAtOnceFindsTheChoicesUnderATheme()
+	void selectsBeforeAnyCallQueuedLater()
 	{
-		writePreferences(R"({"seconds": 90, "layout": "podcast", "style": "meme", "font": "inter"})");
-		qApp->setStyleSheet(u"QWidget { color: white; }"_s);
-		const auto themeEnd = qScopeGuard([] { qApp->setStyleSheet({}); });
-
-		QVERIFY(load());
+		writePreferences(
+			R"({"seconds": 90, "layout": "podcast", "style": "none", "caption_position": "bottom"})");
+		QVERIFY(loadModule());
 		QCOMPARE(child<QComboBox>(u"seconds"_s)->count(), 0);
 		QVERIFY(QMetaObject::invokeMethod(dock(), "savePrefs", Qt::QueuedConnection));
 
+		// The font tells that it was saved.
 		const QJsonObject saved{{u"seconds"_s, 90},
 					{u"layout"_s, u"podcast"_s},
-					{u"style"_s, u"meme"_s},
-					{u"font"_s, u"inter"_s},
-					{u"caption_position"_s, u"auto"_s}};
+					{u"style"_s, u"none"_s},
+					{u"font"_s, u"bebas"_s},
+					{u"caption_position"_s, u"bottom"_s}};
 		QTRY_COMPARE(preferences(), saved);
+		QVERIFY(!child<QComboBox>(u"pos"_s)->isEnabled());
+	}
+
+	void selectsAtOnceWithoutATheme()
+	{
+		qApp->setStyleSheet({});
+		writePreferences(R"({"seconds": 90})");
+		QVERIFY(loadModule());
+		QCOMPARE(currentChoices(), (QStringList{u"90"_s} + defaultChoices().sliced(1)));
 	}
 
 	void readsTheClipLength_data()
