@@ -35,7 +35,7 @@ describe("the chat command", () => {
   }
 
   it("is off at first", async () => {
-    await test.dock.click({ name: "chatBoxToggle" });
+    await test.dock.openSection("chatBox");
     await waitForState("Off.");
     await test.session.screenshot("1-off");
   });

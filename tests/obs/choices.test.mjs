@@ -25,7 +25,7 @@ describe("the layout and caption choices", () => {
     await test.startObs();
     // Two lines high, it moves everything below down.
     await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
-    await test.dock.click({ name: "styleSectionToggle" });
+    await test.dock.openSection("styleSection");
   }
 
   const readPreferences = async () => JSON.parse(await readFile(test.session.home.preferencesFile, "utf8"));

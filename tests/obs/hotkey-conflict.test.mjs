@@ -19,7 +19,7 @@ describe("a clip hotkey in conflict with another", () => {
     await test.switchReplayBufferOn();
     await test.startObs();
     await test.waitForReadiness();
-    await test.dock.click({ name: "hotkeySectionToggle" });
+    await test.dock.openSection("hotkeySection");
   });
   after(() => test?.close());
 

@@ -23,7 +23,7 @@ describe("the clip hotkey", () => {
     await test.switchReplayBufferOn();
     await test.startObs();
     await test.waitForReadiness();
-    await test.dock.click({ name: "hotkeySectionToggle" });
+    await test.dock.openSection("hotkeySection");
   });
   after(() => test?.close());
 
@@ -43,7 +43,7 @@ describe("the clip hotkey", () => {
     await changeFiles(test.session.home);
     await test.startObs();
     await test.waitForReadiness();
-    await test.dock.click({ name: "hotkeySectionToggle" });
+    await test.dock.openSection("hotkeySection");
   }
 
   async function assertClips(...pressed) {
