@@ -92,9 +92,12 @@ export class Dock {
 
   /** Opens the list of such a box and clicks on the entry with the text. */
   async choose(wanted, text) {
-    const { x, y } = centre((await this.#openList(wanted)).find((item) => item.text === text));
-    await this.#input.click(x, y);
-    await this.waitForWidget({ ...wanted, open: false, current: text });
+    await waitFor(`"${text}" to be chosen`, async () => {
+      const { x, y } = centre((await this.#openList(wanted)).find((item) => item.text === text));
+      await this.#input.click(x, y);
+      // A click that a busy OBS sees too soon after the one that opened the list counts as its double click.
+      return this.waitForWidget({ ...wanted, open: false, current: text }, 2000).catch(() => false);
+    });
   }
 
   /** Opens the list of such a box and returns its entries. */
