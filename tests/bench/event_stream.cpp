@@ -86,7 +86,7 @@ BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
 /// One event of so many MiB, newline and all.
 QByteArray hugeEvent(int64_t size_MiB)
 {
-	const auto size_bytes = static_cast<qsizetype>(size_MiB << 20);
+	const qsizetype size_bytes = size_MiB * 1'048'576;
 	QByteArray line =
 		lineOf({{QStringLiteral("event"), QStringLiteral("done")}, {QStringLiteral("note"), QString()}});
 	return line.insert(line.lastIndexOf('"'), size_bytes - line.size(), 'x');
