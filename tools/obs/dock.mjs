@@ -106,7 +106,8 @@ export class Dock {
       // On a busy machine Qt may see the end of the click so late that it takes it for the choice of an entry.
       if (!(await this.widget(wanted))?.open) {
         await this.click(wanted);
-        await this.waitForWidget({ ...wanted, open: true });
+        // While OBS lays out its window at the start, a click may hit something else.
+        await this.waitForWidget({ ...wanted, open: true }, 2000).catch(() => {});
       }
       await sleep(openListPauseMs);
       const { open, items } = await this.widget(wanted);
