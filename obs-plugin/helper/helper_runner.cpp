@@ -72,6 +72,8 @@ QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback on
 				process->deleteLater();
 		});
 
+	// Nobody reads it, and a helper that chatters there for hours shall not fill OBS's memory.
+	process->setStandardErrorFile(QProcess::nullDevice());
 	process->start(path, arguments, QIODevice::ReadWrite);
 	return process;
 }

@@ -250,6 +250,16 @@ private Q_SLOTS:
 		QCOMPARE(openedUrls(), urls({u"2"_s}));
 	}
 
+	void errorOutputIsNotKept()
+	{
+		startLink(HelperScript().complain(QByteArray(1024 * 1024, 'x')).write(codeLine(u"1"_s) + '\n').hang());
+		QTRY_COMPARE(openedUrls(), urls({u"1"_s}));
+		QCOMPARE(processes().size(), 1);
+		// Whatever was on its way has arrived by now.
+		QTest::qWait(100);
+		QCOMPARE(processes().front()->readAllStandardError().size(), 0);
+	}
+
 	void aMissingHelperIsReportedAndNothingRuns()
 	{
 		qputenv("KESTRUNE_HELPER", "/nowhere");
