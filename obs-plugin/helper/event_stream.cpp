@@ -2,27 +2,38 @@
 
 #include "helper/event_stream.hpp"
 
-void EventStream::append(const QByteArray &bytes)
+#include <algorithm>
+
+void EventStream::appendPiece(QByteArrayView bytes)
 {
-	buffer_.append(bytes);
+	if (roomEnd_ - end_ < bytes.size()) {
+		const qsizetype size = end_ - room_.data();
+		// Qt makes more room than it is asked for.
+		room_.resize(size + bytes.size());
+		room_.resize(room_.capacity());
+		end_ = room_.data() + size;
+		roomEnd_ = room_.data() + room_.size();
+	}
+	end_ = std::ranges::copy(bytes, end_).out;
+	lineEnded_ = lineEnded_ || bytes.contains('\n');
 }
 
-std::optional<QJsonObject> EventStream::next()
+std::optional<QJsonObject> EventStream::nextOfLines()
 {
+	const QByteArrayView received(room_.data(), end_);
 	for (;;) {
-		const qsizetype newline = buffer_.indexOf('\n', searched_);
+		const qsizetype newline = received.indexOf('\n', lineStart_);
 		if (newline < 0) {
-			buffer_.remove(0, lineStart_);
+			end_ = std::ranges::copy(received.sliced(lineStart_), room_.data()).out;
 			lineStart_ = 0;
-			searched_ = buffer_.size();
+			lineEnded_ = false;
 			return std::nullopt;
 		}
 
-		const QByteArrayView line = QByteArrayView(buffer_).sliced(lineStart_, newline - lineStart_).trimmed();
+		const QByteArrayView line = received.sliced(lineStart_, newline - lineStart_).trimmed();
 		const QJsonDocument document =
 			QJsonDocument::fromJson(QByteArray::fromRawData(line.data(), line.size()));
 		lineStart_ = newline + 1;
-		searched_ = lineStart_;
 		if (document.isObject())
 			return document.object();
 	}

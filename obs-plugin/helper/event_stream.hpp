@@ -10,15 +10,41 @@
 /// Work is linear in the bytes received, however they are cut into pieces.
 class EventStream {
 public:
+	EventStream() = default;
+	Q_DISABLE_COPY_MOVE(EventStream)
+
 	/// Takes the next bytes of the output.
-	void append(const QByteArray &bytes);
+	void append(QByteArrayView bytes)
+	{
+		// Output may come byte by byte, and the calls would then take longer than the parser.
+		if (bytes.size() != 1 || end_ == roomEnd_) {
+			appendPiece(bytes);
+			return;
+		}
+		const char byte = bytes.front();
+		if (byte == '\n')
+			lineEnded_ = true;
+		*end_++ = byte;
+	}
 
 	/// The next complete event, or nothing until more bytes come.
-	std::optional<QJsonObject> next();
+	std::optional<QJsonObject> next()
+	{
+		if (!lineEnded_)
+			return std::nullopt;
+		return nextOfLines();
+	}
 
 private:
-	QByteArray buffer_{};
+	void appendPiece(QByteArrayView bytes);
+	std::optional<QJsonObject> nextOfLines();
+
+	/// Received are its bytes up to `end_`; the others, up to `roomEnd_`, are room for more.
+	QByteArray room_{};
+	char *end_{room_.data()};
+	char *roomEnd_{end_};
 	qsizetype lineStart_{0};
-	/// No newline lies between the line's start and here, so a long line is never searched twice.
-	qsizetype searched_{0};
+	/// Before this is true, nothing is searched from the line's start on: a long line is not searched again and
+	/// again while it grows.
+	bool lineEnded_{false};
 };

@@ -63,10 +63,10 @@ BENCHMARK(bareParse)->Unit(benchmark::kMillisecond);
 int feed(const QByteArray &bytes, qsizetype chunk_bytes)
 {
 	EventStream stream;
+	const QByteArrayView output(bytes);
 	int count = 0;
-	for (qsizetype begin = 0; begin < bytes.size(); begin += chunk_bytes) {
-		stream.append(
-			QByteArray::fromRawData(bytes.constData() + begin, qMin(chunk_bytes, bytes.size() - begin)));
+	for (qsizetype begin = 0; begin < output.size(); begin += chunk_bytes) {
+		stream.append(output.sliced(begin, qMin(chunk_bytes, output.size() - begin)));
 		while (stream.next())
 			++count;
 	}

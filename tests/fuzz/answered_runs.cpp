@@ -11,8 +11,11 @@ std::vector<std::shared_ptr<AnsweredRun>> runs;
 
 QProcess *KestruneDock::runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish)
 {
-	runs.push_back(std::make_shared<AnsweredRun>(
-		AnsweredRun{arguments.value(0), std::move(onEvent), std::move(onFinish), {}}));
+	const auto run = std::make_shared<AnsweredRun>();
+	run->command = arguments.value(0);
+	run->onEvent = std::move(onEvent);
+	run->onFinish = std::move(onFinish);
+	runs.push_back(run);
 	// Never started; the dock only asks whether there is one.
 	return new QProcess(this);
 }

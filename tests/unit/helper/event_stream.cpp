@@ -71,6 +71,23 @@ private Q_SLOTS:
 		const QByteArray whole = eventsOf({output}).replace('|', "");
 		for (qsizetype cut = 0; cut <= output.size(); ++cut)
 			QCOMPARE(eventsOf({output.first(cut), output.sliced(cut)}).replace('|', ""), whole);
+
+		QByteArrayList bytes;
+		for (const char byte : output)
+			bytes << QByteArray(1, byte);
+		QCOMPARE(eventsOf(bytes).replace('|', ""), whole);
+	}
+
+	void takesMoreBetweenTwoEvents()
+	{
+		EventStream stream;
+		stream.append("{\"a\":1}\n{\"b\":2}\n{\"c\"");
+		QCOMPARE(stream.next(), QJsonObject({{u"a"_s, 1}}));
+		stream.append(":3}");
+		stream.append("\n");
+		QCOMPARE(stream.next(), QJsonObject({{u"b"_s, 2}}));
+		QCOMPARE(stream.next(), QJsonObject({{u"c"_s, 3}}));
+		QVERIFY(!stream.next());
 	}
 
 	void longOutputInSmallPiecesStaysLinear()
