@@ -245,14 +245,14 @@ private Q_SLOTS:
 	{
 		runLink(HelperScript()
 				.complain(codeLine(u"1"_s) + '\n')
-				.complain(QByteArray(1024 * 1024, 'x'))
+				.complain(QByteArray(1'048'576, 'x'))
 				.write(codeLine(u"2"_s) + '\n'));
 		QCOMPARE(openedUrls(), urls({u"2"_s}));
 	}
 
 	void errorOutputIsNotKept()
 	{
-		startLink(HelperScript().complain(QByteArray(1024 * 1024, 'x')).write(codeLine(u"1"_s) + '\n').hang());
+		startLink(HelperScript().complain(QByteArray(1'048'576, 'x')).write(codeLine(u"1"_s) + '\n').hang());
 		QTRY_COMPARE(openedUrls(), urls({u"1"_s}));
 		QCOMPARE(processes().size(), 1);
 		// Whatever was on its way has arrived by now.
