@@ -16,7 +16,7 @@ public:
 	/// Takes the next bytes of the output.
 	void append(QByteArrayView bytes)
 	{
-		// Output may come byte by byte, and the calls would then take longer than the parser.
+		// A helper may flush every byte; a call for each would then take longer than the parser.
 		if (bytes.size() != 1 || end_ == roomEnd_) {
 			appendPiece(bytes);
 			return;
@@ -39,12 +39,13 @@ private:
 	void appendPiece(QByteArrayView bytes);
 	std::optional<QJsonObject> nextOfLines();
 
-	/// Received are its bytes up to `end_`; the others, up to `roomEnd_`, are room for more.
+	/// Its bytes up to `end_` are received, those before `lineStart_` are done with; the rest, up to `roomEnd_`, is
+	/// room for more.
 	QByteArray room_{};
 	char *end_{room_.data()};
 	char *roomEnd_{end_};
 	qsizetype lineStart_{0};
-	/// Before this is true, nothing is searched from the line's start on: a long line is not searched again and
-	/// again while it grows.
+	/// A newline has come since `next` last found none. Until then nothing is searched, so a long line is not
+	/// searched again and again while it grows.
 	bool lineEnded_{false};
 };

@@ -83,6 +83,8 @@ private Q_SLOTS:
 		EventStream stream;
 		stream.append("{\"a\":1}\n{\"b\":2}\n{\"c\"");
 		QCOMPARE(stream.next(), QJsonObject({{u"a"_s, 1}}));
+		// More than any room that was left.
+		stream.append(QByteArray(100'000, ' '));
 		stream.append(":3}");
 		stream.append("\n");
 		QCOMPARE(stream.next(), QJsonObject({{u"b"_s, 2}}));
