@@ -53,9 +53,14 @@ export class ObsSession {
     return new ObsSession(folder, home, { xvfb, display: display ?? xvfb.display, size, scale, env });
   }
 
-  /** Starts OBS (with `flags` on its command line) and waits until it has loaded its modules and scenes. */
+  /**
+   * Starts OBS (with `flags` on its command line) and waits until it has loaded its modules and scenes.
+   * KESTRUNE_BUILD_DIR must name the build folder.
+   */
   async startObs(flags = []) {
     this.#starts += 1;
+    // Without this one OBS loses a click or the end of a key press now and then.
+    const keptEvents = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "support", "libkept_events.so");
     this.obs = new ObsProcess(
       {
         ...process.env,
@@ -67,6 +72,7 @@ export class ObsSession {
         ...(this.scale === 1 ? {} : { QT_SCALE_FACTOR: String(this.scale) }),
         ...this.home.environment(),
         ...this.#env,
+        LD_PRELOAD: [keptEvents, this.#env.LD_PRELOAD].filter(Boolean).join(":"),
       },
       path.join(this.folder, `obs-${this.#starts}.log`),
       flags,
