@@ -22,11 +22,12 @@ export class Dock {
     this.#input = input;
   }
 
-  /** Everything the dock shows now. */
-  async snapshot() {
+  /** Everything the dock shows now, or only its widgets of one name, which costs OBS a small part of that. */
+  async snapshot(name) {
     const { responseData } = await this.#websocket.call("CallVendorRequest", {
       vendorName: "kestrune-probe",
       requestType: "snapshot",
+      requestData: { name },
     });
     if (responseData.error) {
       throw new Error(`no snapshot of the dock: ${responseData.error}`);
@@ -39,7 +40,7 @@ export class Dock {
    * matched. Undefined when there is none.
    */
   async widget(wanted) {
-    const { widgets } = await this.snapshot();
+    const { widgets } = await this.snapshot(wanted.name);
     return widgets.find((widget) => matches(widget, wanted));
   }
 
@@ -61,15 +62,14 @@ export class Dock {
     await this.waitForWidget({ ...wanted, visible: true });
     let before;
     const target = await waitFor(`a way to click on ${describe(wanted)}`, async () => {
-      const { widgets } = await this.snapshot();
-      const widget = widgets.find((candidate) => matches(candidate, wanted));
+      const widget = await this.widget(wanted);
       // What is being laid out is elsewhere when the click comes.
       const rests = before?.x === widget.x && before.y === widget.y;
       before = widget;
       if (widget.takesClicks) {
         return rests ? widget : undefined;
       }
-      const scrollArea = centre(widgets.find(({ name }) => name === "dockScroll"));
+      const scrollArea = centre(await this.widget({ name: "dockScroll" }));
       await this.#input.wheel(scrollArea.x, scrollArea.y, centre(widget).y > scrollArea.y ? 1 : -1);
       return undefined;
     });

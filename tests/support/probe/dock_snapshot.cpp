@@ -99,7 +99,7 @@ QJsonObject describe(const QWidget &widget)
 
 } // namespace
 
-QJsonObject dockSnapshot()
+QJsonObject dockSnapshot(const QString &widgetName)
 {
 	const auto *window = static_cast<QWidget *>(obs_frontend_get_main_window());
 	const auto *dock = window ? window->findChild<QWidget *>("KestruneDock") : nullptr;
@@ -108,7 +108,7 @@ QJsonObject dockSnapshot()
 	}
 	const auto *frame = qobject_cast<const QDockWidget *>(dock->parentWidget());
 	QJsonArray widgets;
-	for (const QWidget *widget : dock->findChildren<QWidget *>()) {
+	for (const QWidget *widget : dock->findChildren<QWidget *>(widgetName)) {
 		widgets.append(describe(*widget));
 	}
 	QJsonObject snapshot{

@@ -1,4 +1,5 @@
-// Entry points of the test module and its obs-websocket vendor "kestrune-probe" with the one request "snapshot".
+// Entry points of the test module and its obs-websocket vendor "kestrune-probe" with the one request "snapshot";
+// its member "name", when there is one, is the object name of the only widgets asked for.
 
 #include "dock_snapshot.hpp"
 
@@ -29,14 +30,16 @@ struct Answer {
 
 /// Answers with the dock's snapshot, or with "error" when the user-interface thread does not come to it in time, as
 /// during the end of OBS: it then waits for obs-websocket's threads, so waiting for it without a limit would hang both.
-void answerSnapshot(obs_data_t *, obs_data_t *response, void *)
+void answerSnapshot(obs_data_t *request, obs_data_t *response, void *)
 {
+	const QByteArray name = obs_data_get_string(request, "name");
 	// Shared, because the queued call may still run after this function has given up.
 	const auto answer = std::make_shared<Answer>();
 	QMetaObject::invokeMethod(
 		QCoreApplication::instance(),
-		[answer] {
-			answer->json = QJsonDocument(dockSnapshot()).toJson(QJsonDocument::Compact);
+		[answer, name] {
+			const QString widgetName = name.isEmpty() ? QString() : QString::fromUtf8(name);
+			answer->json = QJsonDocument(dockSnapshot(widgetName)).toJson(QJsonDocument::Compact);
 			answer->ready.release();
 		},
 		Qt::QueuedConnection);
