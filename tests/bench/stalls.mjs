@@ -1,5 +1,6 @@
 // stalls.mjs [SECONDS]: how long single events hold OBS's user-interface thread while the module has as much to do as
-// it can get, and whether OBS skips frames over it. Prints JSON lines.
+// it can get, and whether OBS skips frames over it. The OBS without the module that it is compared with has the same
+// helpers run beside it: they take processors away from OBS, and what counts here is the module. Prints JSON lines.
 
 import path from "node:path";
 import { run } from "../../tools/obs/command.mjs";
@@ -8,21 +9,30 @@ import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
 import { figures, handlerTimes, report } from "./figures.mjs";
 
 const busy_s = Number(process.argv[2] ?? 120);
+const round_ms = 12_000;
 const layouts = ["Podcast", "Facecam", "Bubble"];
 
-/** Clicks, saves and choices as of a very busy streamer; without the module only what OBS itself is asked to do. */
-async function round(test, turn, withModule) {
-  if (withModule) {
-    await test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType: "ClipThat" });
-    await test.dock.click({ name: "updateBtn", enabled: true });
-    await test.dock.choose({ name: "layout" }, layouts[turn % layouts.length]);
-  } else {
-    await test.websocket.call("SaveReplayBuffer");
-  }
-  await sleep(8000);
+/** Clicks, saves and choices as of a very busy streamer. Answers with what the helper was called with meanwhile. */
+async function round(test, turn) {
+  const earlier = (await test.helperCalls()).length;
+  const end = sleep(round_ms);
+  await test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType: "ClipThat" });
+  await test.dock.click({ name: "updateBtn", enabled: true });
+  await test.dock.choose({ name: "layout" }, layouts[turn % layouts.length]);
+  await end;
+  return (await test.helperCalls()).slice(earlier);
 }
 
-async function measure(name, withModule) {
+/** What is left of such a round without the module. */
+async function roundWithoutModule(test, helperCalls) {
+  await test.websocket.call("SaveReplayBuffer");
+  const runs = helperCalls.map((args) => test.runHelper(...args));
+  await Promise.all([...runs, sleep(round_ms)]);
+}
+
+/** Answers with the helper calls of each round; these are given for a run without the module. */
+async function measure(name, callsOfRounds) {
+  const withModule = !callsOfRounds;
   const times = handlerTimes("bench-stalls");
   const test = await TestSession.create("bench-stalls", {
     helper: standInHelper("busy-helper"),
@@ -45,8 +55,13 @@ async function measure(name, withModule) {
     }
     const before = await figures(test);
     const end = Date.now() + busy_s * 1000;
+    const calls = [];
     for (let turn = 0; Date.now() < end; ++turn) {
-      await round(test, turn, withModule);
+      if (withModule) {
+        calls.push(await round(test, turn));
+      } else {
+        await roundWithoutModule(test, callsOfRounds[turn % callsOfRounds.length]);
+      }
     }
     const after = await figures(test);
     await test.stopObs();
@@ -55,6 +70,7 @@ async function measure(name, withModule) {
       skippedFrames: after.skippedFrames - before.skippedFrames,
     });
     reportLongest(name, await times.read());
+    return calls;
   } finally {
     await test.close();
   }
@@ -71,5 +87,5 @@ function reportLongest(name, kinds) {
   }
 }
 
-await measure("stalls without the module", false);
-await measure("stalls with the module", true);
+const callsOfRounds = await measure("stalls with the module");
+await measure("stalls without the module", callsOfRounds);

@@ -157,10 +157,16 @@ export class TestSession {
     return output.split("\n").filter(Boolean).map((line) => JSON.parse(line));
   }
 
-  /** The argument lists of all helper runs with the given command so far. */
+  /** Runs the session's own helper beside OBS to its end. */
+  async runHelper(...args) {
+    // What is loaded into OBS to watch it has no place in the helper.
+    await run(this.helper, args, { env: { ...process.env, ...this.#env, LD_PRELOAD: undefined } });
+  }
+
+  /** The argument lists of all helper runs so far, or only of those with the given command. */
   async helperCalls(command) {
     const calls = (await this.notes("helper-calls")).map((line) => line.split("\t"));
-    return calls.filter(([first]) => first === command);
+    return command ? calls.filter(([first]) => first === command) : calls;
   }
 
   /** Waits until no helper run is in flight. */
