@@ -1,6 +1,7 @@
 // Preloaded into OBS: notes how long each event holds the user-interface thread. QApplication::notify, which every
-// event passes, is replaced by one that measures; nested events count for the one that they are nested in. At the end
-// of the program one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events that come earlier than
+// event passes, is replaced by one that measures; nested events count for the one that they are nested in. The start of
+// OBS's Replay Buffer is OBS's own work and counts for itself, whichever event leads to it. At the end of the program
+// one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events that come earlier than
 // HANDLER_TIMES_DELAY_MS after the first are left out.
 
 #include <QApplication>
@@ -24,6 +25,7 @@
 
 namespace {
 using Notify = bool (*)(QApplication *, QObject *, QEvent *);
+using StartReplayBuffer = void (*)();
 
 struct Kind {
 	bool inDock{false};
@@ -54,6 +56,42 @@ qint64 now_ns(clockid_t clock)
 	timespec now{};
 	clock_gettime(clock, &now);
 	return now.tv_sec * 1'000'000'000LL + now.tv_nsec;
+}
+
+struct Moment {
+	qint64 time_ns{now_ns(CLOCK_MONOTONIC)};
+	qint64 processor_ns{now_ns(CLOCK_THREAD_CPUTIME_ID)};
+};
+
+struct Span {
+	qint64 time_ns{0};
+	qint64 processor_ns{0};
+};
+
+Span since(const Moment &begin)
+{
+	const Moment now;
+	return {now.time_ns - begin.time_ns, now.processor_ns - begin.processor_ns};
+}
+
+/// Counted for itself during the event that is being handled.
+Span &countedMeanwhile()
+{
+	static Span span;
+	return span;
+}
+
+void count(const Kind &kind, const Moment &begin, const Span &held)
+{
+	static const qint64 from_ns =
+		begin.time_ns + qEnvironmentVariableIntValue("HANDLER_TIMES_DELAY_MS") * 1'000'000LL;
+	if (begin.time_ns < from_ns)
+		return;
+	Times &times = kinds()[kind];
+	++times.count;
+	times.longest_ns = std::max(times.longest_ns, held.time_ns);
+	times.longestProcessor_ns = std::max(times.longestProcessor_ns, held.processor_ns);
+	times.totalProcessor_ns += held.processor_ns;
 }
 
 bool isInDock(const QObject *object)
@@ -118,20 +156,28 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 	// Either may be gone afterwards.
 	const Kind kind{isInDock(receiver), describe(receiver, event), static_cast<quint16>(event->type())};
 	++depth;
-	const qint64 begin_ns = now_ns(CLOCK_MONOTONIC);
-	const qint64 beginProcessor_ns = now_ns(CLOCK_THREAD_CPUTIME_ID);
+	countedMeanwhile() = {};
+	const Moment begin;
 	const bool result = original(this, receiver, event);
-	const qint64 processor_ns = now_ns(CLOCK_THREAD_CPUTIME_ID) - beginProcessor_ns;
-	const qint64 time_ns = now_ns(CLOCK_MONOTONIC) - begin_ns;
+	Span held = since(begin);
+	held.time_ns -= countedMeanwhile().time_ns;
+	held.processor_ns -= countedMeanwhile().processor_ns;
 	--depth;
-
-	static const qint64 from_ns = begin_ns + qEnvironmentVariableIntValue("HANDLER_TIMES_DELAY_MS") * 1'000'000LL;
-	if (begin_ns < from_ns)
-		return result;
-	Times &times = kinds()[kind];
-	++times.count;
-	times.longest_ns = std::max(times.longest_ns, time_ns);
-	times.longestProcessor_ns = std::max(times.longestProcessor_ns, processor_ns);
-	times.totalProcessor_ns += processor_ns;
+	count(kind, begin, held);
 	return result;
+}
+
+extern "C" __attribute__((visibility("default"))) void obs_frontend_replay_buffer_start()
+{
+	static const auto original =
+		reinterpret_cast<StartReplayBuffer>(dlsym(RTLD_NEXT, "obs_frontend_replay_buffer_start"));
+	if (QThread::currentThread() != qApp->thread())
+		return original();
+
+	const Moment begin;
+	original();
+	const Span held = since(begin);
+	countedMeanwhile().time_ns += held.time_ns;
+	countedMeanwhile().processor_ns += held.processor_ns;
+	count({false, "obs_frontend_replay_buffer_start"}, begin, held);
 }

@@ -74,6 +74,10 @@ for (const [what, kinds] of [["the preview", inDock.filter(isPreview)], ["else",
     number(kinds[0].longestProcessor_ms / stalls["stalls without the module, OBS"].longest[0].longestProcessor_ms));
 }
 
+const bufferStart = stalls["stalls with the module, OBS starting its Replay Buffer"];
+row("longest hold of the user interface, OBS starting its Replay Buffer for the module",
+  `${number(bufferStart.longestProcessor_ms, 1)} ms`, "", "");
+
 const skipped = ({ skippedFrames, renderedFrames }) => `${skippedFrames} of ${renderedFrames}`;
 row("frames skipped, busy", skipped(stalls["stalls with the module"]),
   `without ${skipped(stalls["stalls without the module"])}`, "");

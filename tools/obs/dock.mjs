@@ -27,7 +27,7 @@ export class Dock {
     const { responseData } = await this.#websocket.call("CallVendorRequest", {
       vendorName: "kestrune-probe",
       requestType: "snapshot",
-      requestData: { name },
+      ...(name && { requestData: { name } }),
     });
     if (responseData.error) {
       throw new Error(`no snapshot of the dock: ${responseData.error}`);

@@ -1,6 +1,6 @@
 // A whole OBS session: home folder, display, OBS itself and its input, for the demo and the end-to-end tests alike.
 
-import { mkdir, rm } from "node:fs/promises";
+import { access, mkdir, rm } from "node:fs/promises";
 import os from "node:os";
 import path from "node:path";
 import { Input } from "./input.mjs";
@@ -59,8 +59,10 @@ export class ObsSession {
    */
   async startObs(flags = []) {
     this.#starts += 1;
-    // Without this one OBS loses a click or the end of a key press now and then.
-    const keptEvents = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "support", "libkept_events.so");
+    // Without this library OBS loses a click or the end of a key press now and then; kept_events.cpp says why.
+    const builtSupport = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "support");
+    const keptEvents = path.join(builtSupport, "kept_events", "libkept_events.so");
+    await access(keptEvents);
     this.obs = new ObsProcess(
       {
         ...process.env,

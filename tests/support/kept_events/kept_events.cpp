@@ -1,6 +1,7 @@
-// Preloaded into OBS by the demo and the tests. After each frame OBS's graphics thread polls the X connection that it
-// shares with Qt and throws away what it gets. An event that it sees before Qt does is lost: in tests, one in several
-// hundred clicks was pressed and never released. Here that thread finds nothing, and Qt gets every event.
+// Preloaded into every OBS that tools/obs/session.mjs starts. After each frame OBS's graphics thread polls the X
+// connection that it shares with Qt and throws away what it gets. An event that it sees before Qt does is lost: in
+// tests, one in several hundred clicks was pressed and never released. Here that thread finds nothing, and Qt gets
+// every event.
 
 #include <dlfcn.h>
 
@@ -10,7 +11,7 @@
 namespace {
 using PollForEvent = void *(*)(void *connection);
 
-/// What OBS starts gets its events itself.
+/// Programs that OBS starts are left as they are.
 __attribute__((constructor)) void keepToThisProgram()
 {
 	unsetenv("LD_PRELOAD");
