@@ -85,10 +85,12 @@ row("frames skipped, busy", skipped(stalls["stalls with the module"]),
 const without = idle["idle without the module"];
 for (const state of ["dock hidden", "dock shown"]) {
   const values = idle[`idle, ${state}`];
-  const idleRow = (what, member, unit, digits) =>
+  const idleRow = (what, member, unit, digits) => {
+    const more = values[member] - without[member];
     row(`idle, ${state}: ${what}`, `${number(values[member], digits)} ${unit}`,
       `without ${number(without[member], digits)} ${unit}`,
-      `${number(values[member] - without[member], digits)} ${unit} more`);
+      `${number(Math.abs(more), digits)} ${unit} ${more < 0 ? "less" : "more"}`);
+  };
   idleRow("processor time of the dock's own events", "dockCpu_percent", "%", 4);
   idleRow("events of the dock", "dockWakeUps_per_s", "/s", 2);
   idleRow("processor time of the user interface", "userInterfaceCpu_percent", "%", 2);
