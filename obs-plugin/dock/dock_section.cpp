@@ -1,4 +1,6 @@
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFormLayout>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -20,6 +22,9 @@ QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &obj
 	auto *body = new QWidget;
 	body->setObjectName(objectName);
 	body->hide();
+	// With a widget Qt polishes its children, in one event. A body that is polished only when it is shown leaves
+	// each of them an event of its own, and OBS's user interface is never held for the section as a whole.
+	QCoreApplication::removePostedEvents(body, QEvent::PolishRequest);
 
 	QObject::connect(toggle, &QToolButton::toggled, dock, [toggle, body](bool open) {
 		toggle->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);

@@ -1,7 +1,37 @@
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QMap>
 
 #include "host/dock_test.hpp"
+
+#include <algorithm>
+
+namespace {
+/// Counts the choice boxes that Qt polishes in one event of its queue, while it lives.
+class PolishedBoxes : public QObject {
+public:
+	PolishedBoxes() { qApp->installEventFilter(this); }
+
+	int inOneEvent() const { return most_; }
+	int all() const { return all_; }
+
+private:
+	bool eventFilter(QObject *receiver, QEvent *event) override
+	{
+		if (event->type() == QEvent::PolishRequest)
+			inThisEvent_ = 0;
+		if (event->type() == QEvent::Polish && qobject_cast<QComboBox *>(receiver)) {
+			++all_;
+			most_ = std::max(most_, ++inThisEvent_);
+		}
+		return false;
+	}
+
+	int inThisEvent_ = 0;
+	int most_ = 0;
+	int all_ = 0;
+};
+} // namespace
 
 /// What the dock does by itself after it was built, in real time.
 class StartUpTest : public DockTest {
@@ -37,6 +67,14 @@ private Q_SLOTS:
 			 qPrintable(QString::number(firstSeen_ms[u"--check-update"_s])));
 		for (const QString &command : commands)
 			QCOMPARE(helper().count(command), 1);
+	}
+
+	void polishesOneChoiceBoxInAnEvent()
+	{
+		const PolishedBoxes polished;
+		QVERIFY(load());
+		QTRY_COMPARE(polished.all(), 5);
+		QCOMPARE(polished.inOneEvent(), 1);
 	}
 
 	void aDockThatGoesFirstAsksNothing()
