@@ -27,9 +27,9 @@ private:
 		return false;
 	}
 
-	int inThisEvent_ = 0;
-	int most_ = 0;
-	int all_ = 0;
+	mutable int inThisEvent_ = 0;
+	mutable int most_ = 0;
+	mutable int all_ = 0;
 };
 } // namespace
 
