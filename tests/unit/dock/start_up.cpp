@@ -27,6 +27,7 @@ private:
 		return false;
 	}
 
+	// Qt calls the filter of a counter that the test holds as const.
 	mutable int inThisEvent_ = 0;
 	mutable int most_ = 0;
 	mutable int all_ = 0;
