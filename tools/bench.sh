@@ -17,7 +17,7 @@ for subject in event_stream preview; do
 	QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_$subject" \
 		--benchmark_out="$results/$subject.json" --benchmark_out_format=json
 done
-QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh "$build_dir/tests/bench/bench_press_to_save" -silent |
+QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh "$build_dir/tests/bench/bench_press_to_save" press_to_save -silent |
 	tee "$results/press_to_save.log"
 
 export KESTRUNE_BUILD_DIR=$PWD/$build_dir

@@ -9,13 +9,13 @@ mkdir -p "$results"
 # Helpers that are broken or mean harm.
 hostile()
 {
-	run_full soak_hostile_helper
+	run_full hostile_helper
 }
 
 # Eight hours of a stream without their waiting.
 long()
 {
-	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full soak_long_stream &&
+	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full long_stream &&
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
@@ -29,7 +29,7 @@ run_full()
 {
 	# QtTest ends a test function after 5 minutes unless told otherwise.
 	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
-		"$build_dir/tests/soak/$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
+		"$build_dir/tests/soak/soak" "$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
 }
 
 tools/build.sh "${build_dir##*/}"

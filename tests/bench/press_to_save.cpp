@@ -233,5 +233,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(PressToSave)
+KESTRUNE_TEST(PressToSave)
 #include "press_to_save.moc"

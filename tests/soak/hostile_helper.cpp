@@ -133,5 +133,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(HostileHelperTest)
+KESTRUNE_TEST(HostileHelperTest)
 #include "hostile_helper.moc"

@@ -111,5 +111,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(LongStreamTest)
+KESTRUNE_TEST(LongStreamTest)
 #include "long_stream.moc"

@@ -7,6 +7,7 @@
 #include "host/obs_session.hpp"
 #include "host/opened_urls.hpp"
 #include "host/stand_in_helper.hpp"
+#include "host/test_program.hpp"
 
 #include <obs-module.h>
 #include <util/platform.h>

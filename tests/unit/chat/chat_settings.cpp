@@ -218,5 +218,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ChatSettingsTest)
+KESTRUNE_TEST(ChatSettingsTest)
 #include "chat_settings.moc"

@@ -1,6 +1,7 @@
 #include <QJsonObject>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "chat/chat_state.hpp"
 
 using namespace Qt::StringLiterals;
@@ -67,5 +68,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(ChatStateTest)
+KESTRUNE_TEST(ChatStateTest)
 #include "chat_state.moc"

@@ -141,5 +141,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(TriggerPollingTest)
+KESTRUNE_TEST(TriggerPollingTest)
 #include "trigger_polling.moc"

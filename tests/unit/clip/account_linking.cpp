@@ -150,5 +150,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(AccountLinkingTest)
+KESTRUNE_TEST(AccountLinkingTest)
 #include "account_linking.moc"

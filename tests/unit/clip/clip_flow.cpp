@@ -278,5 +278,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ClipFlowTest)
+KESTRUNE_TEST(ClipFlowTest)
 #include "clip_flow.moc"

@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "clip/clip_command.hpp"
 #include "clip/clip_readiness.hpp"
 #include "clip/replay_profile.hpp"
@@ -165,5 +166,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(ClipDecisionsTest)
+KESTRUNE_TEST(ClipDecisionsTest)
 #include "decisions.moc"

@@ -163,5 +163,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ReplayBufferTest)
+KESTRUNE_TEST(ReplayBufferTest)
 #include "replay_buffer.moc"

@@ -20,5 +20,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(SaveConfirmedTest)
+KESTRUNE_TEST(SaveConfirmedTest)
 #include "save_confirmed.moc"

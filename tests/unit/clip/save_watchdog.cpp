@@ -31,5 +31,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(SaveWatchdogTest)
+KESTRUNE_TEST(SaveWatchdogTest)
 #include "save_watchdog.moc"

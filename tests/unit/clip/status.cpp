@@ -295,5 +295,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(StatusTest)
+KESTRUNE_TEST(StatusTest)
 #include "status.moc"

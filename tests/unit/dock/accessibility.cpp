@@ -215,5 +215,5 @@ private:
 	static QJsonObject clip(const QString &name) { return {{u"name"_s, name}, {u"path"_s, u"/s/"_s + name}}; }
 };
 
-QTEST_MAIN(AccessibilityTest)
+KESTRUNE_TEST(AccessibilityTest)
 #include "accessibility.moc"

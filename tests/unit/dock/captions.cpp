@@ -255,5 +255,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(CaptionsTest)
+KESTRUNE_TEST(CaptionsTest)
 #include "captions.moc"

@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "dock/choice_tables.hpp"
 
 using namespace Qt::StringLiterals;
@@ -113,5 +114,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ChoiceTablesTest)
+KESTRUNE_TEST(ChoiceTablesTest)
 #include "choice_tables.moc"

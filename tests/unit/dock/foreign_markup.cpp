@@ -37,5 +37,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ForeignMarkupTest)
+KESTRUNE_TEST(ForeignMarkupTest)
 #include "foreign_markup.moc"

@@ -126,5 +126,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(HostileMembersTest)
+KESTRUNE_TEST(HostileMembersTest)
 #include "hostile_members.moc"

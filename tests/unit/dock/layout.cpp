@@ -357,5 +357,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(LayoutTest)
+KESTRUNE_TEST(LayoutTest)
 #include "layout.moc"

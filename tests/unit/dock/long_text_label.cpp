@@ -1,6 +1,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "dock/long_text_label.hpp"
 #include "dock/shown_text.hpp"
 
@@ -68,5 +69,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(LongTextLabelTest)
+KESTRUNE_TEST(LongTextLabelTest)
 #include "long_text_label.moc"

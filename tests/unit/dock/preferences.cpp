@@ -293,5 +293,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(PreferencesTest)
+KESTRUNE_TEST(PreferencesTest)
 #include "preferences.moc"

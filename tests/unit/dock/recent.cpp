@@ -171,5 +171,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(RecentTest)
+KESTRUNE_TEST(RecentTest)
 #include "recent.moc"

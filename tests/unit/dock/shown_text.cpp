@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "dock/shown_text.hpp"
 
 using namespace Qt::StringLiterals;
@@ -23,5 +24,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_APPLESS_MAIN(ShownTextTest)
+KESTRUNE_TEST(ShownTextTest)
 #include "shown_text.moc"

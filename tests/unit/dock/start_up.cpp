@@ -87,5 +87,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(StartUpTest)
+KESTRUNE_TEST(StartUpTest)
 #include "start_up.moc"

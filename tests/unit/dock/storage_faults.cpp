@@ -211,5 +211,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(StorageFaultsTest)
+KESTRUNE_TEST(StorageFaultsTest)
 #include "storage_faults.moc"

@@ -2,6 +2,7 @@
 #include <QJsonDocument>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "helper/event_stream.hpp"
 #include "helper/helper_messages.hpp"
 
@@ -139,5 +140,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(EventStreamTest)
+KESTRUNE_TEST(EventStreamTest)
 #include "event_stream.moc"

@@ -85,5 +85,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(LocatorTest)
+KESTRUNE_TEST(LocatorTest)
 #include "locator.moc"

@@ -289,5 +289,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(RunnerTest)
+KESTRUNE_TEST(RunnerTest)
 #include "runner.moc"

@@ -99,5 +99,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(RunsInFlightTest)
+KESTRUNE_TEST(RunsInFlightTest)
 #include "runs_in_flight.moc"

@@ -236,5 +236,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(HotkeyCaptureTest)
+KESTRUNE_TEST(HotkeyCaptureTest)
 #include "capture.moc"

@@ -1,6 +1,7 @@
 #include <QKeyEvent>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "host/hotkeys.hpp"
 #include "host/obs_session.hpp"
 #include "hotkey/binding_record.hpp"
@@ -267,5 +268,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(HotkeyFunctionsTest)
+KESTRUNE_TEST(HotkeyFunctionsTest)
 #include "functions.moc"

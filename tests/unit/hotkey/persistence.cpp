@@ -193,5 +193,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(HotkeyPersistenceTest)
+KESTRUNE_TEST(HotkeyPersistenceTest)
 #include "persistence.moc"

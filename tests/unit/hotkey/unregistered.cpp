@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "host/obs_session.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/hotkey_text.hpp"
@@ -39,5 +40,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(UnregisteredHotkeyTest)
+KESTRUNE_TEST(UnregisteredHotkeyTest)
 #include "unregistered.moc"

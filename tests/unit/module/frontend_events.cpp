@@ -145,5 +145,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(FrontendEventsTest)
+KESTRUNE_TEST(FrontendEventsTest)
 #include "frontend_events.moc"

@@ -222,5 +222,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(LifecycleTest)
+KESTRUNE_TEST(LifecycleTest)
 #include "lifecycle.moc"

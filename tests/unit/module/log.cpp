@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "host/obs_session.hpp"
 #include "module/log.hpp"
 
@@ -50,5 +51,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(LogTest)
+KESTRUNE_TEST(LogTest)
 #include "log.moc"

@@ -128,5 +128,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(OtherThreadsTest)
+KESTRUNE_TEST(OtherThreadsTest)
 #include "other_threads.moc"

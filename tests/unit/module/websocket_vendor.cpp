@@ -126,5 +126,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(WebsocketVendorTest)
+KESTRUNE_TEST(WebsocketVendorTest)
 #include "websocket_vendor.moc"

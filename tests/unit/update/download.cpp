@@ -121,5 +121,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(DownloadTest)
+KESTRUNE_TEST(DownloadTest)
 #include "download.moc"

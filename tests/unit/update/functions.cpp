@@ -1,6 +1,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "update/installer_limit.hpp"
 #include "update/manifest.hpp"
 #include "update/update_texts.hpp"
@@ -104,5 +105,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_GUILESS_MAIN(UpdateFunctionsTest)
+KESTRUNE_TEST(UpdateFunctionsTest)
 #include "functions.moc"

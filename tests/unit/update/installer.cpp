@@ -242,5 +242,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(InstallerTest)
+KESTRUNE_TEST(InstallerTest)
 #include "installer.moc"

@@ -107,5 +107,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(UpdateCheckTest)
+KESTRUNE_TEST(UpdateCheckTest)
 #include "update_check.moc"

@@ -185,5 +185,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ElevatedInstallerTest)
+KESTRUNE_TEST(ElevatedInstallerTest)
 #include "elevated_installer.moc"

@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "host/test_program.hpp"
 #include "update/elevated_process.hpp"
 
 #include <windows.h>
@@ -82,5 +83,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(ElevatedProcessTest)
+KESTRUNE_TEST(ElevatedProcessTest)
 #include "elevated_process.moc"

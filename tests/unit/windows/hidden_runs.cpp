@@ -109,5 +109,5 @@ private Q_SLOTS:
 	}
 };
 
-QTEST_MAIN(HiddenRunsTest)
+KESTRUNE_TEST(HiddenRunsTest)
 #include "hidden_runs.moc"

@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QDir>
@@ -216,9 +216,5 @@ void UpdateTest::fails_with_the_update_runner()
 	QCOMPARE(contentOf(manifest), before);
 }
 
-std::unique_ptr<QObject> makeUpdateTest()
-{
-	return std::make_unique<UpdateTest>();
-}
-
-#include "update_test.moc"
+KESTRUNE_TEST(UpdateTest)
+#include "update.moc"

@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QDir>
@@ -139,9 +139,5 @@ void PreviewTest::reports_missing_ffmpeg()
 	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), QStringLiteral("error"));
 }
 
-std::unique_ptr<QObject> makePreviewTest()
-{
-	return std::make_unique<PreviewTest>();
-}
-
-#include "preview_test.moc"
+KESTRUNE_TEST(PreviewTest)
+#include "preview.moc"

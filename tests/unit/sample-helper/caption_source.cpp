@@ -1,5 +1,5 @@
 #include "clip_runs.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QDir>
@@ -311,9 +311,5 @@ void CaptionSourceTest::leaves_the_replay_and_its_folder_alone()
 	QCOMPARE(QDir(studio.path()).entryList({QStringLiteral("run-*")}, QDir::Dirs), QStringList());
 }
 
-std::unique_ptr<QObject> makeCaptionSourceTest()
-{
-	return std::make_unique<CaptionSourceTest>();
-}
-
-#include "caption_source_test.moc"
+KESTRUNE_TEST(CaptionSourceTest)
+#include "caption_source.moc"

@@ -1,5 +1,5 @@
 #include "subtitles.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QRandomGenerator>
 #include <QStringEncoder>
@@ -211,9 +211,5 @@ void SubtitlesTest::survives_any_bytes()
 	}
 }
 
-std::unique_ptr<QObject> makeSubtitlesTest()
-{
-	return std::make_unique<SubtitlesTest>();
-}
-
-#include "subtitles_test.moc"
+KESTRUNE_TEST(SubtitlesTest)
+#include "subtitles.moc"

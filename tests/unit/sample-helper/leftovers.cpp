@@ -1,5 +1,5 @@
 #include "clip_runs.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QFile>
@@ -107,9 +107,5 @@ void LeftoversTest::follows_no_link_to_other_folders()
 	QVERIFY(QFile::exists(precious));
 }
 
-std::unique_ptr<QObject> makeLeftoversTest()
-{
-	return std::make_unique<LeftoversTest>();
-}
-
-#include "leftovers_test.moc"
+KESTRUNE_TEST(LeftoversTest)
+#include "leftovers.moc"

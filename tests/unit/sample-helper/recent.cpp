@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QDateTime>
 #include <QFile>
@@ -81,9 +81,5 @@ void RecentTest::settles_equal_times_by_name()
 			      QStringLiteral("short-1.mp4")}));
 }
 
-std::unique_ptr<QObject> makeRecentTest()
-{
-	return std::make_unique<RecentTest>();
-}
-
-#include "recent_test.moc"
+KESTRUNE_TEST(RecentTest)
+#include "recent.moc"

@@ -1,5 +1,5 @@
 #include "clip_runs.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QTest>
@@ -198,9 +198,5 @@ void EncodingTest::tells_its_speed()
 	QVERIFY2(log.contains("libx264 encoded 1.0 s in ") && log.contains(" times real time)"), log.constData());
 }
 
-std::unique_ptr<QObject> makeEncodingTest()
-{
-	return std::make_unique<EncodingTest>();
-}
-
-#include "encoding_test.moc"
+KESTRUNE_TEST(EncodingTest)
+#include "encoding.moc"

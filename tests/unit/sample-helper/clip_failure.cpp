@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QDir>
@@ -222,9 +222,5 @@ void ClipFailureTest::reports_an_output_folder_that_cannot_be_made()
 	QCOMPARE(errorAfter(sandbox, QString()), QStringLiteral("couldn't make the folder %1.").arg(folder));
 }
 
-std::unique_ptr<QObject> makeClipFailureTest()
-{
-	return std::make_unique<ClipFailureTest>();
-}
-
-#include "clip_failure_test.moc"
+KESTRUNE_TEST(ClipFailureTest)
+#include "clip_failure.moc"

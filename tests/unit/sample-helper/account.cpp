@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QFile>
 #include <QJsonArray>
@@ -138,9 +138,5 @@ void AccountTest::addresses_a_page_in_an_odd_folder()
 	QVERIFY(QFile::exists(QUrl(address, QUrl::TolerantMode).toLocalFile()));
 }
 
-std::unique_ptr<QObject> makeAccountTest()
-{
-	return std::make_unique<AccountTest>();
-}
-
-#include "account_test.moc"
+KESTRUNE_TEST(AccountTest)
+#include "account.moc"

@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QFile>
 #include <QJsonArray>
@@ -264,9 +264,5 @@ void ChatTest::loses_no_message_of_side_by_side_runs()
 	QCOMPARE(streamCount(sandbox), 12);
 }
 
-std::unique_ptr<QObject> makeChatTest()
-{
-	return std::make_unique<ChatTest>();
-}
-
-#include "chat_test.moc"
+KESTRUNE_TEST(ChatTest)
+#include "chat.moc"

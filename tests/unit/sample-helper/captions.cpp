@@ -1,7 +1,7 @@
 #include "caption_text.hpp"
 #include "captions.hpp"
 #include "look.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QTest>
 
@@ -118,9 +118,5 @@ void CaptionsTest::cuts_endless_texts_off()
 	QVERIFY(captiontext::broken(QString(1000, QLatin1Char('x'))).endsWith(u("…")));
 }
 
-std::unique_ptr<QObject> makeCaptionsTest()
-{
-	return std::make_unique<CaptionsTest>();
-}
-
-#include "captions_test.moc"
+KESTRUNE_TEST(CaptionsTest)
+#include "captions.moc"

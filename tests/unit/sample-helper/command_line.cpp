@@ -1,5 +1,5 @@
 #include "sandbox.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -139,9 +139,5 @@ void CommandLineTest::reports_a_state_folder_that_cannot_be_made()
 		QStringLiteral("couldn't make the folder ")));
 }
 
-std::unique_ptr<QObject> makeCommandLineTest()
-{
-	return std::make_unique<CommandLineTest>();
-}
-
-#include "command_line_test.moc"
+KESTRUNE_TEST(CommandLineTest)
+#include "command_line.moc"

@@ -1,5 +1,5 @@
 #include "clip_runs.hpp"
-#include "suites.hpp"
+#include "host/test_program.hpp"
 #include "videos.hpp"
 
 #include <QDir>
@@ -348,9 +348,5 @@ void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
 	QCOMPARE(videos::details(formatted(secondRun)).height, 1920);
 }
 
-std::unique_ptr<QObject> makeClipTest()
-{
-	return std::make_unique<ClipTest>();
-}
-
-#include "clip_test.moc"
+KESTRUNE_TEST(ClipTest)
+#include "clip.moc"
