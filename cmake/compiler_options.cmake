@@ -34,6 +34,11 @@ target_compile_definitions(
   kestrune_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH
 )
 
+# ccache needs it to know a compilation that uses precompiled headers.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-fpch-preprocess)
+endif()
+
 if(KESTRUNE_SANITIZE)
   add_compile_options(-fsanitize=${KESTRUNE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${KESTRUNE_SANITIZE})

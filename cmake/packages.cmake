@@ -22,8 +22,13 @@ else()
   set(CPACK_PACKAGE_FILE_NAME kestrune-${PROJECT_VERSION}-linux-${CMAKE_SYSTEM_PROCESSOR})
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION video)
-  # OBS itself brings Qt and libobs; it refuses modules that are made for a newer OBS.
-  set(CPACK_DEBIAN_PACKAGE_DEPENDS "obs-studio (>= 31.1)")
+  # OBS refuses modules that are made for a newer OBS, and the linker those that are made with a newer Qt; where time_t
+  # was widened, Qt's package has another name.
+  set(qt_version "${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR}")
+  string(
+    CONCAT CPACK_DEBIAN_PACKAGE_DEPENDS "obs-studio (>= 31.1), "
+           "libqt6widgets6 (>= ${qt_version}) | libqt6widgets6t64 (>= ${qt_version})"
+  )
 endif()
 
 include(CPack)

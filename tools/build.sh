@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# build.sh PRESET [OPTION...]: configures and builds one CMake preset in build/PRESET; the options are those of
-# cmake --build, for example --target sample-helper. Runs in the build root.
+# build.sh PRESET [OPTION...]: configures and builds one CMake preset in build/PRESET, and says how long that took; the
+# options are those of cmake --build, for example --target sample-helper. Runs in the build root.
 set -euo pipefail
 
 preset=$1
@@ -15,10 +15,15 @@ fi
 mkdir -p "$build_dir"
 printf '%s\n' "$made_in" >"$build_dir/.made-in"
 
-# What another checkout or preset has compiled is not compiled again, wherever either lies.
+# What another checkout or preset has compiled is not compiled again, wherever either lies. The last two settings are
+# what ccache asks for where headers are precompiled.
 if command -v ccache >/dev/null; then
 	export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+	export CCACHE_SLOPPINESS=pch_defines,time_macros
 fi
 
-cmake --preset "$preset"
-cmake --build --preset "$preset" "$@"
+TIMEFORMAT="build.sh: $preset took %R s, of the processors %U s and %S s for the system"
+time {
+	cmake --preset "$preset"
+	cmake --build --preset "$preset" "$@"
+}

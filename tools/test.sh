@@ -1,77 +1,142 @@
 #!/usr/bin/env bash
-# test.sh [docs] [unit] [kit] [sanitize] [thread] [obs]: builds and runs these tests (all when none is named). Runs in
-# the build root.
+# test.sh [STAGE [NAME...]]...: builds and runs the tests of these stages (docs, unit, kit, sanitize, thread, obs; all
+# when none is named), or only those of a stage that are named: files, or folders of tests/unit. Runs in the build root.
 set -euo pipefail
+shopt -s nullglob
+
+stages=(docs unit kit sanitize thread obs)
+plain=ubuntu-ci-x86_64
 
 # The user guide against the sources.
 docs()
 {
-	node --test tests/docs/*.test.mjs
+	node_tests docs "$@"
 }
 
 # Unit tests, with warnings as errors.
 unit()
 {
-	tools/build.sh ubuntu-ci-x86_64 &&
-		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset ubuntu-ci-x86_64
+	unit_tests "$plain" "$@"
 }
 
 # The kit for authors of helpers: the schema, and tools/check-helper.
 kit()
 {
-	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tools/helper-kit &&
-		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test tests/kit/*.test.mjs
+	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tools/helper-kit &&
+		node_tests kit "$@"
 }
 
-# The same tests under AddressSanitizer and UBSan.
+# The unit tests under AddressSanitizer and UBSan.
 sanitize()
 {
-	tools/build.sh sanitize &&
-		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset sanitize
+	unit_tests sanitize "$@"
 }
 
 # What other threads may do to the module, under ThreadSanitizer.
 thread()
 {
-	tools/build.sh thread &&
-		QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset thread
+	tools/build.sh thread && run_ctest thread
 }
 
 # End-to-end tests in the real OBS.
 obs()
 {
-	tools/build.sh ubuntu-ci-x86_64 && tools/install-node-modules.sh tools/obs &&
-		KESTRUNE_BUILD_DIR=$PWD/build/ubuntu-ci-x86_64 node --test --test-concurrency=1 tests/obs/*.test.mjs
+	tools/build.sh "$plain" --target end_to_end && tools/install-node-modules.sh tools/obs &&
+		node_tests obs --test-concurrency=1 "$@"
+}
+
+# run_ctest PRESET OPTION...
+run_ctest()
+{
+	QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset "$@"
+}
+
+# unit_tests PRESET NAME...: builds no more than the programs with these tests.
+unit_tests()
+{
+	local preset=$1 name file files=() folder targets=() pattern=
+	shift
+	for name; do
+		files=("tests/unit/$name.cpp" tests/unit/*/"$name.cpp" "tests/unit/$name"/*.cpp)
+		[[ -e ${files[0]} ]] || files=("${files[@]:1}")
+		if ((${#files[@]} == 0)); then
+			echo "test: there is no unit test '$name': neither a file nor a folder of tests/unit" >&2
+			return 2
+		fi
+		for file in "${files[@]}"; do
+			folder=$(basename "$(dirname "$file")")
+			targets+=("unit_${folder//-/_}")
+			pattern+="${pattern:+|}^${folder}[.]$(basename "$file" .cpp)\$"
+		done
+	done
+	if (($# == 0)); then
+		tools/build.sh "$preset" && run_ctest "$preset"
+	else
+		tools/build.sh "$preset" --target "${targets[@]}" && run_ctest "$preset" --tests-regex "$pattern"
+	fi
+}
+
+# node_tests FOLDER OPTION... NAME...: the tests tests/FOLDER/NAME.test.mjs, or all of them.
+node_tests()
+{
+	local folder=tests/$1 argument options=() files=()
+	shift
+	for argument; do
+		if [[ $argument == --* ]]; then
+			options+=("$argument")
+		elif [[ -f $folder/$argument.test.mjs ]]; then
+			files+=("$folder/$argument.test.mjs")
+		else
+			echo "test: there is no $folder/$argument.test.mjs" >&2
+			return 2
+		fi
+	done
+	if ((${#files[@]} == 0)); then
+		files=("$folder"/*.test.mjs)
+	fi
+	KESTRUNE_BUILD_DIR=$PWD/build/$plain node --test "${options[@]}" "${files[@]}"
 }
 
 run_stage()
 {
-	case $1 in
-	docs) docs ;;
-	unit) unit ;;
-	kit) kit ;;
-	sanitize) sanitize ;;
+	local stage=$1
+	shift
+	case $stage in
+	docs) docs "$@" ;;
+	unit) unit "$@" ;;
+	kit) kit "$@" ;;
+	sanitize) sanitize "$@" ;;
 	thread) thread ;;
-	obs) obs ;;
-	*)
-		echo "test: no tests are called '$1'; there are: docs, unit, kit, sanitize, thread, obs" >&2
-		return 2
-		;;
+	obs) obs "$@" ;;
 	esac
 }
 
-stages=("$@")
-if ((${#stages[@]} == 0)); then
-	stages=(docs unit kit sanitize thread obs)
+is_stage()
+{
+	[[ " ${stages[*]} " == *" $1 "* ]]
+}
+
+if (($# == 0)); then
+	set -- "${stages[@]}"
+elif ! is_stage "$1"; then
+	echo "test: no tests are called '$1'; there are: ${stages[*]}" >&2
+	exit 2
 fi
 
 status=0
 summary=()
-for stage in "${stages[@]}"; do
+while (($# > 0)); do
+	stage=$1
+	shift
+	names=()
+	while (($# > 0)) && ! is_stage "$1"; do
+		names+=("$1")
+		shift
+	done
 	result=passed
 	SECONDS=0
 	echo "== $stage"
-	if ! run_stage "$stage"; then
+	if ! run_stage "$stage" "${names[@]}"; then
 		result=FAILED
 		status=1
 	fi

@@ -51,13 +51,14 @@ describe("the packages for Linux", () => {
     assert.equal(path.basename(deb), `kestrune_${version}_amd64.deb`);
   });
 
-  it("ask for an OBS that takes the module", async () => {
+  it("ask for an OBS that takes the module, and for the Qt that it is built with", async () => {
+    const qt = /^\d+\.\d+/.exec(await run("dpkg-query", ["--show", "--showformat=${Version}", "qt6-base-dev"]));
     const fields = await run("dpkg-deb", ["--field", deb, "Package", "Version", "Architecture", "Depends"]);
     assert.deepEqual(fields.trim().split("\n"), [
       "Package: kestrune",
       `Version: ${version}`,
       "Architecture: amd64",
-      "Depends: obs-studio (>= 31.1)",
+      `Depends: obs-studio (>= 31.1), libqt6widgets6 (>= ${qt}) | libqt6widgets6t64 (>= ${qt})`,
     ]);
   });
 

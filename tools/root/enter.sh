@@ -136,3 +136,25 @@ in_root()
 	fi
 	"enter_$entrance" "$@"
 }
+
+# as_admin_of FOLDER COMMAND...: runs a command that may change the root in this folder, as its administrator. All of the
+# root belongs to the caller, so it takes no rights to be that.
+as_admin_of()
+{
+	local folder=$1 environment=() path binds=() identity=()
+	shift
+	mapfile -d '' -t environment < <(environment_of "${proxy_names[@]}")
+	environment+=(HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive)
+	if [[ $entrance == with_bwrap ]]; then
+		if ((EUID != 0)); then
+			identity=(--unshare-user --uid 0 --gid 0)
+		fi
+		for path in /etc/resolv.conf /etc/hosts; do binds+=(--ro-bind-try "$path" "$path"); done
+		env -i "${environment[@]}" bwrap --bind "$folder" / --dev /dev --proc /proc --perms 1777 --tmpfs /tmp \
+			"${binds[@]}" "${identity[@]}" --unshare-pid --die-with-parent "$@"
+	else
+		for path in /dev /proc /etc/resolv.conf /etc/hosts; do binds+=(-b "$path"); done
+		env -i "${environment[@]}" GLIBC_TUNABLES=glibc.malloc.hugetlb=2 perl tools/root/older-kernel.pl \
+			proot -0 -r "$folder" "${binds[@]}" "$@"
+	fi
+}

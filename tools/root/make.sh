@@ -3,10 +3,10 @@
 
 roots=$cache/roots
 
-# Prints what the root's package list names, one per line.
+# Prints what the root's package lists name, one per line.
 root_list()
 {
-	sed 's/#.*//' "$root_list_file" | xargs -n 1
+	cat "${root_lists[@]}" | sed 's/#.*//' | xargs -n 1
 }
 
 root_packages()
@@ -19,15 +19,35 @@ root_source_packages()
 	root_list | sed -n 's/^src://p'
 }
 
-# select_root SUITE FILE: chooses the root that everything here is about, by its Debian release and package list.
+# select_root SUITE FILE...: chooses the root that everything here is about, by its Debian release and package lists.
 select_root()
 {
 	root_suite=$1
-	root_list_file=$checkout/$2
+	shift
+	root_lists=("${@/#/"$checkout/"}")
 	root=$roots/$root_suite-$(root_list | sha256sum | head -c 12)
+	root_cost="about 3 minutes, 2 GB"
+	small_root=
 }
 
-select_root forky tools/root/packages.txt
+# Chooses the root with everything. Where only the small one is there, it is made from that.
+select_developer_root()
+{
+	select_root forky tools/root/packages.txt
+	local small=$root
+	select_root forky tools/root/packages.txt tools/root/developer-packages.txt
+	small_root=$small
+}
+
+# Chooses the root for building and for the demo: the one with everything, where that is there already.
+select_small_root()
+{
+	select_developer_root
+	if [[ ! -d $root ]]; then
+		select_root forky tools/root/packages.txt
+		root_cost="about 2 minutes, 1.3 GB"
+	fi
+}
 
 # apt's own settings on this machine do not reach the root, but its proxy is needed there, too.
 apt_proxy_options()
@@ -87,13 +107,43 @@ fill_root()
 		"$root_suite" - "${archives[@]}" |
 		tar --extract --preserve-permissions --exclude='./dev/*' --directory="$roots/.new" &&
 		touch "$roots/.new/etc/resolv.conf" "$roots/.new/etc/hosts" &&
-		printf '%s made %s\n' "${root##*/}" "$(date --utc +%FT%TZ)" >"$roots/.new/etc/kestrune-root"
+		write_root_id "$roots/.new"
 }
 
 # A root takes 2 GB; one that no checkout has used for a month is only in the way.
 remove_old_roots()
 {
 	find "$roots" -mindepth 1 -maxdepth 1 -name "$root_suite-*" -mtime +30 ! -path "$root" -exec rm -rf {} +
+}
+
+# Prints the packages in this root with their versions, sorted.
+installed_in()
+{
+	dpkg-query --admindir="$1/var/lib/dpkg" --show | sort
+}
+
+# Adds what is missing to a copy of the small root, whose files it shares. As far as compilers can tell it is the same
+# root, so that what was built in the one is not built again in the other; unless something had to be upgraded.
+extend_root()
+{
+	local packages=()
+	mapfile -t packages < <(root_packages)
+	rm -rf --one-file-system "$roots/.new"
+	cp --archive --link "$small_root" "$roots/.new" &&
+		as_admin_of "$roots/.new" sh -ec '
+			apt-get -o APT::Sandbox::User=root update
+			apt-get -o APT::Sandbox::User=root install -y --no-install-recommends "$@"
+			apt-get clean
+			rm -rf /var/lib/apt/lists/*' sh "${packages[@]}" || return
+	if [[ -n $(comm -23 <(installed_in "$small_root") <(installed_in "$roots/.new")) ]]; then
+		rm "$roots/.new/etc/kestrune-root"
+		write_root_id "$roots/.new"
+	fi
+}
+
+write_root_id()
+{
+	printf '%s made %s\n' "${root##*/}" "$(date --utc +%FT%TZ)" >"$1/etc/kestrune-root"
 }
 
 make_root()
@@ -104,12 +154,16 @@ make_root()
 		say "Another call is making the build root; waiting for it…"
 		flock "$lock"
 	fi
-	if [[ ! -d $root ]]; then
+	if [[ ! -d $root && -d $small_root ]]; then
+		step "Adding the developers' packages to the build root (about a minute)" \
+			"Check the network and the free space; then call ./run again." extend_root
+		mv "$roots/.new" "$root"
+	elif [[ ! -d $root ]]; then
 		mirror=$(debian_mirror)
 		[[ -n $mirror ]] || fail "apt knows no Debian archive here; name one: KESTRUNE_MIRROR=http://… ./run …"
 		remove_unfinished
 		trap remove_unfinished EXIT
-		step "Making the build root (about 2 minutes, 2 GB, in $roots)" \
+		step "Making the build root ($root_cost, in $roots)" \
 			"Check the network (the archive is $mirror) and the free space; then call ./run again." \
 			fill_root "$mirror"
 		mv "$roots/.new" "$root"

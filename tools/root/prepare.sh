@@ -45,18 +45,20 @@ use_root()
 {
 	if [[ ! -d $root ]]; then
 		install_packages "under a minute" mmdebstrap bubblewrap uidmap mount
-		make_root
 	fi
 	if ! choose_entrance; then
 		install_packages "under a minute" bubblewrap proot
 		choose_entrance ||
 			fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
 	fi
+	if [[ ! -d $root ]]; then
+		make_root
+	fi
 	touch "$root"
 	root_id=$(<"$root/etc/kestrune-root")
 }
 
-# After this, in_root works. Sets `entrance` and `root_id`.
+# Makes the selected root ready; after this, in_root works. Sets `entrance` and `root_id`.
 prepare_root()
 {
 	command -v apt-get >/dev/null || fail "needs a Debian system (12 or newer): there is no apt-get here"

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# package.sh: makes what users install, in build/packages: the .deb and the .tar.gz for this Debian, and their checksums.
+# Runs in the build root.
+set -euo pipefail
+
+build_dir=build/ubuntu-ci-x86_64
+packages=build/packages
+
+tools/build.sh "${build_dir##*/}" --target kestrune
+rm -rf "$packages" "$build_dir/packages"
+cpack --config "$build_dir/CPackConfig.cmake"
+mkdir -p "$packages"
+cp "$build_dir"/packages/*.deb "$build_dir"/packages/*.tar.gz "$packages"
+cd "$packages"
+sha256sum -- *.deb *.tar.gz >SHA256SUMS
+
+# shellcheck source=/dev/null
+release=$(source /etc/os-release && printf '%s' "$PRETTY_NAME")
+obs=$(dpkg-query --show --showformat='${source:Upstream-Version}' libobs-dev)
+qt=$(dpkg-query --show --showformat='${source:Upstream-Version}' qt6-base-dev)
+cat <<TEXT
+
+Packages for $release (OBS $obs, Qt $qt), in $packages:
+$(cat SHA256SUMS)
+
+They fit systems with that Qt or a newer one. The ZIP for Windows is made on Windows, with Visual Studio: see
+docs/building.md.
+TEXT
