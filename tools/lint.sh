@@ -60,9 +60,8 @@ check_cpp()
 	if ((${#patterns[@]} == 0)); then
 		return
 	fi
-	tools/build.sh ubuntu-ci-x86_64 --target autogen &&
-		run-clang-tidy -quiet -p build/ubuntu-ci-x86_64 -warnings-as-errors='*' \
-			-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
+	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
+		-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
 }
 
 check_shell()

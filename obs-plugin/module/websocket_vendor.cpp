@@ -35,10 +35,10 @@ void answerClipThat(obs_data_t *, obs_data_t *response, void *)
 
 void answerGetStatus(obs_data_t *, obs_data_t *response, void *)
 {
-	const bool dock = dockExists();
-	const QString hotkey = dock ? currentHotkeyText() : QString();
+	const bool hasDock = dockExists();
+	const QString hotkey = hasDock ? currentHotkeyText() : QString();
 	obs_data_set_string(response, "version", KESTRUNE_VERSION);
-	obs_data_set_bool(response, "dock", dock);
+	obs_data_set_bool(response, "dock", hasDock);
 	obs_data_set_bool(response, "replay_buffer_active", obs_frontend_replay_buffer_active());
 	obs_data_set_string(response, "hotkey", hotkey.toUtf8().constData());
 }

@@ -23,6 +23,7 @@ using namespace Qt::StringLiterals;
 
 inline const QString errorColour = u"color:#ff6b81"_s;
 inline const QString informationColour = u"color:#8a90a6"_s;
+inline const QString pressText = u"Ready. Press Clip that or your Kestrune hotkey."_s;
 
 /// A test of the built module from outside: each test function gets a fresh libobs, main window with a theme, frontend
 /// and stand-in helper, and loads the module as OBS does.

@@ -59,7 +59,7 @@ private Q_SLOTS:
 		QTRY_VERIFY(connectButton()->isEnabled());
 		QVERIFY(hasStarted(u"--status"_s));
 		helper().open(u"status"_s);
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 		QVERIFY(connectButton()->isHidden());
 		QVERIFY(clipButton()->isEnabled());
 	}
@@ -141,7 +141,7 @@ private Q_SLOTS:
 		qputenv("KESTRUNE_HELPER", standIn);
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 		invoke("connectAccount");
 		QTest::qWait(100);
 		QCOMPARE(helper().count(u"--link"_s), 0);

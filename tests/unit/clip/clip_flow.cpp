@@ -247,11 +247,11 @@ private Q_SLOTS:
 		clip(HelperScript().await(u"end"_s));
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 		helper().on(u"--status"_s, HelperScript().hang());
 		frontend().replayBufferActive = false;
 		invoke("updateClipButton");
-		QVERIFY(statusIs(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour));
+		QVERIFY(statusIs(pressText, informationColour));
 
 		helper().open(u"end"_s);
 		QTRY_VERIFY(!isRunning(u"--process"_s));
@@ -271,10 +271,10 @@ private Q_SLOTS:
 		qputenv("KESTRUNE_HELPER", standIn);
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 		frontend().replayBufferActive = false;
 		invoke("updateClipButton");
-		QVERIFY(statusIs(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour));
+		QVERIFY(statusIs(pressText, informationColour));
 	}
 };
 

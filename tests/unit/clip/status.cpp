@@ -6,7 +6,6 @@
 #include "host/dock_test.hpp"
 
 namespace {
-const QString readyText = u"Ready. Press Clip that or your Kestrune hotkey."_s;
 const QString notConnectedText = u"Not connected. Click Connect account (one click in your browser)."_s;
 const QString connectToolTip = u"Connect your Kestrune account first (Connect account below)."_s;
 const QString clipToolTip = u"Save the last few seconds and turn them into a vertical Short."_s;
@@ -71,7 +70,7 @@ private Q_SLOTS:
 		QVERIFY(load());
 		answerLinked();
 		QVERIFY(label(u"Connected as @ana"_s));
-		QVERIFY(statusIs(readyText, informationColour));
+		QVERIFY(statusIs(pressText, informationColour));
 		QVERIFY(clipButton()->isEnabled());
 		QCOMPARE(clipButton()->text(), u"Clip that"_s);
 	}
@@ -264,7 +263,7 @@ private Q_SLOTS:
 	void aStaleReadyIsReplacedByItself()
 	{
 		QVERIFY(loadReady());
-		QVERIFY(statusIs(readyText, informationColour));
+		QVERIFY(statusIs(pressText, informationColour));
 		frontend().replayBufferActive = false;
 		TRY_STATUS(u"Replay Buffer is off. Starting it…"_s, informationColour);
 		QCOMPARE(frontend().startRequests, 0);

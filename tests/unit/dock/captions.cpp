@@ -43,7 +43,7 @@ class CaptionsTest : public DockTest {
 		helper().on(u"--status"_s, HelperScript().event(answer));
 		frontend().replayBufferActive = true;
 		invoke("refreshStatus");
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 	}
 
 private Q_SLOTS:

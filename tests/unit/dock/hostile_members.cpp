@@ -116,7 +116,7 @@ private Q_SLOTS:
 		QVERIFY(invoke("refreshStatus"));
 		QTRY_VERIFY_WITH_TIMEOUT(label(u"Connected as @ana"_s) && child<QPushButton>(u"clipBtn"_s)->isEnabled(),
 					 30000);
-		TRY_STATUS(u"Ready. Press Clip that or your Kestrune hotkey."_s, informationColour);
+		TRY_STATUS(pressText, informationColour);
 	}
 
 	void cleanup()

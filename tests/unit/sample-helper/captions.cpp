@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class CaptionsTest : public QObject {
 	Q_OBJECT
 
@@ -22,11 +24,6 @@ private Q_SLOTS:
 
 namespace {
 
-QString u(const char *text)
-{
-	return QString::fromUtf8(text);
-}
-
 QStringList eventsOf(const char *style, const char *position, const QString &text, const char *font = "inter")
 {
 	const Look look{QStringLiteral("gameplay"), QLatin1String(style), QLatin1String(font), QLatin1String(position)};
@@ -38,25 +35,25 @@ QStringList eventsOf(const char *style, const char *position, const QString &tex
 
 void CaptionsTest::writes_times()
 {
-	QCOMPARE(captiontext::time(0), u("0:00:00.00"));
-	QCOMPARE(captiontext::time(59'999), u("0:00:59.99"));
-	QCOMPARE(captiontext::time(3'723'450), u("1:02:03.45"));
+	QCOMPARE(captiontext::time(0), u"0:00:00.00"_s);
+	QCOMPARE(captiontext::time(59'999), u"0:00:59.99"_s);
+	QCOMPARE(captiontext::time(3'723'450), u"1:02:03.45"_s);
 }
 
 void CaptionsTest::writes_a_line_per_layer()
 {
 	for (const auto &[style, count] : {std::pair{"rune", 1}, {"neon", 2}, {"clean", 1}, {"meme", 1}, {"none", 0}}) {
-		QCOMPARE(eventsOf(style, "auto", u("Hi")).size(), count);
+		QCOMPARE(eventsOf(style, "auto", u"Hi"_s).size(), count);
 	}
-	QVERIFY(eventsOf("rune", "auto", u("Hi")).first().startsWith(u("Dialogue: 0,0:00:00.50,0:00:01.25,Layer0,")));
-	QVERIFY(eventsOf("neon", "auto", u("Hi")).last().startsWith(u("Dialogue: 1,0:00:00.50,0:00:01.25,Layer1,")));
-	QVERIFY(eventsOf("meme", "auto", u("oh é")).first().endsWith(u("}OH É")));
+	QVERIFY(eventsOf("rune", "auto", u"Hi"_s).first().startsWith(u"Dialogue: 0,0:00:00.50,0:00:01.25,Layer0,"_s));
+	QVERIFY(eventsOf("neon", "auto", u"Hi"_s).last().startsWith(u"Dialogue: 1,0:00:00.50,0:00:01.25,Layer1,"_s));
+	QVERIFY(eventsOf("meme", "auto", u"oh é"_s).first().endsWith(u"}OH É"_s));
 }
 
 void CaptionsTest::places_captions()
 {
 	for (const auto &[position, y] : {std::pair{"top", 230}, {"middle", 960}, {"bottom", 1651}, {"auto", 1440}}) {
-		QVERIFY(eventsOf("clean", position, u("Hi")).first().contains(u("\\pos(540,%1)").arg(y)));
+		QVERIFY(eventsOf("clean", position, u"Hi"_s).first().contains(u"\\pos(540,%1)"_s.arg(y)));
 	}
 }
 
@@ -64,13 +61,13 @@ void CaptionsTest::keeps_texts_from_being_commands_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<QString>("written");
-	QTest::newRow("braces") << u("{\\b1}x") << u("\\{\\\u2060b1\\}x");
-	QTest::newRow("open brace") << u("x{") << u("x\\{");
-	QTest::newRow("escaped brace") << u("\\{x\\}") << u("\\\u2060\\{x\\\u2060\\}");
-	QTest::newRow("escapes") << u("a\\Nb\\h") << u("a\\\u2060Nb\\\u2060h");
-	QTest::newRow("lines") << u("a\nb") << u("a\\Nb");
-	QTest::newRow("places of arguments") << u("%1 %7 100%") << u("%1 %7 100%");
-	QTest::newRow("fields and sections") << u("a,b\n[Events]") << u("a,b\\N[Events]");
+	QTest::newRow("braces") << u"{\\b1}x"_s << u"\\{\\\u2060b1\\}x"_s;
+	QTest::newRow("open brace") << u"x{"_s << u"x\\{"_s;
+	QTest::newRow("escaped brace") << u"\\{x\\}"_s << u"\\\u2060\\{x\\\u2060\\}"_s;
+	QTest::newRow("escapes") << u"a\\Nb\\h"_s << u"a\\\u2060Nb\\\u2060h"_s;
+	QTest::newRow("lines") << u"a\nb"_s << u"a\\Nb"_s;
+	QTest::newRow("places of arguments") << u"%1 %7 100%"_s << u"%1 %7 100%"_s;
+	QTest::newRow("fields and sections") << u"a,b\n[Events]"_s << u"a,b\\N[Events]"_s;
 }
 
 void CaptionsTest::keeps_texts_from_being_commands()
@@ -80,17 +77,17 @@ void CaptionsTest::keeps_texts_from_being_commands()
 	QCOMPARE(captiontext::escaped(text), written);
 	const QStringList events = eventsOf("clean", "auto", text);
 	QCOMPARE(events.size(), 1);
-	QVERIFY2(events.first().endsWith(u("}") + written), qPrintable(events.first()));
+	QVERIFY2(events.first().endsWith(u"}"_s + written), qPrintable(events.first()));
 }
 
 void CaptionsTest::breaks_long_words_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<QString>("broken");
-	QTest::newRow("short words") << u("one two three four five") << u("one two three four five");
-	QTest::newRow("a long word") << u("oh Rindfleischetikettierung") << u("oh Rindfleischetike\nttierung");
-	QTest::newRow("wide letters") << u("日本語日本語日本語") << u("日本語日本語日本\n語");
-	QTest::newRow("emoji stay whole") << u("🎮🎮🎮🎮🎮🎮🎮🎮🎮") << u("🎮🎮🎮🎮🎮🎮🎮🎮\n🎮");
+	QTest::newRow("short words") << u"one two three four five"_s << u"one two three four five"_s;
+	QTest::newRow("a long word") << u"oh Rindfleischetikettierung"_s << u"oh Rindfleischetike\nttierung"_s;
+	QTest::newRow("wide letters") << u"日本語日本語日本語"_s << u"日本語日本語日本\n語"_s;
+	QTest::newRow("emoji stay whole") << u"🎮🎮🎮🎮🎮🎮🎮🎮🎮"_s << u"🎮🎮🎮🎮🎮🎮🎮🎮\n🎮"_s;
 }
 
 void CaptionsTest::breaks_long_words()
@@ -102,20 +99,20 @@ void CaptionsTest::breaks_long_words()
 
 void CaptionsTest::sets_long_texts_smaller()
 {
-	QCOMPARE(captiontext::scale(u("Hi")), 1.0);
+	QCOMPARE(captiontext::scale(u"Hi"_s), 1.0);
 	QCOMPARE(captiontext::scale(QString(64, QLatin1Char('x'))), 1.0);
 	QVERIFY(captiontext::scale(QString(65, QLatin1Char('x'))) < 1.0);
-	QVERIFY(captiontext::scale(u("a\nb\nc\nd\ne")) < 1.0);
+	QVERIFY(captiontext::scale(u"a\nb\nc\nd\ne"_s) < 1.0);
 	QCOMPARE(captiontext::scale(QString(10000, QLatin1Char('x'))), 0.5);
 }
 
 void CaptionsTest::cuts_endless_texts_off()
 {
-	const QString endless = captiontext::broken(u("blah ").repeated(1000));
+	const QString endless = captiontext::broken(u"blah "_s.repeated(1000));
 	QVERIFY(endless.size() < 200);
-	QVERIFY(endless.endsWith(u("…")));
-	QCOMPARE(captiontext::broken(u("a\n").repeated(1000)).count(QLatin1Char('\n')), 5);
-	QVERIFY(captiontext::broken(QString(1000, QLatin1Char('x'))).endsWith(u("…")));
+	QVERIFY(endless.endsWith(u"…"_s));
+	QCOMPARE(captiontext::broken(u"a\n"_s.repeated(1000)).count(QLatin1Char('\n')), 5);
+	QVERIFY(captiontext::broken(QString(1000, QLatin1Char('x'))).endsWith(u"…"_s));
 }
 
 KESTRUNE_TEST(CaptionsTest)

@@ -5,6 +5,8 @@
 #include <QStringEncoder>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class SubtitlesTest : public QObject {
 	Q_OBJECT
 
@@ -39,59 +41,54 @@ QString parsed(const QByteArray &file)
 	return shown(parseSubtitles(file));
 }
 
-QString u(const char *text)
-{
-	return QString::fromUtf8(text);
-}
-
 } // namespace
 
 void SubtitlesTest::reads_what_people_have_data()
 {
 	QTest::addColumn<QByteArray>("file");
 	QTest::addColumn<QString>("cues");
-	QTest::newRow("nothing") << QByteArray() << u("");
+	QTest::newRow("nothing") << QByteArray() << u""_s;
 	QTest::newRow("SubRip") << QByteArray("1\n00:00:01,000 --> 00:00:02,500\nHi\nthere\n\n"
 					      "2\n00:00:03,000 --> 00:00:04,000\nBye\n")
-				<< u("1000-2500 Hi\nthere|3000-4000 Bye");
+				<< u"1000-2500 Hi\nthere|3000-4000 Bye"_s;
 	QTest::newRow("lines of Windows") << QByteArray("1\r\n00:00:01,000 --> 00:00:02,000\r\nHi\r\n\r\n2\r\n"
 							"00:00:03,000 --> 00:00:04,000\r\nBye\r\n")
-					  << u("1000-2000 Hi|3000-4000 Bye");
+					  << u"1000-2000 Hi|3000-4000 Bye"_s;
 	QTest::newRow("lines of old Macs")
-		<< QByteArray("1\r00:00:01,000 --> 00:00:02,000\rHi\r\rrest") << u("1000-2000 Hi");
+		<< QByteArray("1\r00:00:01,000 --> 00:00:02,000\rHi\r\rrest") << u"1000-2000 Hi"_s;
 	QTest::newRow("no newline at the end")
-		<< QByteArray("1\n00:00:01,000 --> 00:00:02,000\nHi") << u("1000-2000 Hi");
+		<< QByteArray("1\n00:00:01,000 --> 00:00:02,000\nHi") << u"1000-2000 Hi"_s;
 	QTest::newRow("WebVTT") << QByteArray("WEBVTT - a title\nKind: captions\n\nSTYLE\n::cue { color: red }\n\n"
 					      "NOTE a remark\nof two lines\n\nintro\n"
 					      "00:01.000 --> 00:02.000 align:start line:0%\n<v Ana>Hi</v>\n\n"
 					      "01:00:03.000 --> 01:00:04.000\n- Bye\n")
-				<< u("1000-2000 Hi|3603000-3604000 - Bye");
+				<< u"1000-2000 Hi|3603000-3604000 - Bye"_s;
 	QTest::newRow("no empty line between cues")
 		<< QByteArray("1\n00:00:01,000 --> 00:00:02,000\nHi\n2\n00:00:03,000 --> 00:00:04,000\nBye\n")
-		<< u("1000-2000 Hi|3000-4000 Bye");
+		<< u"1000-2000 Hi|3000-4000 Bye"_s;
 	QTest::newRow("no numbers") << QByteArray("00:00:01,000 --> 00:00:02,000\nHi\n"
 						  "00:00:03,000 --> 00:00:04,000\nBye\n")
-				    << u("1000-2000 Hi|3000-4000 Bye");
+				    << u"1000-2000 Hi|3000-4000 Bye"_s;
 	QTest::newRow("a number that is said") << QByteArray("1\n00:00:01,000 --> 00:00:02,000\n42\n\n"
 							     "2\n00:00:03,000 --> 00:00:04,000\nBye\n")
-					       << u("1000-2000 42|3000-4000 Bye");
+					       << u"1000-2000 42|3000-4000 Bye"_s;
 	QTest::newRow("without text") << QByteArray("1\n00:00:01,000 --> 00:00:02,000\n\n2\n"
 						    "00:00:03,000 --> 00:00:04,000\n<i></i>\n \n"
 						    "00:00:05,000 --> 00:00:06,000")
-				      << u("");
+				      << u""_s;
 	QTest::newRow("backwards and empty spans")
 		<< QByteArray("00:00:02,000 --> 00:00:01,000\na\n\n00:00:02,000 --> 00:00:02,000\nb\n\n"
 			      "00:00:02,000 --> 00:00:02,001\nc\n")
-		<< u("2000-2001 c");
+		<< u"2000-2001 c"_s;
 	QTest::newRow("in any order") << QByteArray("00:00:05,000 --> 00:00:06,000\nlate\n\n"
 						    "00:00:01,000 --> 00:00:02,000\nearly\n")
-				      << u("1000-2000 early|5000-6000 late");
+				      << u"1000-2000 early|5000-6000 late"_s;
 	QTest::newRow("broken cues between good ones")
 		<< QByteArray("dear diary\n\n1\n00:00:0x,000 --> 00:00:02,000\nbad\n\n"
 			      "2\n00:00:01,000 -> 00:00:02,000\nbad\n\n"
 			      "3\n00:99:01,000 --> 00:99:02,000\nbad\n\n4\n00:00:61,000 --> 00:00:62,000\nbad\n\n"
 			      "5\n-1:00:01,000 --> 00:00:02,000\nbad\n\n6\n00:00:03,000 --> 00:00:04,000\ngood\n")
-		<< u("3000-4000 good");
+		<< u"3000-4000 good"_s;
 }
 
 void SubtitlesTest::reads_what_people_have()
@@ -126,29 +123,29 @@ void SubtitlesTest::takes_markup_out_data()
 {
 	QTest::addColumn<QByteArray>("line");
 	QTest::addColumn<QString>("text");
-	QTest::newRow("tags") << QByteArray("<i>a</i> <b>b</B><font color=\"#ff0000\">c</font>") << u("a bc");
-	QTest::newRow("voices and classes") << QByteArray("<v.loud Ana Lee>Hi <c.red>you</c>") << u("Hi you");
-	QTest::newRow("times inside") << QByteArray("one <00:00:01.500>two") << u("one two");
-	QTest::newRow("override commands") << QByteArray("{\\an8}{\\pos(1,2)\\fs90}up") << u("up");
+	QTest::newRow("tags") << QByteArray("<i>a</i> <b>b</B><font color=\"#ff0000\">c</font>") << u"a bc"_s;
+	QTest::newRow("voices and classes") << QByteArray("<v.loud Ana Lee>Hi <c.red>you</c>") << u"Hi you"_s;
+	QTest::newRow("times inside") << QByteArray("one <00:00:01.500>two") << u"one two"_s;
+	QTest::newRow("override commands") << QByteArray("{\\an8}{\\pos(1,2)\\fs90}up") << u"up"_s;
 	QTest::newRow("entities") << QByteArray("a &lt;b&gt; &amp;amp; c&nbsp;d&lrm;")
-				  << u("a <b> &amp; cd").replace(u("cd"), u("c d"));
+				  << u"a <b> &amp; cd"_s.replace(u"cd"_s, u"c d"_s);
 	QTest::newRow("hearts and comparisons")
-		<< QByteArray("<3 a < b > c {braces} \\N") << u("<3 a < b > c {braces} \\N");
-	QTest::newRow("unclosed") << QByteArray("<i a {\\p1 b") << u("<i a {\\p1 b");
-	QTest::newRow("blanks and control characters") << QByteArray(" a\t\x01 b\x7f\xc2\x85 c ") << u("a b c");
-	QTest::newRow("foreign letters") << QByteArray("日本 🎮 é") << u("日本 🎮 é");
+		<< QByteArray("<3 a < b > c {braces} \\N") << u"<3 a < b > c {braces} \\N"_s;
+	QTest::newRow("unclosed") << QByteArray("<i a {\\p1 b") << u"<i a {\\p1 b"_s;
+	QTest::newRow("blanks and control characters") << QByteArray(" a\t\x01 b\x7f\xc2\x85 c ") << u"a b c"_s;
+	QTest::newRow("foreign letters") << QByteArray("日本 🎮 é") << u"日本 🎮 é"_s;
 }
 
 void SubtitlesTest::takes_markup_out()
 {
 	QFETCH(const QByteArray, line);
 	QFETCH(const QString, text);
-	QCOMPARE(parsed("00:00:01,000 --> 00:00:02,000\n" + line + "\n"), u("1000-2000 ") + text);
+	QCOMPARE(parsed("00:00:01,000 --> 00:00:02,000\n" + line + "\n"), u"1000-2000 "_s + text);
 }
 
 void SubtitlesTest::reads_every_encoding_data()
 {
-	const QString file = u("1\n00:00:01,000 --> 00:00:02,000\nété\n");
+	const QString file = u"1\n00:00:01,000 --> 00:00:02,000\nété\n"_s;
 	const auto encoded = [&file](QStringConverter::Encoding encoding) -> QByteArray {
 		return QStringEncoder(encoding, QStringConverter::Flag::WriteBom).encode(file);
 	};
@@ -163,7 +160,7 @@ void SubtitlesTest::reads_every_encoding_data()
 void SubtitlesTest::reads_every_encoding()
 {
 	QFETCH(const QByteArray, file);
-	QCOMPARE(parsed(file), u("1000-2000 été"));
+	QCOMPARE(parsed(file), u"1000-2000 été"_s);
 	QVERIFY(isText(file));
 }
 
@@ -176,18 +173,18 @@ void SubtitlesTest::tells_text_from_other_bytes()
 
 void SubtitlesTest::shifts_to_the_excerpt()
 {
-	const QList<Cue> cues{{0, 900, u("before")},     {900, 1000, u("until")},   {950, 1500, u("across")},
-			      {1600, 1700, u("inside")}, {1900, 9000, u("beyond")}, {2000, 2100, u("from")},
-			      {9000, 9100, u("far")}};
-	QCOMPARE(shown(cuesWithin(cues, 1000, 2000)), u("0-500 across|600-700 inside|900-1000 beyond"));
-	QCOMPARE(shown(cuesWithin({}, 0, 1000)), u(""));
+	const QList<Cue> cues{{0, 900, u"before"_s},     {900, 1000, u"until"_s},   {950, 1500, u"across"_s},
+			      {1600, 1700, u"inside"_s}, {1900, 9000, u"beyond"_s}, {2000, 2100, u"from"_s},
+			      {9000, 9100, u"far"_s}};
+	QCOMPARE(shown(cuesWithin(cues, 1000, 2000)), u"0-500 across|600-700 inside|900-1000 beyond"_s);
+	QCOMPARE(shown(cuesWithin({}, 0, 1000)), u""_s);
 }
 
 void SubtitlesTest::shows_one_cue_at_a_time()
 {
-	const QList<Cue> cues{{0, 5000, u("a")}, {1000, 2000, u("b")}, {1000, 3000, u("c")}, {2500, 2600, u("d")}};
-	QCOMPARE(shown(cuesWithin(cues, 0, 9000)), u("0-1000 a|1000-2500 b\nc|2500-2600 d"));
-	QCOMPARE(shown(cuesWithin(cues, 1500, 9000)), u("0-1000 a\nb\nc|1000-1100 d"));
+	const QList<Cue> cues{{0, 5000, u"a"_s}, {1000, 2000, u"b"_s}, {1000, 3000, u"c"_s}, {2500, 2600, u"d"_s}};
+	QCOMPARE(shown(cuesWithin(cues, 0, 9000)), u"0-1000 a|1000-2500 b\nc|2500-2600 d"_s);
+	QCOMPARE(shown(cuesWithin(cues, 1500, 9000)), u"0-1000 a\nb\nc|1000-1100 d"_s);
 }
 
 void SubtitlesTest::survives_any_bytes()
