@@ -48,7 +48,7 @@ QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 	const QByteArray before = videos::checksum(videos::regions());
 	const Run run = sandbox.runProgram(QStringLiteral("sh"),
 					   QStringList{QStringLiteral("-c"), prelude + QStringLiteral("\nexec \"$@\""),
-						       QStringLiteral("sh"), QStringLiteral(SAMPLE_HELPER)} +
+						       QStringLiteral("sh"), sampleHelper()} +
 						   process(videos::regions()));
 	if (videos::checksum(videos::regions()) != before) {
 		return QStringLiteral("the replay was changed");
@@ -195,10 +195,9 @@ void ClipFailureTest::reports_a_disk_that_fills_up()
 	// The little disk is gone with the run, so the run itself has to tell what was left on it.
 	const QString script =
 		mount + QStringLiteral("\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code").arg(sandbox.shortsFolder());
-	const Run run =
-		sandbox.runProgram(QStringLiteral("unshare"),
-				   unshare + QStringList{script, QStringLiteral("sh"), QStringLiteral(SAMPLE_HELPER)} +
-					   process(videos::regions()));
+	const Run run = sandbox.runProgram(QStringLiteral("unshare"),
+					   unshare + QStringList{script, QStringLiteral("sh"), sampleHelper()} +
+						   process(videos::regions()));
 	QCOMPARE(errorOf(run), QStringLiteral("the disk is full. Free some space, then clip again."));
 	QVERIFY2(!run.diagnostics.endsWith(".part\n") && !run.diagnostics.endsWith(".mp4\n"),
 		 run.diagnostics.constData());

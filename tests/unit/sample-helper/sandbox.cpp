@@ -12,6 +12,16 @@ constexpr int runTimeoutMs = 120000;
 
 } // namespace
 
+QString sampleHelper()
+{
+	return QStringLiteral(SAMPLE_HELPER);
+}
+
+QString updateRunner()
+{
+	return QStringLiteral(UPDATE_RUNNER);
+}
+
 Sandbox::Sandbox()
 {
 	for (const QString &name : m_environment.keys()) {
@@ -69,12 +79,12 @@ void Sandbox::useTool(const QString &name, const QByteArray &script)
 
 Run Sandbox::run(const QStringList &arguments) const
 {
-	return runProgram(QStringLiteral(SAMPLE_HELPER), arguments);
+	return runProgram(sampleHelper(), arguments);
 }
 
 std::unique_ptr<QProcess> Sandbox::start(const QStringList &arguments) const
 {
-	return startProgram(QStringLiteral(SAMPLE_HELPER), arguments);
+	return startProgram(sampleHelper(), arguments);
 }
 
 Run Sandbox::runProgram(const QString &program, const QStringList &arguments) const

@@ -9,6 +9,11 @@
 #include <chrono>
 #include <memory>
 
+/// Path of the sample helper.
+QString sampleHelper();
+/// Path of the program that stands in for the elevated installer.
+QString updateRunner();
+
 /// What one run of the helper left behind.
 struct Run {
 	/// -1 after a crash or when it did not end in time.

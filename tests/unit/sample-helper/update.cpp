@@ -174,7 +174,7 @@ void UpdateTest::reports_a_disk_that_refuses_the_download()
 	sandbox.writeFile(QStringLiteral("updates/setup 9.json"), QByteArray(200'000, 'x'));
 	const Run run = sandbox.runProgram(
 		QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 64; exec \"$@\""),
-				       QStringLiteral("sh"), QStringLiteral(SAMPLE_HELPER), downloadSwitch.first()});
+				       QStringLiteral("sh"), sampleHelper(), downloadSwitch.first()});
 	QCOMPARE(run.exitCode, 1);
 	const QString text = run.events.last()[QLatin1String("error")].toString();
 	QVERIFY2(text.startsWith(QStringLiteral("couldn't save the installer in ")), qPrintable(text));
@@ -188,7 +188,7 @@ void UpdateTest::installs_with_the_update_runner()
 	const QString manifest =
 		sandbox.writeFile(QStringLiteral("manifest.json"), R"({"version":"1.0.0","name":"x"})");
 	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
-	QCOMPARE(sandbox.runProgram(QStringLiteral(UPDATE_RUNNER), {installer}).exitCode, 0);
+	QCOMPARE(sandbox.runProgram(updateRunner(), {installer}).exitCode, 0);
 	QVERIFY(contentOf(manifest).contains("\"version\": \"9.1.0\""));
 	QVERIFY(contentOf(manifest).contains("\"name\": \"x\""));
 }
@@ -212,7 +212,7 @@ void UpdateTest::fails_with_the_update_runner()
 	const QString manifest = sandbox.writeFile(QStringLiteral("manifest.json"), before);
 	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
 	const QString path = sandbox.writeFile(QStringLiteral("setup.json"), installer);
-	QCOMPARE(sandbox.runProgram(QStringLiteral(UPDATE_RUNNER), {path}).exitCode, exitCode);
+	QCOMPARE(sandbox.runProgram(updateRunner(), {path}).exitCode, exitCode);
 	QCOMPARE(contentOf(manifest), before);
 }
 
