@@ -126,11 +126,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
   });
 
   it("follows the Replay Buffer when OBS's own controls stop and start it", async () => {
-    await test.websocket.call("StopReplayBuffer");
-    await test.dock.waitForStatus(
-      "Replay Buffer stopped. Start it (Controls → Start Replay Buffer) to clip.",
-      errorColour,
-    );
+    await test.stopReplayBuffer();
     assert.equal((await test.dock.widget({ name: "clipBtn" })).enabled, false);
     await test.session.screenshot("6-replay-buffer-stopped");
 

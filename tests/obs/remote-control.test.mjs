@@ -2,7 +2,6 @@
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
-import { errorColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
@@ -98,9 +97,7 @@ describe("a remote control of OBS with the module", () => {
   });
 
   it("switches a stopped Replay Buffer on, and makes no Short of that request", async () => {
-    await test.websocket.call("StopReplayBuffer");
-    // Until OBS itself says so, it is still busy stopping and would start nothing.
-    await test.dock.waitForStatus(/^Replay Buffer stopped\./, errorColour);
+    await test.stopReplayBuffer();
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await waitForReplayBuffer();
     await test.dock.waitForStatus("Replay Buffer on. Ready to clip.");

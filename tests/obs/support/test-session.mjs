@@ -3,7 +3,7 @@
 import { readFile, readdir } from "node:fs/promises";
 import path from "node:path";
 import { run } from "../../../tools/obs/command.mjs";
-import { Dock, readyStatus } from "../../../tools/obs/dock.mjs";
+import { Dock, errorColour, readyStatus } from "../../../tools/obs/dock.mjs";
 import { findFreePort } from "../../../tools/obs/free-port.mjs";
 import { ObsSession } from "../../../tools/obs/session.mjs";
 import { sleep, waitFor } from "../../../tools/obs/wait.mjs";
@@ -131,6 +131,22 @@ export class TestSession {
     // The module looks once more 1.5 s after it has started the Replay Buffer.
     await sleep(1600);
     await this.dock.waitForStatus(readyStatus);
+  }
+
+  /**
+   * Stops the Replay Buffer by OBS's own control, and waits until OBS could start it again: OBS tells that it has stopped
+   * a moment before its output has, and starts nothing in between.
+   */
+  async stopReplayBuffer() {
+    await this.websocket.call("StopReplayBuffer");
+    await this.dock.waitForStatus(
+      "Replay Buffer stopped. Start it (Controls → Start Replay Buffer) to clip.",
+      errorColour,
+    );
+    await waitFor("the output to end", async () => {
+      const { outputs } = await this.websocket.call("GetOutputList");
+      return !outputs.find(({ outputName }) => outputName === "Replay Buffer").outputActive;
+    });
   }
 
   /** Ends OBS as a closing desktop session does; answers as `ObsProcess.stop`. */

@@ -56,13 +56,17 @@ class RunnerTest : public DockTest {
 			->findChild<QLineEdit *>({}, Qt::FindDirectChildrenOnly);
 	}
 
-	/// A run writes two events at once, and the first of them finds the clip hotkey pressed.
+	/// A run writes two events at once, and the first of them finds the clip hotkey pressed. The run ends once the
+	/// gate "pressed" is open: QProcess may deliver the last output of an ended run while it handles the end, and
+	/// whoever waits for that end then waits for himself.
 	void pressDuringTheFirstOfTwoEvents()
 	{
 		makeReady();
 		QTRY_VERIFY(!isRunning(u"--chat-get"_s));
-		helper().on(u"--chat-get"_s, HelperScript().write("{\"event\":\"chat\",\"command\":\"!one\"}\n"
-								  "{\"event\":\"chat\",\"command\":\"!two\"}\n"));
+		helper().on(u"--chat-get"_s, HelperScript()
+						     .write("{\"event\":\"chat\",\"command\":\"!one\"}\n"
+							    "{\"event\":\"chat\",\"command\":\"!two\"}\n")
+						     .await(u"pressed"_s));
 		connect(chatCommand(), &QLineEdit::textChanged, this, [this](const QString &text) {
 			if (text == u"!one")
 				QMetaObject::invokeMethod(dock(), "clipThat", Qt::QueuedConnection);
@@ -118,7 +122,10 @@ private Q_SLOTS:
 	void letsAPressThroughBetweenTwoEvents()
 	{
 		QString commandAtSave;
-		frontend().onSaveRequest = [this, &commandAtSave] { commandAtSave = chatCommand()->text(); };
+		frontend().onSaveRequest = [this, &commandAtSave] {
+			commandAtSave = chatCommand()->text();
+			helper().open(u"pressed"_s);
+		};
 		pressDuringTheFirstOfTwoEvents();
 		QTRY_COMPARE(chatCommand()->text(), u"!two"_s);
 		QCOMPARE(commandAtSave, u"!one"_s);
@@ -127,7 +134,10 @@ private Q_SLOTS:
 	void losesNoEventWhenTheRunEndsWhileAPressIsHandled()
 	{
 		// As a window of OBS that asks something would do.
-		frontend().onSaveRequest = [this] { QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--chat-get"_s), 10000); };
+		frontend().onSaveRequest = [this] {
+			helper().open(u"pressed"_s);
+			QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--chat-get"_s), 10000);
+		};
 		pressDuringTheFirstOfTwoEvents();
 		QTRY_COMPARE(chatCommand()->text(), u"!two"_s);
 		QCOMPARE(frontend().saveRequests, 1);
