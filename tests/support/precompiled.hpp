@@ -1,11 +1,13 @@
 #pragma once
 
-// What most files include, compiled once. Each file still names what it uses: not every build precompiles.
+// What most tests include, compiled once. Each file still names what it uses: not every build precompiles.
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QJsonArray>
@@ -14,12 +16,17 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSignalSpy>
 #include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -35,3 +42,4 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
