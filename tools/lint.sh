@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# lint.sh [format] [cpp] [shell] [spelling] [FILE...]: runs these checks (all when none is named) on these files (all
-# when none is named) without changing anything. Runs in the build root.
+# lint.sh [format] [includes] [cpp] [shell] [spelling] [FILE...]: runs these checks (all but includes, which is a part of
+# cpp, when none is named) on these files (all when none is named) without changing anything. Runs in the build root.
 set -euo pipefail
 source tools/sources.sh
 
@@ -8,10 +8,10 @@ checks=()
 files=()
 for argument; do
 	case $argument in
-	format | cpp | shell | spelling) checks+=("$argument") ;;
+	format | includes | cpp | shell | spelling) checks+=("$argument") ;;
 	*)
 		if [[ ! -e $argument ]]; then
-			echo "lint: '$argument' is neither a file nor a check; there are: format, cpp, shell, spelling" >&2
+			echo "lint: '$argument' is neither a file nor a check; there are: format, includes, cpp, shell, spelling" >&2
 			exit 2
 		fi
 		file=${argument#"$PWD/"}
@@ -29,6 +29,7 @@ subjects()
 {
 	case $1 in
 	format) cpp_sources ;;
+	includes) cpp_sources | { grep --null-data '^obs-plugin/.*\.cpp$' || true; } ;;
 	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
 	shell) shell_scripts ;;
 	spelling) text_files ;;
@@ -50,8 +51,8 @@ check_format()
 	xargs -0 --no-run-if-empty clang-format --dry-run -Werror
 }
 
-# Sources include what Qt's moc generates.
-check_cpp()
+# clang_tidy [OPTION...]: with the files whose names come in.
+clang_tidy()
 {
 	local source patterns=()
 	while IFS= read -r -d '' source; do
@@ -60,8 +61,20 @@ check_cpp()
 	if ((${#patterns[@]} == 0)); then
 		return
 	fi
+	# Sources include what Qt's moc generates.
 	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
-		-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
+		-extra-arg=-Wno-unknown-warning-option "$@" "${patterns[@]}"
+}
+
+# The other builds compile several files as one, which hides an include that one of them lacks.
+check_includes()
+{
+	clang_tidy -checks='-*,misc-header-include-cycle'
+}
+
+check_cpp()
+{
+	clang_tidy
 }
 
 check_shell()
@@ -90,6 +103,7 @@ run_check()
 {
 	case $1 in
 	format) check_format ;;
+	includes) check_includes ;;
 	cpp) check_cpp ;;
 	shell) check_shell ;;
 	spelling) check_spelling ;;
