@@ -1,49 +1,74 @@
+#include <QPointer>
 #include <QTimer>
 
+#include "clip/account.hpp"
+#include "clip/clip_texts.hpp"
+#include "clip/replay_buffer.hpp"
 #include "clip/replay_profile.hpp"
-#include "dock/kestrune_dock.hpp"
+#include "dock/status_line.hpp"
 #include "module/log.hpp"
 
 #include <obs-frontend-api.h>
 
 #include <chrono>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-bool KestruneDock::ensureReplayBuffer()
+ReplayBuffer::ReplayBuffer(StatusLine &status, const Account &account, std::function<void()> onChanged)
+	: status_(status)
+	, account_(account)
+	, onChanged_(std::move(onChanged))
 {
-	if (obs_frontend_replay_buffer_active())
+}
+
+bool ReplayBuffer::isActive()
+{
+	return obs_frontend_replay_buffer_active();
+}
+
+bool ReplayBuffer::ensureReplayBuffer()
+{
+	if (isActive()) {
 		return true;
+	}
 
 	config_t *profile = obs_frontend_get_profile_config();
 	if (profile && enableReplayBuffer(profile)) {
 		config_save_safe(profile, "tmp", nullptr);
 		moduleLog(LOG_INFO, "enabled Replay Buffer (%d s) in the profile", minimumReplayTime_s);
 	}
-	obs_frontend_replay_buffer_start();
 
-	// OBS starts it in its own time, or not at all until its settings are confirmed: only a later look tells.
-	QTimer::singleShot(1500ms, this, [this] {
-		if (obs_frontend_replay_buffer_active())
-			setStatus(QStringLiteral("Replay Buffer on. Ready to clip."), false);
-		else
-			setStatus(QStringLiteral("Replay Buffer is set up but OBS needs to apply it: "
-						 "open Settings and click OK (or restart OBS once)."),
-				  true);
-	});
+	const QPointer<ReplayBuffer> alive(this);
+	obs_frontend_replay_buffer_start();
+	if (alive) {
+		// OBS starts it asynchronously, or not at all until its settings are confirmed.
+		QTimer::singleShot(1500ms, this, &ReplayBuffer::reportStart);
+	}
 	return false;
 }
 
-void KestruneDock::onReplayBufferStarted()
+void ReplayBuffer::reportStart()
 {
-	updateClipButton();
-	setStatus(linked_ ? QStringLiteral("Ready. Press Clip that or your Kestrune hotkey.")
-			  : QStringLiteral("Replay Buffer on. Connect your account to start clipping."),
-		  false);
+	if (isActive()) {
+		status_.setStatus(u"Replay Buffer on. Ready to clip."_s, false);
+	} else {
+		status_.setStatus(u"Replay Buffer is set up but OBS needs to apply it: "
+				  "open Settings and click OK (or restart OBS once)."_s,
+				  true);
+	}
 }
 
-void KestruneDock::onReplayBufferStopped()
+void ReplayBuffer::onStarted()
 {
-	setStatus(QStringLiteral("Replay Buffer stopped. Start it (Controls → Start Replay Buffer) to clip."), true);
-	updateClipButton();
+	onChanged_();
+	status_.setStatus(account_.isLinked() ? pressClipThatText()
+					      : u"Replay Buffer on. Connect your account to start clipping."_s,
+			  false);
+}
+
+void ReplayBuffer::onStopped()
+{
+	status_.setStatus(u"Replay Buffer stopped. Start it (Controls → Start Replay Buffer) to clip."_s, true);
+	onChanged_();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 class QBoxLayout;
-class QComboBox;
 class QFormLayout;
 class QObject;
 class QString;
@@ -15,6 +14,3 @@ QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &obj
 /// The layout of a section's body: indented a little, so that it reads as belonging to its header.
 QFormLayout *sectionForm(QWidget *body);
 QVBoxLayout *sectionColumn(QWidget *body);
-
-/// Adds a row with an empty choice box to a form that is in a widget.
-QComboBox *addChoiceRow(QFormLayout *form, const QString &label, const QString &objectName);

@@ -1,100 +1,99 @@
-#include <QApplication>
-#include <QComboBox>
-#include <QFormLayout>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "dock/choice_tables.hpp"
-#include "dock/dock_section.hpp"
+#include "chat/chat_section.hpp"
+#include "clip/account.hpp"
+#include "clip/clip_button.hpp"
+#include "clip/clip_flow.hpp"
+#include "clip/helper_status.hpp"
+#include "clip/replay_buffer.hpp"
+#include "dock/choices_section.hpp"
 #include "dock/kestrune_dock.hpp"
-#include "dock/long_text_label.hpp"
+#include "dock/recent_section.hpp"
+#include "dock/status_line.hpp"
+#include "helper/helper_processes.hpp"
 #include "hotkey/clip_hotkey.hpp"
+#include "hotkey/hotkey_section.hpp"
 #include "module/dock_access.hpp"
-#include "update/elevated_process.hpp"
+#include "update/installer.hpp"
+#include "update/update_button.hpp"
+#include "update/updater.hpp"
 
 #include <chrono>
+#include <functional>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-KestruneDock::KestruneDock(QWidget *parent, const std::function<void(QWidget *)> &embed)
-	: QWidget(parent)
-	, installerTimer_(new QTimer(this))
+namespace {
+/// Calls `function` of `part`. While OBS takes the dock there are no parts yet, and a slot that somebody calls then
+/// does nothing.
+template<typename Part, typename Function, typename... Arguments>
+void forward(const std::unique_ptr<Part> &part, Function function, Arguments... arguments)
 {
-	setObjectName(QStringLiteral("KestruneDock"));
-	if (embed)
-		embed(this);
+	if (part) {
+		std::invoke(function, *part, arguments...);
+	}
+}
+} // namespace
+
+KestruneDock::KestruneDock(QWidget *parent, const std::function<bool(QWidget *dock)> &handOver,
+			   std::unique_ptr<HelperRunner> helper)
+	: QWidget(parent)
+	, helper_(std::move(helper))
+{
+	setObjectName(u"KestruneDock"_s);
+	if (handOver && !handOver(this)) {
+		return;
+	}
 
 	auto *mainLayout = new QVBoxLayout(this);
 	mainLayout->setContentsMargins(4, 4, 4, 4);
 	mainLayout->setSpacing(4);
 
 	buildHeader(mainLayout);
-	QVBoxLayout *content = buildScrollArea(mainLayout);
-	buildAccountRow(content);
-	buildClipLength(content);
-	buildStyleSection(content);
-	buildHotkeySection(content);
-	buildChatSection(content);
-	buildRecentSection(content);
-	content->addStretch(1);
-	helpWithoutMouseAndSight();
-
-	installerTimer_->setInterval(500ms);
-	connect(installerTimer_, &QTimer::timeout, this, &KestruneDock::pollInstaller);
-
-	connectWidgets();
+	buildSections(buildScrollArea(mainLayout));
+	buildFlows();
 	startWork();
 }
 
 KestruneDock::~KestruneDock()
 {
 	forgetDock(this);
-	silenceRuns();
 }
 
 void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
 {
-	clipButton_ = new QPushButton(QStringLiteral("Clip that"));
-	clipButton_->setObjectName(QStringLiteral("clipBtn"));
-	clipButton_->setMinimumHeight(38);
-	clipButton_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+	clipButton_ = new ClipButton;
 	mainLayout->addWidget(clipButton_);
-	clipButton_->setStyleSheet(
-		QStringLiteral("QPushButton{font-size:16px;font-weight:700;color:#05060a;border:0;border-radius:7px;"
-			       "background:qlineargradient(x1:0,y1:0,x2:1,y2:0,stop:0 #00f0ff,stop:1 #ff2bd6);}"
-			       "QPushButton:disabled{background:#333;color:#888}"));
+	connect(clipButton_, &ClipButton::clicked, this, &KestruneDock::clipThat);
 
-	status_ = new LongTextLabel;
-	status_->setObjectName(QStringLiteral("status"));
-	status_->setWordWrap(true);
+	status_ = new StatusLine;
 	mainLayout->addWidget(status_);
-	setStatus(QStringLiteral("Starting…"), false);
+	if (!helper_) {
+		helper_ = std::make_unique<HelperProcesses>(
+			this, [this](const QString &failure) { status_->setStatus(failure, true); });
+	}
 
-	updateButton_ = new QPushButton;
-	updateButton_->setObjectName(QStringLiteral("updateBtn"));
-	updateButton_->hide();
-	updateButton_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-	mainLayout->addWidget(updateButton_);
-	setUpdateButtonStyle(false);
-	connect(updateButton_, &QPushButton::clicked, this, &KestruneDock::installUpdate);
+	updateButton_ = std::make_unique<UpdateButton>(
+		mainLayout, *status_,
+		[this](const QString &state, const QString &text) { Q_EMIT updateStateChanged(state, text); },
+		[this] { installUpdate(); });
 }
 
 QVBoxLayout *KestruneDock::buildScrollArea(QVBoxLayout *mainLayout)
 {
 	auto *scrollArea = new QScrollArea(this);
-	scrollArea->setObjectName(QStringLiteral("dockScroll"));
+	scrollArea->setObjectName(u"dockScroll"_s);
+	scrollArea->setAccessibleName(u"Kestrune settings"_s);
 	scrollArea->setWidgetResizable(true);
 	scrollArea->setFrameShape(QFrame::NoFrame);
 	scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 	scrollArea->setMinimumHeight(60);
 
 	auto *contentWidget = new QWidget;
-	contentWidget->setObjectName(QStringLiteral("dockContent"));
+	contentWidget->setObjectName(u"dockContent"_s);
 	auto *content = new QVBoxLayout(contentWidget);
 	content->setContentsMargins(0, 0, 0, 0);
 	content->setSpacing(4);
@@ -105,54 +104,41 @@ QVBoxLayout *KestruneDock::buildScrollArea(QVBoxLayout *mainLayout)
 	return content;
 }
 
-void KestruneDock::buildAccountRow(QVBoxLayout *content)
+void KestruneDock::buildSections(QVBoxLayout *content)
 {
-	auto *row = new QHBoxLayout;
-	row->setSpacing(4);
-	accountLabel_ = new LongTextLabel(QStringLiteral("Not connected"));
-	accountLabel_->setWordWrap(true);
-	row->addWidget(accountLabel_, 1);
-	connectButton_ = new QPushButton(QStringLiteral("Connect account"));
-	row->addWidget(connectButton_, 0);
-	content->addLayout(row);
+	account_ = std::make_unique<Account>(
+		content, *helper_, *status_, [this] { updateClipButton(); }, [this] { refreshStatus(); });
+	choices_ = std::make_unique<ChoicesSection>(content, this, *helper_);
+	hotkey_ = std::make_unique<HotkeySection>(content, this, *status_);
+	chat_ = std::make_unique<ChatSection>(content, this, *helper_, *account_,
+					      [this](const QString &name) { clips_->clipFromChat(name); });
+	recent_ = std::make_unique<RecentSection>(content, this, *helper_);
+	content->addStretch(1);
 }
 
-void KestruneDock::buildClipLength(QVBoxLayout *content)
+void KestruneDock::buildFlows()
 {
-	auto *form = new QFormLayout;
-	form->setContentsMargins(0, 0, 0, 0);
-	form->setVerticalSpacing(3);
-	content->addLayout(form);
-
-	secondsBox_ = addChoiceRow(form, QStringLiteral("Clip length"), QStringLiteral("seconds"));
-}
-
-void KestruneDock::connectWidgets()
-{
-	connect(connectButton_, &QPushButton::clicked, this, &KestruneDock::connectAccount);
-	connect(clipButton_, &QPushButton::clicked, this, &KestruneDock::clipThat);
-	connect(openFolderButton_, &QPushButton::clicked, this, &KestruneDock::openFolder);
-	connect(recentList_, &QListWidget::itemDoubleClicked, this, &KestruneDock::openClip);
-
-	// "activated" comes from the user alone: entries that code fills or selects are neither saved nor previewed.
-	for (const QComboBox *box : {secondsBox_, layoutBox_, styleBox_, fontBox_, positionBox_})
-		connect(box, &QComboBox::activated, this, &KestruneDock::savePrefs);
-	for (const QComboBox *box : {layoutBox_, styleBox_, fontBox_, positionBox_})
-		connect(box, &QComboBox::activated, this, &KestruneDock::onChoiceChanged);
+	installer_ = std::make_unique<Installer>(this, *updateButton_);
+	updater_ = std::make_unique<Updater>(*helper_, *updateButton_, *installer_);
+	replayBuffer_ = std::make_unique<ReplayBuffer>(*status_, *account_, [this] { updateClipButton(); });
+	clips_ = std::make_unique<ClipFlow>(*clipButton_, *helper_, *status_, *account_, *replayBuffer_,
+					    ClipFlow::Dock{.choices = [this] { return choices_->choices(); },
+							   .refreshStatus = [this] { refreshStatus(); },
+							   .refreshRecent = [this] { refreshRecent(); }});
+	helperStatus_ = std::make_unique<HelperStatus>(*helper_,
+						       HelperStatus::Subjects{.status = *status_,
+									      .account = *account_,
+									      .choices = *choices_,
+									      .chat = *chat_,
+									      .replayBuffer = *replayBuffer_},
+						       [this] { updateClipButton(); });
 }
 
 void KestruneDock::startWork()
 {
-	// With its first entry, at the latest with its first polish, a box gets the list that pops up from it: nine
-	// widgets that Qt matches against the application's style sheet. Under OBS's theme that takes as long as the
-	// rest of the dock, so it is left to the events that OBS runs once all modules are loaded, before it shows its
-	// window.
-	if (qApp->styleSheet().isEmpty())
-		startChoices();
-	else
-		QMetaObject::invokeMethod(this, &KestruneDock::startChoices, Qt::QueuedConnection);
-
-	previewTimer_->start(2500ms);
+	choices_->loadPrefs();
+	decorateChoices();
+	choices_->startFirstPreview();
 	loadHotkeyFromSettings();
 	refreshHotkeyUi();
 	updateClipButton();
@@ -170,24 +156,117 @@ void KestruneDock::startWork()
 	updateTimer->start(6h);
 }
 
-void KestruneDock::startChoices()
+bool KestruneDock::eventFilter(QObject *watched, QEvent *event)
 {
-	for (const int length_s : clipLengths_s)
-		secondsBox_->addItem(QStringLiteral("Last %1 s").arg(length_s), length_s);
-	secondsBox_->setCurrentIndex(secondsBox_->findData(defaultClipLength_s));
-	fillChoices(layoutBox_, layoutTable);
-	fillChoices(styleBox_, styleTable);
-	fillChoices(fontBox_, fontTable);
-	fillChoices(positionBox_, positionTable);
-	loadPrefs();
-	decorateChoices();
+	return (hotkey_ && hotkey_->filterEvent(watched, event)) || QWidget::eventFilter(watched, event);
 }
 
-void KestruneDock::setStatus(const QString &text, bool error)
+void KestruneDock::onReplaySaved()
 {
-	status_->setText(text);
-	const QString style = error ? QStringLiteral("color:#ff6b81") : QStringLiteral("color:#8a90a6");
-	// Qt takes its time over a style sheet even when it is the one that is set.
-	if (status_->styleSheet() != style)
-		status_->setStyleSheet(style);
+	forward(clips_, &ClipFlow::onReplaySaved);
+}
+
+void KestruneDock::onReplayBufferStarted()
+{
+	forward(replayBuffer_, &ReplayBuffer::onStarted);
+}
+
+void KestruneDock::onReplayBufferStopped()
+{
+	forward(replayBuffer_, &ReplayBuffer::onStopped);
+}
+
+void KestruneDock::clipThat()
+{
+	forward(clips_, &ClipFlow::clipThat);
+}
+
+void KestruneDock::refreshStatus()
+{
+	forward(helperStatus_, &HelperStatus::refreshStatus);
+}
+
+void KestruneDock::refreshRecent()
+{
+	forward(recent_, &RecentSection::refreshRecent);
+}
+
+void KestruneDock::updateClipButton()
+{
+	forward(clips_, &ClipFlow::updateClipButton);
+}
+
+void KestruneDock::checkUpdate()
+{
+	forward(updater_, &Updater::checkUpdate);
+}
+
+void KestruneDock::installUpdate()
+{
+	forward(updater_, &Updater::installUpdate);
+}
+
+void KestruneDock::startHotkeyCapture()
+{
+	forward(hotkey_, &HotkeySection::startHotkeyCapture);
+}
+
+void KestruneDock::refreshPreview()
+{
+	forward(choices_, &ChoicesSection::refreshPreview);
+}
+
+void KestruneDock::loadChat()
+{
+	forward(chat_, &ChatSection::loadChat);
+}
+
+void KestruneDock::saveChat()
+{
+	forward(chat_, &ChatSection::saveChat);
+}
+
+void KestruneDock::pollTriggers()
+{
+	forward(chat_, &ChatSection::pollTriggers);
+}
+
+void KestruneDock::decorateChoices()
+{
+	forward(choices_, &ChoicesSection::decorateChoices);
+}
+
+void KestruneDock::refreshHotkeyUi()
+{
+	forward(hotkey_, &HotkeySection::refreshHotkeyUi);
+}
+
+void KestruneDock::runInstaller(const QString &installerPath)
+{
+	forward(installer_, &Installer::runInstaller, installerPath);
+}
+
+void KestruneDock::installerFinished(int exitCode)
+{
+	forward(installer_, &Installer::installerFinished, exitCode);
+}
+
+void KestruneDock::pollInstaller()
+{
+	forward(installer_, &Installer::pollInstaller);
+}
+
+void KestruneDock::connectAccount()
+{
+	forward(account_, &Account::connectAccount);
+}
+
+void KestruneDock::openFolder()
+{
+	forward(recent_, &RecentSection::openFolder);
+}
+
+void KestruneDock::savePrefs()
+{
+	forward(choices_, &ChoicesSection::savePrefs);
 }

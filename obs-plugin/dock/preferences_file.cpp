@@ -10,8 +10,6 @@
 #include <util/platform.h>
 #include <util/util.hpp>
 
-#include <optional>
-
 namespace {
 constexpr const char *temporarySuffix = "tmp";
 constexpr const char *backupSuffix = "bak";
@@ -25,6 +23,16 @@ std::optional<QJsonObject> membersOf(const QString &path)
 		return std::nullopt;
 	const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
 	return document.isObject() ? std::optional(document.object()) : std::nullopt;
+}
+
+QString stringOf(obs_data_t *data, const char *key)
+{
+	return QString::fromUtf8(obs_data_get_string(data, key));
+}
+
+void setString(obs_data_t *data, const char *key, const QString &value)
+{
+	obs_data_set_string(data, key, value.toUtf8().constData());
 }
 } // namespace
 
@@ -70,4 +78,30 @@ void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
 	const QByteArray json = QJsonDocument(*members).toJson();
 	os_quick_write_utf8_file_safe(path.toUtf8().constData(), json.constData(), static_cast<size_t>(json.size()),
 				      false, temporarySuffix, backupSuffix);
+}
+
+std::optional<ClipChoices> storedChoices()
+{
+	const OBSDataAutoRelease preferences = readPreferences();
+	if (!preferences) {
+		return std::nullopt;
+	}
+
+	// A file by hand may hold any number: only its low 32 bits count.
+	return ClipChoices{.length_s = static_cast<int>(obs_data_get_int(preferences, "seconds")),
+			   .layout = stringOf(preferences, "layout"),
+			   .style = stringOf(preferences, "style"),
+			   .font = stringOf(preferences, "font"),
+			   .captionPosition = stringOf(preferences, "caption_position")};
+}
+
+void storeChoices(const ClipChoices &choices)
+{
+	updatePreferences([&choices](obs_data_t *preferences) {
+		obs_data_set_int(preferences, "seconds", choices.length_s);
+		setString(preferences, "layout", choices.layout);
+		setString(preferences, "style", choices.style);
+		setString(preferences, "font", choices.font);
+		setString(preferences, "caption_position", choices.captionPosition);
+	});
 }

@@ -1,6 +1,6 @@
 #include "dock/preferences_file.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/hotkey_text.hpp"
+#include "hotkey/combination_text.hpp"
 #include "module/dock_access.hpp"
 
 namespace {

@@ -1,16 +1,18 @@
-#include "dock/kestrune_dock.hpp"
+#include <QMetaObject>
+#include <QMutex>
+#include <QObject>
+
 #include "module/dock_access.hpp"
 
-#include <mutex>
-
 namespace {
-std::mutex dockMutex;
-KestruneDock *dock = nullptr;
+// Not a std::mutex: one that a new MSVC toolset has compiled crashes with the runtime library of an older one.
+QMutex dockMutex;
+QObject *dock = nullptr;
 } // namespace
 
-KestruneDock *currentDock()
+QObject *currentDock()
 {
-	const std::lock_guard lock(dockMutex);
+	const QMutexLocker lock(&dockMutex);
 	return dock;
 }
 
@@ -19,26 +21,29 @@ bool dockExists()
 	return currentDock() != nullptr;
 }
 
-void setCurrentDock(KestruneDock *newDock)
+void setCurrentDock(QObject *newDock)
 {
-	const std::lock_guard lock(dockMutex);
+	const QMutexLocker lock(&dockMutex);
 	dock = newDock;
 }
 
-void forgetDock(const KestruneDock *destroyed)
+void forgetDock(const QObject *destroyed)
 {
-	const std::lock_guard lock(dockMutex);
-	if (dock == destroyed)
+	const QMutexLocker lock(&dockMutex);
+	if (dock == destroyed) {
 		dock = nullptr;
+	}
 }
 
 bool invokeDockSlot(const char *name)
 {
 	// A queued call only posts an event, so nothing of the dock runs while the lock is held.
-	const std::lock_guard lock(dockMutex);
-	if (!dock)
+	const QMutexLocker lock(&dockMutex);
+	if (!dock) {
 		return false;
+	}
 
-	QMetaObject::invokeMethod(dock, name, Qt::QueuedConnection);
+	[[maybe_unused]] const bool queued = QMetaObject::invokeMethod(dock, name, Qt::QueuedConnection);
+	Q_ASSERT_X(queued, name, "the dock has no such slot");
 	return true;
 }

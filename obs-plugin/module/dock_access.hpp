@@ -1,6 +1,6 @@
 #pragma once
 
-class KestruneDock;
+class QObject;
 
 // The one pointer to the dock, and how code outside the dock reaches it. OBS destroys the dock before it unloads the
 // module, and hotkeys and remote requests come in on threads of their own, so the pointer is only ever used under a
@@ -8,16 +8,16 @@ class KestruneDock;
 
 /// The dock, or null before load, after a refused dock, after its destruction and after unload. User-interface thread
 /// only, where the dock cannot go away in between.
-KestruneDock *currentDock();
+QObject *currentDock();
 
 /// Whether there is a dock. Any thread; the answer may be out of date at once.
 bool dockExists();
 
 /// Makes `newDock` (may be null) the current dock. User-interface thread.
-void setCurrentDock(KestruneDock *newDock);
+void setCurrentDock(QObject *newDock);
 
 /// Forgets the dock if it is `destroyed`; called by a dock that is on its way out. User-interface thread.
-void forgetDock(const KestruneDock *destroyed);
+void forgetDock(const QObject *destroyed);
 
 /// Queues a call of the dock's slot `name` (no arguments) on the dock's thread; does nothing without a dock. Answers
 /// whether there was a dock to queue it to. Any thread.

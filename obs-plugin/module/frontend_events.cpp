@@ -4,9 +4,10 @@
 
 void onFrontendEvent(enum obs_frontend_event event, void *)
 {
-	KestruneDock *dock = currentDock();
-	if (!dock)
+	auto *dock = qobject_cast<KestruneDock *>(currentDock());
+	if (!dock) {
 		return;
+	}
 
 	switch (event) {
 	case OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED:

@@ -72,11 +72,15 @@ MODULE_EXPORT bool obs_module_load()
 {
 	registerClipHotkey();
 
+	// OBS gets the dock while it is empty: it moves a new dock twice, and Qt applies OBS's theme to everything in
+	// it each time, which takes longer than all the rest.
 	bool added = false;
 	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()), [&added](QWidget *empty) {
 		added = obs_frontend_add_dock_by_id("kestrune", "Kestrune", empty);
+		return added;
 	});
 	if (!added) {
+		// The hotkey stays registered, so that its bindings are kept until the dock can be added again.
 		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
 		delete dock;
 		return false;

@@ -1,6 +1,6 @@
 #include <QString>
 
-#include "hotkey/hotkey_text.hpp"
+#include "hotkey/combination_text.hpp"
 #include "module/dock_access.hpp"
 #include "module/log.hpp"
 #include "module/websocket_vendor.hpp"

@@ -2,85 +2,103 @@
 #include <QProcess>
 #include <QTimer>
 
-#include "dock/kestrune_dock.hpp"
 #include "helper/hidden_process.hpp"
 #include "update/elevated_process.hpp"
-#include "update/installer_limit.hpp"
+#include "update/installer.hpp"
 #include "update/manifest.hpp"
+#include "update/update_button.hpp"
 #include "update/update_texts.hpp"
 
-void KestruneDock::runInstaller(const QString &installerPath)
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+Installer::Installer(QObject *dock, UpdateButton &button)
+	: dock_(dock)
+	, button_(button)
+	, timer_(new QTimer(dock))
 {
-	setUpdateState(QStringLiteral("installing"), installingText(latestVersion_));
-	installStarted_.start();
+	timer_->setInterval(500ms);
+	connect(timer_, &QTimer::timeout, this, &Installer::pollInstaller);
+}
+
+Installer::~Installer() = default;
+
+void Installer::runInstaller(const QString &installerPath)
+{
+	button_.setUpdateState(UpdateState::Installing, installingText(button_.latestVersion()));
+	started_.start();
 
 	const QString runner = qEnvironmentVariable("KESTRUNE_UPDATE_RUNNER");
-	if (runner.isEmpty())
+	if (runner.isEmpty()) {
 		startElevatedInstaller(installerPath);
-	else
+	} else {
 		startUpdateRunner(runner, installerPath);
+	}
 }
 
-void KestruneDock::startElevatedInstaller(const QString &installerPath)
+void Installer::startElevatedInstaller(const QString &installerPath)
 {
-	// The prompt is the system's, and the wait for its answer may let anything happen, even the end of the dock.
-	const QPointer<KestruneDock> self(this);
-	ElevatedStart start = startElevated(
-		installerPath, QStringLiteral("/VERYSILENT /SUPPRESSMSGBOXES /NORESTART /NOCLOSEAPPLICATIONS /SP-"));
-	if (!self)
+	const QPointer<Installer> alive(this);
+	ElevatedStart start =
+		startElevated(installerPath, u"/VERYSILENT /SUPPRESSMSGBOXES /NORESTART /NOCLOSEAPPLICATIONS /SP-"_s);
+	if (!alive) {
 		return;
+	}
 	if (!start.process) {
-		setUpdateState(QStringLiteral("error"), installerStartFailedText(start.error));
+		button_.setUpdateState(UpdateState::Error, installerStartFailedText(start.error));
 		return;
 	}
-	installer_ = std::move(start.process);
-	installerTimer_->start();
+	process_ = std::move(start.process);
+	timer_->start();
 }
 
-void KestruneDock::pollInstaller()
+void Installer::pollInstaller()
 {
-	if (!installer_) {
-		installerTimer_->stop();
+	if (!process_) {
+		timer_->stop();
 		return;
 	}
 
-	if (const std::optional<int> exitCode = installer_->exitCode()) {
-		installer_.reset();
-		installerTimer_->stop();
+	if (const std::optional<int> exitCode = process_->exitCode()) {
+		process_.reset();
+		timer_->stop();
 		installerFinished(*exitCode);
-	} else if (installerTookTooLong(installStarted_.elapsed())) {
-		installerTimer_->stop();
-		installer_.reset(); // the installer itself may still finish
-		setUpdateState(QStringLiteral("error"), installerTimedOutText());
+	} else if (installerTookTooLong(started_.elapsed())) {
+		timer_->stop();
+		process_.reset(); // the installer itself may still finish
+		button_.setUpdateState(UpdateState::Error, installerTimedOutText());
 	}
 }
 
-void KestruneDock::startUpdateRunner(const QString &runner, const QString &installerPath)
+void Installer::startUpdateRunner(const QString &runner, const QString &installerPath)
 {
-	QProcess *process = hiddenProcess(this);
+	QProcess *process = hiddenProcess(dock_);
 	connect(process, &QProcess::finished, this, [this, process](int exitCode, QProcess::ExitStatus exitStatus) {
 		process->deleteLater();
 		installerFinished(exitStatus == QProcess::CrashExit ? -1 : exitCode);
 	});
 	connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
-		if (error != QProcess::FailedToStart)
-			return;
-		process->deleteLater();
-		setUpdateState(QStringLiteral("error"), updateRunnerStartFailedText());
+		if (error == QProcess::FailedToStart) {
+			process->deleteLater();
+			button_.setUpdateState(UpdateState::Error, updateRunnerStartFailedText());
+		}
 	});
 	process->start(runner, {installerPath}, QIODevice::ReadWrite);
 }
 
-void KestruneDock::installerFinished(int exitCode)
+void Installer::installerFinished(int exitCode)
 {
 	if (exitCode != 0) {
-		setUpdateState(QStringLiteral("error"), installerFailedText(exitCode));
+		button_.setUpdateState(UpdateState::Error, installerFailedText(exitCode));
 		return;
 	}
 
 	const QString installed = installedVersion();
-	if (!installed.isEmpty() && installed == latestVersion_)
-		setUpdateState(QStringLiteral("done"), installedText(latestVersion_));
-	else
-		setUpdateState(QStringLiteral("error"), stillInstalledText(installed));
+	if (!installed.isEmpty() && installed == button_.latestVersion()) {
+		button_.setUpdateState(UpdateState::Done, installedText(installed));
+	} else {
+		button_.setUpdateState(UpdateState::Error, stillInstalledText(installed));
+	}
 }

@@ -7,7 +7,7 @@
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/hotkey_conflicts.hpp"
-#include "hotkey/hotkey_text.hpp"
+#include "hotkey/combination_text.hpp"
 
 #include <vector>
 

@@ -3,10 +3,11 @@
 #include <QListWidget>
 #include <QPushButton>
 
-#include "answered_runs.hpp"
+#include "dock/kestrune_dock.hpp"
 #include "dock/shown_text.hpp"
 #include "frontend/frontend.hpp"
 #include "host.hpp"
+#include "host/fake_runner.hpp"
 #include "host/opened_urls.hpp"
 
 #include <array>
@@ -37,16 +38,17 @@ constexpr std::array commands{
 void answerNewestRun(const ShownDock &dock, const Command &command, const QByteArray &output, bool ends)
 {
 	const QString name = QString::fromLatin1(command.name);
-	if (!runInFlight(name)) {
+	FakeRunner &helper = dock.helper();
+	if (!helper.runInFlight(name)) {
 		dock.invoke(command.slot);
 		dock->onReplaySaved();
 	}
-	const std::shared_ptr<AnsweredRun> run = runInFlight(name);
+	const std::shared_ptr<FakeRunner::Run> run = helper.runInFlight(name);
 	if (!run)
 		return; // not now, says the dock
-	answer(*run, output + '\n');
+	FakeRunner::answer(*run, output + '\n');
 	if (ends)
-		end(run, 0);
+		helper.end(run, 0);
 }
 
 void openEverything(const ShownDock &dock)

@@ -3,10 +3,10 @@
 #include <QFile>
 #include <QToolButton>
 
-#include "answered_runs.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "frontend/frontend.hpp"
 #include "host.hpp"
+#include "host/fake_runner.hpp"
 #include "host/obs_session.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "module/dock_access.hpp"
@@ -20,6 +20,7 @@
 
 #include <array>
 #include <cstdio>
+#include <memory>
 
 namespace {
 // Left alone when a fuzzer exits, which is in the middle of everything: then Qt would be taken down in the wrong order.
@@ -63,9 +64,6 @@ void startHost()
 	static std::array<char *, 2> arguments{name.data(), nullptr};
 	static int count = 1;
 	application = new QApplication(count, arguments.data());
-	// Only asked whether it exists: no helper is ever started.
-	qputenv("KESTRUNE_HELPER", QCoreApplication::applicationFilePath().toUtf8());
-
 	session = new ObsSession;
 	base_set_log_handler([](int, const char *, va_list, void *) {}, nullptr);
 	QDir().mkpath(configFolder());
@@ -121,7 +119,9 @@ ShownDock::ShownDock()
 {
 	frontend() = {};
 	frontend().mainWindow = &window_;
-	dock_ = new KestruneDock(&window_);
+	auto helper = std::make_unique<FakeRunner>();
+	helper_ = helper.get();
+	dock_ = new KestruneDock(&window_, {}, std::move(helper));
 	setCurrentDock(dock_);
 	window_.setCentralWidget(dock_);
 	for (QToolButton *toggle : dock_->findChildren<QToolButton *>())

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
+class FakeRunner;
 class KestruneDock;
 
 // What the fuzz targets share. Each target is one file with an LLVMFuzzerTestOneInput; libFuzzer calls it, or
@@ -45,10 +46,13 @@ public:
 	Q_DISABLE_COPY_MOVE(ShownDock)
 
 	KestruneDock *operator->() const { return dock_; }
+	/// The dock's helper runs.
+	FakeRunner &helper() const { return *helper_; }
 	/// Calls a slot by name.
 	void invoke(const char *slot) const;
 
 private:
 	QMainWindow window_{};
+	FakeRunner *helper_{nullptr};
 	KestruneDock *dock_{nullptr};
 };

@@ -1,12 +1,11 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 
-#include "answered_runs.hpp"
 #include "frontend/frontend.hpp"
 #include "host.hpp"
 #include "host/fake_websocket.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/hotkey_text.hpp"
+#include "hotkey/combination_text.hpp"
 #include "module/websocket_vendor.hpp"
 
 #include <optional>

@@ -36,6 +36,8 @@ bool obs_frontend_add_dock_by_id(const char *id, const char *title, void *widget
 {
 	auto *dock = static_cast<QWidget *>(widget);
 	frontend().docks.push_back({QString::fromUtf8(id), QString::fromUtf8(title), dock, dock->parent()});
+	if (frontend().onDockOffered)
+		frontend().onDockOffered(dock);
 	if (!frontend().acceptsDocks)
 		return false;
 
@@ -76,6 +78,8 @@ void obs_frontend_replay_buffer_start()
 	++frontend().startRequests;
 	if (frontend().replayBufferStarts)
 		frontend().replayBufferActive = true;
+	if (frontend().onStartRequest)
+		frontend().onStartRequest();
 }
 
 void obs_frontend_replay_buffer_save()

@@ -37,7 +37,11 @@ struct Frontend {
 	std::vector<Dock> docks{};
 	std::vector<std::pair<obs_frontend_event_cb, void *>> eventCallbacks{};
 	std::vector<std::pair<obs_frontend_save_cb, void *>> saveCallbacks{};
+	/// Called when a dock is offered, before the answer, when set.
+	std::function<void(QWidget *dock)> onDockOffered{};
 	int startRequests{0};
+	/// Called at each of them, when set: OBS may show a message box then.
+	std::function<void()> onStartRequest{};
 	int saveRequests{0};
 	/// Called at each of them, when set.
 	std::function<void()> onSaveRequest{};

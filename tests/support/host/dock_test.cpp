@@ -52,18 +52,11 @@ void DockTest::destroyMainWindow()
 	frontend().mainWindow = nullptr;
 }
 
-bool DockTest::loadModule()
+bool DockTest::load()
 {
 	const QByteArray data = scratch_->path().toUtf8();
 	return obs_open_module(&module_, KESTRUNE_MODULE, data.constData()) == MODULE_SUCCESS &&
 	       obs_init_module(module_);
-}
-
-bool DockTest::load()
-{
-	const bool loaded = loadModule();
-	QCoreApplication::sendPostedEvents();
-	return loaded;
 }
 
 bool DockTest::loadReady()

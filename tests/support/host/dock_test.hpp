@@ -32,8 +32,6 @@ class DockTest : public QObject {
 
 protected:
 	/// Loads the module; false when it refuses.
-	bool loadModule();
-	/// The same, and what was queued meanwhile, which OBS runs before it shows its window.
 	bool load();
 	/// Loads the module with a linked account ("ana") and a running Replay Buffer, ready to clip. From then on the
 	/// helper leaves status queries unanswered, so that the dock's own first one does not get in the way.

@@ -6,6 +6,14 @@
 
 #include <optional>
 
+// OBS's modifier bits, by their short names.
+inline constexpr uint32_t controlKey = INTERACT_CONTROL_KEY;
+inline constexpr uint32_t shiftKey = INTERACT_SHIFT_KEY;
+inline constexpr uint32_t altKey = INTERACT_ALT_KEY;
+inline constexpr uint32_t commandKey = INTERACT_COMMAND_KEY;
+
+Q_DECLARE_METATYPE(obs_key_t)
+
 struct HotkeyInfo {
 	obs_hotkey_id id{OBS_INVALID_HOTKEY_ID};
 	QString description{};

@@ -1,4 +1,5 @@
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QLabel>
 #include <QPushButton>
 
@@ -47,6 +48,35 @@ private Q_SLOTS:
 			config_close(frontend().profile);
 		frontend().profile = nullptr;
 		DockTest::cleanup();
+	}
+
+	void theDockMayGoWhileObsStartsIt_data()
+	{
+		QTest::addColumn<QByteArray>("slot");
+		QTest::newRow("asked by the user") << QByteArray("clipThat");
+		QTest::newRow("asked in the chat") << QByteArray("pollTriggers");
+		QTest::newRow("after a status") << QByteArray("refreshStatus");
+	}
+	void theDockMayGoWhileObsStartsIt()
+	{
+		QFETCH(QByteArray, slot);
+		helper().on(
+			u"--chat-get"_s,
+			HelperScript().event({{u"event"_s, u"chat"_s}, {u"enabled"_s, true}, {u"granted"_s, true}}));
+		helper().on(u"--poll-triggers"_s,
+			    HelperScript().event({{u"event"_s, u"triggers"_s},
+						  {u"triggers"_s, QJsonArray{QJsonObject{{u"by"_s, u"mod"_s}}}}}));
+		QVERIFY(loadReady());
+		QTRY_VERIFY(label(u"On: mods can type <b></b> (0 used this stream)."_s));
+		frontend().replayBufferActive = false;
+		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
+
+		// A message box of OBS, in which the user ends OBS.
+		frontend().onStartRequest = [this] { destroyMainWindow(); };
+		invoke(slot.constData());
+		QTRY_VERIFY(!dock());
+		QCOMPARE(frontend().startRequests, 1);
+		QTest::qWait(100);
 	}
 
 	void switchesItOnInTheProfileAndSaves()

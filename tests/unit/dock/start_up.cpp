@@ -1,38 +1,7 @@
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QMap>
 
 #include "host/dock_test.hpp"
-
-#include <algorithm>
-
-namespace {
-/// Counts the choice boxes that Qt polishes in one event of its queue, while it lives.
-class PolishedBoxes : public QObject {
-public:
-	PolishedBoxes() { qApp->installEventFilter(this); }
-
-	int inOneEvent() const { return most_; }
-	int all() const { return all_; }
-
-private:
-	bool eventFilter(QObject *receiver, QEvent *event) override
-	{
-		if (event->type() == QEvent::PolishRequest)
-			inThisEvent_ = 0;
-		if (event->type() == QEvent::Polish && qobject_cast<QComboBox *>(receiver)) {
-			++all_;
-			most_ = std::max(most_, ++inThisEvent_);
-		}
-		return false;
-	}
-
-	// Qt calls the filter of a counter that the test holds as const.
-	mutable int inThisEvent_ = 0;
-	mutable int most_ = 0;
-	mutable int all_ = 0;
-};
-} // namespace
 
 /// What the dock does by itself after it was built, in real time.
 class StartUpTest : public DockTest {
@@ -68,14 +37,6 @@ private Q_SLOTS:
 			 qPrintable(QString::number(firstSeen_ms[u"--check-update"_s])));
 		for (const QString &command : commands)
 			QCOMPARE(helper().count(command), 1);
-	}
-
-	void polishesOneChoiceBoxInAnEvent()
-	{
-		const PolishedBoxes polished;
-		QVERIFY(load());
-		QTRY_COMPARE(polished.all(), 5);
-		QCOMPARE(polished.inOneEvent(), 1);
 	}
 
 	void aDockThatGoesFirstAsksNothing()

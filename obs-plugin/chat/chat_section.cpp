@@ -1,0 +1,149 @@
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+
+#include "chat/chat_section.hpp"
+#include "chat/chat_texts.hpp"
+#include "clip/account.hpp"
+#include "dock/dock_section.hpp"
+#include "helper/helper_runner.hpp"
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+constexpr int defaultCooldown_s = 30;
+constexpr int defaultCap = 10;
+
+QSpinBox *newSpinBox(int smallest, int largest, int value)
+{
+	auto *box = new QSpinBox;
+	box->setRange(smallest, largest);
+	box->setValue(value);
+	return box;
+}
+} // namespace
+
+ChatSection::ChatSection(QBoxLayout *content, QObject *dock, HelperRunner &helper, const Account &account,
+			 std::function<void(const QString &name)> onTrigger)
+	: helper_(helper)
+	, account_(account)
+	, onTrigger_(std::move(onTrigger))
+{
+	buildForm(sectionForm(addSection(content, u"Twitch chat command (mods + you)"_s, u"chatBox"_s, dock)));
+
+	triggerTimer_ = new QTimer(dock);
+	connect(triggerTimer_, &QTimer::timeout, this, &ChatSection::pollTriggers);
+}
+
+void ChatSection::buildForm(QFormLayout *form)
+{
+	enabled_ = new QCheckBox(u"Enabled"_s);
+	command_ = new QLineEdit(u"!rune"_s);
+	command_->setToolTip(u"Don't use !clip: Twitch, Nightbot and StreamElements already use it."_s);
+	cooldown_ = newSpinBox(10, 3600, defaultCooldown_s);
+	cooldown_->setSuffix(u" s"_s);
+	cap_ = newSpinBox(0, 100, defaultCap);
+	cap_->setSpecialValueText(u"No cap"_s);
+	auto *saveButton = new QPushButton(u"Save chat settings"_s);
+	state_ = new QLabel(u"Off. Connect your Twitch-linked account to use it."_s);
+	state_->setWordWrap(true);
+	state_->setOpenExternalLinks(true);
+	state_->setTextFormat(Qt::RichText);
+	state_->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+	state_->setFocusPolicy(Qt::NoFocus); // until there is a link
+
+	form->addRow(enabled_);
+	form->addRow(u"Command"_s, command_);
+	form->addRow(u"Cooldown"_s, cooldown_);
+	form->addRow(u"Max per stream"_s, cap_);
+	form->addRow(saveButton);
+	form->addRow(state_);
+	connect(saveButton, &QPushButton::clicked, this, &ChatSection::saveChat);
+}
+
+void ChatSection::loadChat()
+{
+	if (account_.isLinked()) {
+		helper_.runHelper({u"--chat-get"_s}, [this](const QJsonObject &event) { onChatEvent(event); });
+	}
+}
+
+void ChatSection::saveChat()
+{
+	const QString settings =
+		chatSettingsJson(enabled_->isChecked(), command_->text(), cooldown_->value(), cap_->value());
+	showChatState(u"Saving…"_s);
+	helper_.runHelper({u"--chat-set"_s, settings}, [this](const QJsonObject &event) { onChatEvent(event); });
+}
+
+void ChatSection::onChatEvent(const QJsonObject &event)
+{
+	if (event[u"event"].toString() == u"chat") {
+		renderChatState(event);
+	}
+}
+
+void ChatSection::renderChatState(const QJsonObject &chat)
+{
+	// An answer without settings, a mere failure for example, leaves what the user typed alone.
+	if (chat.contains(u"command")) {
+		enabled_->setChecked(chat[u"enabled"].toBool());
+		command_->setText(chat[u"command"].toString());
+		cooldown_->setValue(chat[u"cooldown_s"].toInt(defaultCooldown_s));
+		cap_->setValue(chat[u"per_stream_cap"].toInt(defaultCap));
+	}
+
+	active_ = chatGranted(chat);
+	showChatState(chatStateText(chat));
+	if (active_ && account_.isLinked()) {
+		triggerTimer_->start(5s);
+	} else {
+		triggerTimer_->stop();
+	}
+}
+
+void ChatSection::showChatState(const QString &text)
+{
+	state_->setText(text);
+	// Tab stops here only when there is a link to follow; a failure's text is escaped and holds none.
+	const bool hasLink = text.contains(u"<a ");
+	state_->setFocusPolicy(hasLink ? Qt::StrongFocus : Qt::NoFocus);
+	if (!hasLink) {
+		state_->clearFocus();
+	}
+}
+
+void ChatSection::pollTriggers()
+{
+	if (pollInFlight_ || !active_) {
+		return;
+	}
+
+	// With no helper the run never ends, and polling stays off until OBS is restarted: else a helper that was
+	// removed would be reported as missing every five seconds.
+	pollInFlight_ = true;
+	helper_.runHelper(
+		{u"--poll-triggers"_s}, [this](const QJsonObject &event) { onTriggersEvent(event); },
+		[this](int) { pollInFlight_ = false; });
+}
+
+void ChatSection::onTriggersEvent(const QJsonObject &event) const
+{
+	if (event[u"event"].toString() != u"triggers") {
+		return;
+	}
+	const QJsonArray triggers = event[u"triggers"].toArray();
+	if (!triggers.isEmpty()) {
+		// One answer makes one clip, however many asked for it.
+		onTrigger_(triggers.last()[u"by"].toString());
+	}
+}

@@ -1,0 +1,42 @@
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "chat/chat_texts.hpp"
+#include "dock/shown_text.hpp"
+
+using namespace Qt::StringLiterals;
+
+bool chatGranted(const QJsonObject &chat)
+{
+	return chat[u"enabled"].toBool() && chat[u"granted"].toBool();
+}
+
+QString chatStateText(const QJsonObject &chat)
+{
+	const QString error = chat[u"error"].toString();
+	if (!error.isEmpty())
+		return shownText(error).toHtmlEscaped();
+	if (!chat[u"enabled"].toBool())
+		return QStringLiteral("Off.");
+	if (!chat[u"granted"].toBool())
+		return QStringLiteral("One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
+				      "It switches on by itself afterwards.")
+			.arg(shownText(chat[u"consent_url"].toString()).toHtmlEscaped());
+	return QStringLiteral("On: mods can type <b>%1</b> (%2 used this stream).")
+		.arg(shownText(chat[u"command"].toString()).toHtmlEscaped(),
+		     QString::number(chat[u"stream_count"].toInt()));
+}
+
+QString chatSettingsJson(bool enabled, const QString &command, int cooldown_s, int perStreamCap)
+{
+	const QJsonObject settings{{QStringLiteral("enabled"), enabled},
+				   {QStringLiteral("command"), command.trimmed()},
+				   {QStringLiteral("cooldown_s"), cooldown_s},
+				   {QStringLiteral("per_stream_cap"), perStreamCap}};
+	return QString::fromUtf8(QJsonDocument(settings).toJson(QJsonDocument::Compact));
+}
+
+QString clippedFromChatText(const QString &name)
+{
+	return u"Clipped from chat by @%1."_s.arg(name);
+}

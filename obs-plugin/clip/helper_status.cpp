@@ -1,0 +1,58 @@
+#include <QJsonObject>
+#include <QPointer>
+
+#include "chat/chat_section.hpp"
+#include "clip/account.hpp"
+#include "clip/clip_texts.hpp"
+#include "clip/helper_status.hpp"
+#include "clip/replay_buffer.hpp"
+#include "dock/choices_section.hpp"
+#include "dock/status_line.hpp"
+#include "helper/helper_runner.hpp"
+
+using namespace Qt::StringLiterals;
+
+HelperStatus::HelperStatus(HelperRunner &helper, const Subjects &subjects, std::function<void()> onApplied)
+	: helper_(helper)
+	, subjects_(subjects)
+	, onApplied_(std::move(onApplied))
+{
+}
+
+void HelperStatus::refreshStatus()
+{
+	helper_.runHelper({u"--status"_s}, [this](const QJsonObject &event) { applyStatus(event); });
+}
+
+void HelperStatus::applyStatus(const QJsonObject &event)
+{
+	if (event[u"event"].toString() != u"status") {
+		return;
+	}
+
+	// Starting the Replay Buffer may end the dock.
+	const QPointer<HelperStatus> alive(this);
+	subjects_.account.applyStatus(event);
+	if (subjects_.account.isLinked()) {
+		applyLinkedStatus(event);
+	} else {
+		subjects_.status.setStatus(u"Not connected. Click Connect account (one click in your browser)."_s,
+					   false);
+	}
+	if (alive) {
+		onApplied_();
+	}
+}
+
+void HelperStatus::applyLinkedStatus(const QJsonObject &status)
+{
+	subjects_.choices.refill(status);
+	subjects_.choices.decorateChoices();
+	subjects_.chat.loadChat();
+
+	if (ReplayBuffer::isActive()) {
+		subjects_.status.setStatus(pressClipThatText(), false);
+	} else {
+		subjects_.replayBuffer.ensureReplayBuffer();
+	}
+}

@@ -1,0 +1,201 @@
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QFormLayout>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTimer>
+
+#include "dock/choice_tables.hpp"
+#include "dock/choices_section.hpp"
+#include "dock/dock_section.hpp"
+#include "dock/preferences_file.hpp"
+#include "dock/preview_label.hpp"
+#include "helper/helper_runner.hpp"
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
+{
+	auto *box = new QComboBox(form->parentWidget());
+	box->setObjectName(objectName);
+	form->addRow(label, box);
+	return box;
+}
+
+/// Entries whose font is installed are shown in it, one point larger than the box.
+void showFontsInTheirOwnFace(QComboBox *box)
+{
+	const QStringList families = QFontDatabase::families();
+	const qreal boxSize_pt =
+		box->font().pointSizeF() > 0 ? box->font().pointSizeF() : QFontInfo(box->font()).pointSizeF();
+
+	for (int index = 0; index < box->count(); ++index) {
+		const QString family = box->itemText(index);
+		if (!families.contains(family, Qt::CaseInsensitive)) {
+			continue;
+		}
+		QFont face(family);
+		face.setPointSizeF(boxSize_pt + 1.0);
+		box->setItemData(index, face, Qt::FontRole);
+	}
+}
+
+/// The elements of a JSON array as strings; empty strings for those of another type.
+QStringList toStrings(const QJsonArray &array)
+{
+	QStringList strings;
+	for (const QJsonValue value : array) {
+		strings << value.toString();
+	}
+	return strings;
+}
+
+/// Refills a box from the list that `status` has under `keysMember`, and selects the user's choice or else the
+/// helper's.
+void refillFrom(const QJsonObject &status, QComboBox *box, ChoiceTable table, QStringView keysMember,
+		QStringView currentMember, const QString &preferredKey)
+{
+	const QString desiredKey = preferredKey.isEmpty() ? status[currentMember].toString() : preferredKey;
+	refillChoices(box, table, toStrings(status[keysMember].toArray()), desiredKey);
+}
+} // namespace
+
+ChoicesSection::ChoicesSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
+	: helper_(helper)
+{
+	buildClipLength(content);
+	buildCaptions(sectionForm(addSection(content, u"Layout && captions"_s, u"styleSection"_s, dock)));
+
+	previewTimer_ = new QTimer(dock);
+	previewTimer_->setSingleShot(true);
+	connect(previewTimer_, &QTimer::timeout, this, &ChoicesSection::refreshPreview);
+	connectBoxes();
+}
+
+void ChoicesSection::buildClipLength(QBoxLayout *content)
+{
+	auto *form = new QFormLayout;
+	form->setContentsMargins(0, 0, 0, 0);
+	form->setVerticalSpacing(3);
+
+	lengthBox_ = new QComboBox;
+	lengthBox_->setObjectName(u"seconds"_s);
+	for (const int length_s : clipLengths_s) {
+		lengthBox_->addItem(u"Last %1 s"_s.arg(length_s), length_s);
+	}
+	lengthBox_->setCurrentIndex(lengthBox_->findData(defaultClipLength_s));
+	form->addRow(u"Clip length"_s, lengthBox_);
+	content->addLayout(form);
+}
+
+void ChoicesSection::buildCaptions(QFormLayout *form)
+{
+	layoutBox_ = addBox(form, u"Layout"_s, u"layout"_s);
+	styleBox_ = addBox(form, u"Caption style"_s, u"style"_s);
+	fontBox_ = addBox(form, u"Font"_s, u"font"_s);
+	positionBox_ = addBox(form, u"Caption position"_s, u"pos"_s);
+	fillChoices(layoutBox_, layoutTable);
+	fillChoices(styleBox_, styleTable);
+	fillChoices(fontBox_, fontTable);
+	fillChoices(positionBox_, positionTable);
+
+	preview_ = new PreviewLabel;
+	form->addRow(preview_);
+}
+
+void ChoicesSection::connectBoxes()
+{
+	// "activated" comes from the user alone: entries that code fills or selects are neither saved nor previewed.
+	for (const QComboBox *box : {lengthBox_, layoutBox_, styleBox_, fontBox_, positionBox_}) {
+		connect(box, &QComboBox::activated, this, &ChoicesSection::savePrefs);
+	}
+	for (const QComboBox *box : {layoutBox_, styleBox_, fontBox_, positionBox_}) {
+		connect(box, &QComboBox::activated, this, &ChoicesSection::onChoiceChanged);
+	}
+}
+
+ClipChoices ChoicesSection::choices() const
+{
+	return {.length_s = lengthBox_->currentData().toInt(),
+		.layout = currentKey(layoutBox_),
+		.style = currentKey(styleBox_),
+		.font = currentKey(fontBox_),
+		.captionPosition = currentKey(positionBox_)};
+}
+
+void ChoicesSection::loadPrefs()
+{
+	const std::optional<ClipChoices> stored = storedChoices();
+	if (!stored) {
+		return;
+	}
+
+	const int index = lengthBox_->findData(stored->length_s);
+	lengthBox_->setCurrentIndex(index >= 0 ? index : lengthBox_->findData(defaultClipLength_s));
+	preferredLayout_ = stored->layout;
+	preferredStyle_ = stored->style;
+	preferredFont_ = stored->font;
+	selectByKey(layoutBox_, preferredLayout_);
+	selectByKey(styleBox_, preferredStyle_);
+	selectByKey(fontBox_, preferredFont_);
+	selectByKey(positionBox_, stored->captionPosition);
+}
+
+void ChoicesSection::savePrefs()
+{
+	const ClipChoices chosen = choices();
+	preferredLayout_ = chosen.layout;
+	preferredStyle_ = chosen.style;
+	preferredFont_ = chosen.font;
+	storeChoices(chosen);
+}
+
+void ChoicesSection::refill(const QJsonObject &status)
+{
+	refillFrom(status, layoutBox_, layoutTable, u"layouts", u"layout", preferredLayout_);
+	refillFrom(status, styleBox_, styleTable, u"styles", u"style", preferredStyle_);
+	refillFrom(status, fontBox_, fontTable, u"fonts", u"font", preferredFont_);
+}
+
+void ChoicesSection::decorateChoices()
+{
+	// The helper's own list may lack "none"; captions can always be switched off.
+	const QString none = QString::fromUtf8(noCaptionsKey);
+	if (styleBox_->findData(none) < 0) {
+		styleBox_->addItem(displayName(styleTable, none), none);
+	}
+
+	const bool captions = currentKey(styleBox_) != none;
+	positionBox_->setEnabled(captions);
+	positionBox_->setToolTip(captions ? u"Where captions sit on the Short"_s : u"No captions with style None"_s);
+
+	showFontsInTheirOwnFace(fontBox_);
+}
+
+void ChoicesSection::onChoiceChanged()
+{
+	decorateChoices();
+	previewTimer_->start(400ms);
+}
+
+void ChoicesSection::startFirstPreview()
+{
+	previewTimer_->start(2500ms);
+}
+
+void ChoicesSection::refreshPreview()
+{
+	if (!helper_.isInstalled()) {
+		return;
+	}
+
+	const ClipChoices chosen = choices();
+	helper_.runHelper({u"--preview"_s, u"--layout"_s, chosen.layout, u"--style"_s, chosen.style, u"--font"_s,
+			   chosen.font, u"--caption-position"_s, chosen.captionPosition},
+			  [this](const QJsonObject &event) { preview_->showPreview(event); });
+}

@@ -1,0 +1,94 @@
+#include <QDesktopServices>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QListWidget>
+#include <QPushButton>
+#include <QShortcut>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "dock/dock_section.hpp"
+#include "dock/recent_section.hpp"
+#include "dock/shown_text.hpp"
+#include "helper/helper_runner.hpp"
+
+using namespace Qt::StringLiterals;
+
+RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
+	: helper_(helper)
+{
+	QVBoxLayout *column =
+		sectionColumn(addSection(content, u"Recent clips && output folder"_s, u"recentSection"_s, dock));
+
+	list_ = new QListWidget;
+	list_->setMinimumHeight(60);
+	list_->setMaximumHeight(120);
+	// Thousands of clips laid out at once would hold up the user interface for longer than a frame.
+	list_->setLayoutMode(QListView::Batched);
+	list_->setAccessibleName(u"Recent clips"_s);
+	column->addWidget(list_);
+	auto *openFolderButton = new QPushButton(u"Open output folder"_s);
+	column->addWidget(openFolderButton);
+
+	connect(openFolderButton, &QPushButton::clicked, this, &RecentSection::openFolder);
+	connect(list_, &QListWidget::itemDoubleClicked, this, &RecentSection::openClip);
+	// Not the list's itemActivated: a double click emits that as well, and would open the clip twice.
+	for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+		auto *open = new QShortcut(key, list_);
+		open->setContext(Qt::WidgetShortcut);
+		open->setAutoRepeat(false);
+		connect(open, &QShortcut::activated, this, &RecentSection::openCurrentClip);
+	}
+}
+
+void RecentSection::refreshRecent()
+{
+	helper_.runHelper({u"--recent"_s}, [this](const QJsonObject &event) { showRecent(event); });
+}
+
+void RecentSection::showRecent(const QJsonObject &event)
+{
+	if (event[u"event"].toString() != u"recent") {
+		return;
+	}
+
+	outputFolder_ = event[u"folder"].toString();
+	list_->clear();
+	const QJsonArray clips = event[u"items"].toArray();
+	for (const QJsonValue clip : clips) {
+		const QString path = clip[u"path"].toString();
+		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
+		item->setData(Qt::UserRole, path);
+		item->setToolTip(shownText(path));
+		list_->addItem(item);
+	}
+
+	if (list_->count() == 0) {
+		auto *placeholder = new QListWidgetItem(u"No clips yet"_s);
+		placeholder->setFlags(Qt::NoItemFlags);
+		placeholder->setForeground(QColor(138, 144, 166));
+		list_->addItem(placeholder);
+	}
+}
+
+void RecentSection::openFolder() const
+{
+	if (!outputFolder_.isEmpty()) {
+		QDesktopServices::openUrl(QUrl::fromLocalFile(outputFolder_));
+	}
+}
+
+void RecentSection::openCurrentClip() const
+{
+	if (const QListWidgetItem *item = list_->currentItem()) {
+		openClip(item);
+	}
+}
+
+void RecentSection::openClip(const QListWidgetItem *item)
+{
+	const QString path = item->data(Qt::UserRole).toString();
+	if (!path.isEmpty()) {
+		QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+	}
+}

@@ -1,0 +1,21 @@
+#include "dock/shown_text.hpp"
+#include "dock/status_line.hpp"
+
+using namespace Qt::StringLiterals;
+
+StatusLine::StatusLine()
+{
+	setObjectName(u"status"_s);
+	setWordWrap(true);
+	setStatus(u"Starting…"_s, false);
+}
+
+void StatusLine::setStatus(const QString &text, bool error)
+{
+	setText(shownText(text));
+	const QString style = error ? u"color:#ff6b81"_s : u"color:#8a90a6"_s;
+	// Qt takes its time over a style sheet even when it is the one that is set.
+	if (styleSheet() != style) {
+		setStyleSheet(style);
+	}
+}

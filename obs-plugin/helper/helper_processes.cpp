@@ -1,0 +1,111 @@
+#include <QFileInfo>
+#include <QPointer>
+#include <QProcess>
+
+#include "helper/event_stream.hpp"
+#include "helper/helper_locator.hpp"
+#include "helper/helper_processes.hpp"
+#include "helper/helper_texts.hpp"
+#include "helper/hidden_process.hpp"
+
+#include <memory>
+
+namespace {
+/// One run. Its handlers share it.
+struct HelperRun {
+	/// Null once the process object is gone, and the dock with it.
+	QPointer<QProcess> process{};
+	EventStream stream{};
+	/// Set by the first event: from then on the helper is trusted to report its own failures.
+	bool spoke{false};
+	HelperRunner::EventCallback onEvent{};
+	HelperRunner::FinishCallback onFinish{};
+	std::function<void(const QString &text)> onFailure{};
+
+	void onErrorOccurred(QProcess::ProcessError error) const
+	{
+		if (error == QProcess::FailedToStart && !spoke) {
+			onFailure(helperStartFailedText());
+		}
+	}
+
+	void onReadyRead()
+	{
+		stream.append(process->readAllStandardOutput());
+		deliverEvents();
+	}
+
+	/// A callback may open a window or a browser, and there anything can happen, even the end of the dock.
+	void deliverEvents()
+	{
+		while (process) {
+			const std::optional<QJsonObject> event = stream.next();
+			if (!event) {
+				return;
+			}
+			spoke = true;
+			if (onEvent) {
+				onEvent(*event);
+			}
+		}
+	}
+
+	void onFinished(int exitCode, QProcess::ExitStatus exitStatus)
+	{
+		// The process may end while the callback of an event waits in a window: the other events come first.
+		deliverEvents();
+		if (!process) {
+			return;
+		}
+		if (!spoke && (exitCode != 0 || exitStatus == QProcess::CrashExit)) {
+			onFailure(helperStoppedText(exitCode));
+		}
+		if (onFinish) {
+			onFinish(exitCode);
+		}
+		if (process) {
+			process->deleteLater();
+		}
+	}
+};
+} // namespace
+
+HelperProcesses::HelperProcesses(QObject *dock, std::function<void(const QString &text)> onFailure)
+	: dock_(dock)
+	, onFailure_(std::move(onFailure))
+{
+}
+
+bool HelperProcesses::isInstalled() const
+{
+	return QFileInfo::exists(locateHelper());
+}
+
+bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish)
+{
+	const QString path = locateHelper();
+	if (!QFileInfo::exists(path)) {
+		onFailure_(helperMissingText());
+		return false;
+	}
+
+	QProcess *process = hiddenProcess(dock_);
+	const auto run = std::make_shared<HelperRun>();
+	run->process = process;
+	run->onEvent = std::move(onEvent);
+	run->onFinish = std::move(onFinish);
+	run->onFailure = onFailure_;
+
+	// The runner is the context, and goes before the dock's children do: a process that Qt kills with the dock has
+	// nobody left to tell.
+	connect(process, &QProcess::errorOccurred, this,
+		[run](QProcess::ProcessError error) { run->onErrorOccurred(error); });
+	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->onReadyRead(); });
+	connect(process, &QProcess::finished, this,
+		[run](int exitCode, QProcess::ExitStatus exitStatus) { run->onFinished(exitCode, exitStatus); });
+
+	// Nobody reads it, and a helper that chatters there for hours must not fill OBS's memory.
+	process->setStandardErrorFile(QProcess::nullDevice());
+	process->start(path, arguments, QIODevice::ReadWrite);
+	return true;
+}
