@@ -55,7 +55,10 @@ describe("the development container", () => {
 describe("hooks and tasks", () => {
   it("call checks that there are", async () => {
     const hooks = [...(await read(".pre-commit-config.yaml")).matchAll(/entry: \.\/run lint (\w+)$/gm)];
-    assert.deepEqual(hooks.map(([, check]) => check), ["format", "cpp", "shell", "spelling"]);
+    assert.deepEqual(
+      hooks.map(([, check]) => check),
+      ["format", "cpp", "shell", "spelling"],
+    );
     const help = await run("bash", [path.join(checkout, "run"), "help"]);
     hooks.forEach(([, check]) => assert.ok(help.includes(`[${check}]`), `./run help lacks ${check}`));
   });
