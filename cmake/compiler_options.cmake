@@ -6,9 +6,7 @@ if(MSVC)
     kestrune_options INTERFACE /W3 /utf-8 /permissive- /MP /Zc:__cplusplus /Zc:preprocessor /Zc:char8_t- /Brepro
   )
   # Only Debug links incrementally: that leaves thunks and unused code behind.
-  target_link_options(
-    kestrune_options INTERFACE /Brepro "$<$<NOT:$<CONFIG:Debug>>:/INCREMENTAL:NO;/OPT:REF;/OPT:ICF>"
-  )
+  target_link_options(kestrune_options INTERFACE /Brepro "$<$<NOT:$<CONFIG:Debug>>:/INCREMENTAL:NO;/OPT:REF;/OPT:ICF>")
   target_compile_definitions(kestrune_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 else()
   target_compile_options(

@@ -26,7 +26,8 @@ else()
   # was widened, Qt's package has another name.
   set(qt_version "${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR}")
   string(
-    CONCAT CPACK_DEBIAN_PACKAGE_DEPENDS "obs-studio (>= 31.1), "
+    CONCAT CPACK_DEBIAN_PACKAGE_DEPENDS
+           "obs-studio (>= 31.1), "
            "libqt6widgets6 (>= ${qt_version}) | libqt6widgets6t64 (>= ${qt_version})"
   )
 endif()

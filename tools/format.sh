@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Formats all C++ files in place. Runs in the build root.
+# Formats all C++ files, scripts for Node.js and CMake files in place. Runs in the build root.
 set -euo pipefail
 source tools/sources.sh
+source tools/formatters.sh
 
-cpp_sources | xargs -0 --no-run-if-empty clang-format -i
+formatted_files | format_files write

@@ -1,17 +1,20 @@
 #!/usr/bin/env bash
-# lint.sh [format] [includes] [cpp] [shell] [spelling] [FILE...]: runs these checks (all but includes, which is a part of
-# cpp, when none is named) on these files (all when none is named) without changing anything. Runs in the build root.
+# lint.sh [format] [includes] [cpp] [scripts] [shell] [spelling] [FILE...]: runs these checks (all but includes, which
+# is a part of cpp, when none is named) on these files (all when none is named) without changing anything. Runs in the
+# build root.
 set -euo pipefail
 source tools/sources.sh
+source tools/formatters.sh
 
 checks=()
 files=()
 for argument; do
 	case $argument in
-	format | includes | cpp | shell | spelling) checks+=("$argument") ;;
+	format | includes | cpp | scripts | shell | spelling) checks+=("$argument") ;;
 	*)
 		if [[ ! -e $argument ]]; then
-			echo "lint: '$argument' is neither a file nor a check; there are: format, includes, cpp, shell, spelling" >&2
+			echo "lint: '$argument' is neither a file nor a check;" \
+				"there are: format, includes, cpp, scripts, shell, spelling" >&2
 			exit 2
 		fi
 		file=${argument#"$PWD/"}
@@ -21,16 +24,17 @@ for argument; do
 	esac
 done
 if ((${#checks[@]} == 0)); then
-	checks=(format cpp shell spelling)
+	checks=(format cpp scripts shell spelling)
 fi
 
 # The files that a check is about. Headers are checked by clang-tidy with the sources that include them.
 subjects()
 {
 	case $1 in
-	format) cpp_sources ;;
+	format) formatted_files ;;
 	includes) cpp_sources | { grep --null-data '^obs-plugin/.*\.cpp$' || true; } ;;
 	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
+	scripts) node_scripts ;;
 	shell) shell_scripts ;;
 	spelling) text_files ;;
 	esac
@@ -48,7 +52,7 @@ wanted()
 
 check_format()
 {
-	xargs -0 --no-run-if-empty clang-format --dry-run -Werror
+	format_files check
 }
 
 # clang_tidy [OPTION...]: with the files whose names come in.
@@ -75,6 +79,15 @@ check_includes()
 check_cpp()
 {
 	clang_tidy
+}
+
+check_scripts()
+{
+	local scripts=()
+	mapfile -d '' -t scripts
+	if ((${#scripts[@]} > 0)); then
+		from_npm eslint --config tools/lint/eslint.config.mjs --max-warnings 0 "${scripts[@]}"
+	fi
 }
 
 check_shell()
@@ -105,6 +118,7 @@ run_check()
 	format) check_format ;;
 	includes) check_includes ;;
 	cpp) check_cpp ;;
+	scripts) check_scripts ;;
 	shell) check_shell ;;
 	spelling) check_spelling ;;
 	esac

@@ -3,7 +3,10 @@
 import { readFile, writeFile } from "node:fs/promises";
 
 const [, , tablePath, picturePath] = process.argv;
-const [header, ...rows] = (await readFile(tablePath, "utf8")).trim().split("\n").map((line) => line.split(","));
+const [header, ...rows] = (await readFile(tablePath, "utf8"))
+  .trim()
+  .split("\n")
+  .map((line) => line.split(","));
 
 const width = 720;
 const height = 90;
@@ -24,7 +27,13 @@ function graph(name, values, index) {
   ].join("\n");
 }
 
-const graphs = header.map((name, column) => graph(name, rows.map((row) => Number(row[column])), column));
+const graphs = header.map((name, column) =>
+  graph(
+    name,
+    rows.map((row) => Number(row[column])),
+    column,
+  ),
+);
 const total = header.length * (height + 24) + 24;
 await writeFile(
   picturePath,

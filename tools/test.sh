@@ -23,7 +23,7 @@ unit()
 kit()
 {
 	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tools/helper-kit &&
-		node_tests kit "$@"
+		tools/install-node-modules.sh tools/lint && node_tests kit "$@"
 }
 
 # The unit tests under AddressSanitizer and UBSan.

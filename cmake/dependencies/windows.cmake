@@ -52,6 +52,8 @@ if(EXISTS "${obs_stamp}")
 endif()
 if(NOT "${obs_built}" STREQUAL "${obs_wanted}")
   file(REMOVE "${obs_stamp}")
+  # Options stay beside their values.
+  # cmake-format: off
   run_step(
     "Configuring OBS ${version}"
     "${CMAKE_COMMAND}" -S "${obs}" -B "${obs}/build_x64" -G "${CMAKE_GENERATOR}"
@@ -70,5 +72,6 @@ if(NOT "${obs_built}" STREQUAL "${obs_wanted}")
       --prefix "${dependencies}"
     )
   endforeach()
+  # cmake-format: on
   file(WRITE "${obs_stamp}" "${obs_wanted}")
 endif()

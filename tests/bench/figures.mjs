@@ -42,6 +42,10 @@ export function handlerTimes(session, delay_ms = 0) {
       HANDLER_TIMES_FILE: file,
       HANDLER_TIMES_DELAY_MS: String(delay_ms),
     },
-    read: async () => (await readFile(file, "utf8")).trim().split("\n").map((line) => JSON.parse(line)),
+    read: async () =>
+      (await readFile(file, "utf8"))
+        .trim()
+        .split("\n")
+        .map((line) => JSON.parse(line)),
   };
 }

@@ -19,7 +19,9 @@ macro(fetch url hash)
   file(WRITE "${SCRATCH}/fetch.cmake" "include(\"${FETCH}\")\nkestrune_fetch(\"${url}\" ${hash} \"${target}\")\n")
   execute_process(
     COMMAND "${CMAKE_COMMAND}" -P "${SCRATCH}/fetch.cmake"
-    RESULT_VARIABLE failed OUTPUT_VARIABLE output ERROR_VARIABLE output
+    RESULT_VARIABLE failed
+    OUTPUT_VARIABLE output
+    ERROR_VARIABLE output
   )
   # CMake breaks its lines where it likes.
   string(REGEX REPLACE "[ \n]+" " " output "${output}")

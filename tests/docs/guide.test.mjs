@@ -84,14 +84,20 @@ describe("a text on a page", () => {
 describe("the user guide", () => {
   it("has every text that the dock shows", () => {
     const quoted = pages.flatMap((page) => quotedTexts(read(page)));
-    assert.deepEqual(shownTextsOfFiles(sources).filter((text) => !isAmong(quoted, text)), []);
+    assert.deepEqual(
+      shownTextsOfFiles(sources).filter((text) => !isAmong(quoted, text)),
+      [],
+    );
   });
 
   it("has nothing else in its tables of texts", () => {
     const column = pages.flatMap((page) => textColumn(read(page)));
     assert.ok(column.length > 35, `only ${column.length} rows were found`);
     const texts = shownTextsOfFiles(sources);
-    assert.deepEqual(column.filter((said) => !maySay(texts, said)), []);
+    assert.deepEqual(
+      column.filter((said) => !maySay(texts, said)),
+      [],
+    );
   });
 
   it("shows every picture there is, and each is one that the script makes", async () => {

@@ -21,7 +21,10 @@ function links(page) {
 /** The anchors of a page's headings, as repository web sites make them. */
 function anchors(page) {
   return [...read(page).matchAll(/^#+ (.*)$/gm)].map(([, heading]) =>
-    heading.toLowerCase().replace(/[^\p{L}\p{N} _-]/gu, "").replaceAll(" ", "-"),
+    heading
+      .toLowerCase()
+      .replace(/[^\p{L}\p{N} _-]/gu, "")
+      .replaceAll(" ", "-"),
   );
 }
 

@@ -47,7 +47,12 @@ export function shownTexts(source) {
     .map((literal) => [...literal.matchAll(/"((?:[^"\\]|\\.)*)"/g)].map(([, part]) => part).join(""))
     .map((text) => unescaped(text))
     .filter((text) => !notShownEither.includes(text) && !notShown.some((pattern) => pattern.test(text)))
-    .map((text) => text.replace(/<[^>]+>/g, "").replaceAll("&&", "&").trim());
+    .map((text) =>
+      text
+        .replace(/<[^>]+>/g, "")
+        .replaceAll("&&", "&")
+        .trim(),
+    );
 }
 
 /** The texts in these files, each once. */

@@ -8,8 +8,16 @@ import { checkHelper, checkLines, temporaryFolder, writeHelper } from "./support
 
 const sampleHelper = path.join(process.env.KESTRUNE_BUILD_DIR, "sample-helper", "sample-helper");
 const allCommands = [
-  "--status", "--link", "--recent", "--preview", "--chat-get", "--chat-set", "--poll-triggers", "--check-update",
-  "--download-update", "--process",
+  "--status",
+  "--link",
+  "--recent",
+  "--preview",
+  "--chat-get",
+  "--chat-set",
+  "--poll-triggers",
+  "--check-update",
+  "--download-update",
+  "--process",
 ];
 
 describe("check-helper and the sample helper", () => {
@@ -64,12 +72,24 @@ describe("check-helper --only chat-set", () => {
 
   const wrongs = [
     ["forgets them", ":", answer, `--chat-get tells something else afterwards: "per_stream_cap" is 100, not 99`],
-    ["refuses them", ":", `echo '{"event":"chat","error":"no"}'`,
-      "it refuses settings like its own; the user reads: no"],
-    ["answers others", ":", `echo '{"event":"chat","command":"!a"}'`,
-      `its answer differs from what was sent: "command"`],
-    ["keeps the change", `[[ $2 == *99* ]] && printf '%s' "$2" >"$here/stored"`, answer,
-      `the settings could not be put back as they were: ${stored}`],
+    [
+      "refuses them",
+      ":",
+      `echo '{"event":"chat","error":"no"}'`,
+      "it refuses settings like its own; the user reads: no",
+    ],
+    [
+      "answers others",
+      ":",
+      `echo '{"event":"chat","command":"!a"}'`,
+      `its answer differs from what was sent: "command"`,
+    ],
+    [
+      "keeps the change",
+      `[[ $2 == *99* ]] && printf '%s' "$2" >"$here/stored"`,
+      answer,
+      `the settings could not be put back as they were: ${stored}`,
+    ],
   ];
   for (const [what, store, reply, said] of wrongs) {
     it(`finds out a helper that ${what}`, async (t) => {
@@ -120,7 +140,9 @@ describe("check-helper's command line", () => {
 
   it("lets a helper write as much as it likes to its error stream", async (t) => {
     const { exitCode, output } = await checkLines(
-      t, "recent", `head -c 1000000 /dev/zero >&2; echo '{"event":"recent","folder":"/"}'`,
+      t,
+      "recent",
+      `head -c 1000000 /dev/zero >&2; echo '{"event":"recent","folder":"/"}'`,
     );
     assert.match(output, /\n {2}ok {8}/);
     assert.equal(exitCode, 0);

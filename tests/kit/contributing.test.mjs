@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { execFile } from "node:child_process";
-import { chmod, copyFile, mkdir, readFile, writeFile } from "node:fs/promises";
+import { appendFile, chmod, copyFile, mkdir, readFile, symlink, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { describe, it } from "node:test";
 import { run } from "../../tools/obs/command.mjs";
@@ -55,7 +55,10 @@ describe("the development container", () => {
 describe("hooks and tasks", () => {
   it("call checks that there are", async () => {
     const hooks = [...(await read(".pre-commit-config.yaml")).matchAll(/entry: \.\/run lint (\w+)$/gm)];
-    assert.deepEqual(hooks.map(([, check]) => check), ["format", "cpp", "shell", "spelling"]);
+    assert.deepEqual(
+      hooks.map(([, check]) => check),
+      ["format", "cpp", "scripts", "shell", "spelling"],
+    );
     const help = await run("bash", [path.join(checkout, "run"), "help"]);
     hooks.forEach(([, check]) => assert.ok(help.includes(`[${check}]`), `./run help lacks ${check}`));
   });
@@ -73,39 +76,71 @@ describe("hooks and tasks", () => {
 });
 
 describe("lint", () => {
+  const ours = [
+    "tools/lint.sh",
+    "tools/sources.sh",
+    "tools/formatters.sh",
+    "tools/install-node-modules.sh",
+    ".clang-format",
+    ".cmake-format.yaml",
+    ".codespellrc",
+    ".prettierrc.json",
+  ];
+
   /** A repository of its own with our checks and these files; answers what lint makes of it. */
   async function lint(t, files, args) {
     const folder = await temporaryFolder(t);
     await mkdir(path.join(folder, "tools"));
-    for (const name of ["tools/lint.sh", "tools/sources.sh", ".clang-format", ".codespellrc"]) {
+    for (const name of ours) {
       await copyFile(path.join(checkout, name), path.join(folder, name));
     }
+    await symlink(path.join(checkout, "tools", "lint"), path.join(folder, "tools", "lint"));
     for (const [name, text] of Object.entries(files)) {
       await writeFile(path.join(folder, name), text);
       await chmod(path.join(folder, name), 0o755);
     }
     await run("git", ["init", "--quiet", folder]);
+    await appendFile(path.join(folder, ".git", "info", "exclude"), "/tools/lint\n");
     return outcome("sh", ["-c", `cd '${folder}' && exec tools/lint.sh ${args}`], { GIT_CONFIG_COUNT: "0" });
   }
 
   const wrong = {
     "a.cpp": "int  a = 1;\n",
+    "a.mjs": "const a = 1;\n",
     "a.sh": "#!/usr/bin/env bash\necho $1\n",
     // Spelt so that this file passes itself.
     "a.md": `I have rec${"ie"}ved it.\n`,
   };
-  const all = "format shell spelling";
+  const all = "format scripts shell spelling";
 
   it("finds what is wrong, each check its own", async (t) => {
     const { exitCode, output } = await lint(t, wrong, all);
     assert.equal(exitCode, 1);
-    assert.match(output, /== Summary\nformat: FAILED\nshell: FAILED\nspelling: FAILED\n/);
+    assert.match(output, /== Summary\nformat: FAILED\nscripts: FAILED\nshell: FAILED\nspelling: FAILED\n/);
+    assert.match(output, /'a' is assigned a value but never used/);
+  });
+
+  it("knows a formatter for each language", async (t) => {
+    const unformatted = {
+      "a.cpp": "int  a = 1;\n",
+      "a.hpp": "int  a = 1;\n",
+      "a.cmake": "set(a  1)\n",
+      "CMakeLists.txt": "set(a  1)\n",
+      "a.mjs": "export const a  = 1;\n",
+      program: "#!/usr/bin/env node\nexport const a  = 1;\n",
+    };
+    for (const [name, text] of Object.entries(unformatted)) {
+      const { output } = await lint(t, { [name]: text }, "format");
+      assert.match(output, /== Summary\nformat: FAILED\n/, name);
+      const formatted = await lint(t, { [name]: text.replace("  ", " ") }, "format");
+      assert.match(formatted.output, /== Summary\nformat: passed\n/, `${name}: ${formatted.output}`);
+    }
   });
 
   it("looks at the named files alone", async (t) => {
     const { exitCode, output } = await lint(t, { ...wrong, "b.md": "All is well.\n" }, `${all} a.sh b.md`);
     assert.equal(exitCode, 1);
-    assert.match(output, /== Summary\nformat: passed\nshell: FAILED\nspelling: passed\n/);
+    assert.match(output, /== Summary\nformat: passed\nscripts: passed\nshell: FAILED\nspelling: passed\n/);
   });
 
   it("runs the named check alone", async (t) => {

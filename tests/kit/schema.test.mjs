@@ -10,7 +10,10 @@ const page = await readFile(new URL("../../docs/helper-protocol.md", import.meta
 
 /** The objects in the page's JSON blocks; lines of one object are joined. */
 const examples = [...page.matchAll(/^```json\n([^]*?)^```$/gm)].flatMap(([, block]) => {
-  const objects = block.trim().replaceAll(/\}\n\{/g, "}\0{").split("\0");
+  const objects = block
+    .trim()
+    .replaceAll(/\}\n\{/g, "}\0{")
+    .split("\0");
   return objects.map((text) => JSON.parse(text));
 });
 
@@ -20,7 +23,10 @@ describe("the schema and docs/helper-protocol.md", () => {
     assert.ok(events.length >= 8, `only ${events.length} examples were found`);
     for (const event of events) {
       assert.ok(isEvent(event), `${JSON.stringify(event)}: ${JSON.stringify(isEvent.errors)}`);
-      assert.ok(Object.keys(commands).some((command) => isAnswerTo(command, event)), JSON.stringify(event));
+      assert.ok(
+        Object.keys(commands).some((command) => isAnswerTo(command, event)),
+        JSON.stringify(event),
+      );
     }
   });
 

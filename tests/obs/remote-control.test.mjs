@@ -50,9 +50,7 @@ describe("a remote control of OBS with the module", () => {
 
   it("is told of in exactly one line of the log", () => {
     const lines = test.session.obs.lines().filter((line) => line.includes("[kestrune] obs-websocket"));
-    assert.deepEqual(lines, [
-      'info: [kestrune] obs-websocket vendor "Kestrune" registered (ClipThat, GetStatus)',
-    ]);
+    assert.deepEqual(lines, ['info: [kestrune] obs-websocket vendor "Kestrune" registered (ClipThat, GetStatus)']);
   });
 
   it("gets the status, with an empty hotkey when none is bound", async () => {

@@ -110,7 +110,10 @@ describe("an update with a runner in place of the elevated installer", () => {
       }
       return false;
     });
-    assert.deepEqual(percentages, percentages.toSorted((left, right) => left - right));
+    assert.deepEqual(
+      percentages,
+      percentages.toSorted((left, right) => left - right),
+    );
     assert.ok(new Set(percentages).size > 3, `only these percentages were seen: ${percentages}`);
     assert.ok(percentages.at(-1) <= 100);
     // A click during the download counts for nothing.

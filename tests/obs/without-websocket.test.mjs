@@ -33,10 +33,14 @@ describe("OBS without obs-websocket", () => {
     await waitFor("the status to be read", async () => (await test.helperCalls("--status")).length > 1);
     await sleep(4000);
     await test.session.input.press(...clipHotkey.keys);
-    const shorts = await waitFor("a Short", async () => {
-      const finished = await test.finishedShorts();
-      return finished.length > 0 && finished;
-    }, { limitMs: 90_000 });
+    const shorts = await waitFor(
+      "a Short",
+      async () => {
+        const finished = await test.finishedShorts();
+        return finished.length > 0 && finished;
+      },
+      { limitMs: 90_000 },
+    );
     assert.equal(shorts.length, 1);
     await test.session.screenshot("ready");
   });

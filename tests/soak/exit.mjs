@@ -54,7 +54,10 @@ function floodWithRequests(websocket) {
 
 async function pidsOfRuns(test) {
   const text = await readFile(path.join(test.session.folder, "helper-runs"), "utf8").catch(() => "");
-  return text.split("\n").slice(0, -1).map((line) => Number(line.split(" ")[1]));
+  return text
+    .split("\n")
+    .slice(0, -1)
+    .map((line) => Number(line.split(" ")[1]));
 }
 
 function isAlive(pid) {

@@ -60,7 +60,10 @@ async function createSession(display) {
 /** Runs the sample helper beside OBS; throws when it does not answer with an event that `isRight` accepts. */
 async function askSampleHelper(args, isRight) {
   const { stdout } = await promisify(execFile)(sampleHelper, args, { env: { ...process.env, ...helperEnvironment } });
-  const events = stdout.split("\n").filter(Boolean).map((line) => JSON.parse(line));
+  const events = stdout
+    .split("\n")
+    .filter(Boolean)
+    .map((line) => JSON.parse(line));
   if (!events.some(isRight)) {
     throw new Error(`the sample helper answered ${args[0]} with ${stdout}`);
   }

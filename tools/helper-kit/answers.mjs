@@ -28,7 +28,11 @@ function status(event) {
   if (event.linked === true && !event.login) {
     findings.push(warning(`an account is linked but "login" is empty: the dock shows "Connected as @"`));
   }
-  for (const [current, list] of [["layout", "layouts"], ["style", "styles"], ["font", "fonts"]]) {
+  for (const [current, list] of [
+    ["layout", "layouts"],
+    ["style", "styles"],
+    ["font", "fonts"],
+  ]) {
     const keys = listOf(event[list]);
     if (event[current] && keys.length > 0 && !keys.includes(event[current])) {
       findings.push(warning(`"${current}" is "${event[current]}", which "${list}" does not offer`));

@@ -47,7 +47,9 @@ function complaintsAboutKind(command, { event: kind }) {
     return [warning(`"${kind}" is no event of the protocol; the dock ignores it`)];
   }
   if (!kindsOf(command).includes(kind)) {
-    const read = kindsOf(command).map((each) => `"${each}"`).join(", ");
+    const read = kindsOf(command)
+      .map((each) => `"${each}"`)
+      .join(", ");
     return [error(`"${kind}" is not read after ${command}, so the user sees nothing of it (read: ${read})`)];
   }
   return [];

@@ -24,7 +24,9 @@ export async function prepareReplay(folder, source) {
 }
 
 async function fingerprint(file) {
-  return createHash("sha256").update(await readFile(file)).digest("hex");
+  return createHash("sha256")
+    .update(await readFile(file))
+    .digest("hex");
 }
 
 /** Calls `work` and answers a list of findings: empty when `file` is the same after it. */

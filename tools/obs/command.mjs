@@ -12,6 +12,6 @@ export async function run(program, args, { env = process.env, limitMs = 120_000 
     return stdout;
   } catch (error) {
     const reason = error.killed ? `no end within ${limitMs} ms` : (error.stderr || error.message).trim();
-    throw new Error(`${program} ${args.join(" ")}: ${reason}`);
+    throw new Error(`${program} ${args.join(" ")}: ${reason}`, { cause: error });
   }
 }

@@ -5,11 +5,29 @@ import { run } from "./command.mjs";
 /** Writes a video of a moving, counting test picture with a tone; size in pixels, length in seconds. */
 export async function makeTestVideo(file, { width, height, fps, seconds }) {
   await run("ffmpeg", [
-    "-v", "error", "-y",
-    "-f", "lavfi", "-i", `testsrc2=size=${width}x${height}:rate=${fps}:duration=${seconds}`,
-    "-f", "lavfi", "-i", `sine=frequency=440:beep_factor=4:sample_rate=48000:duration=${seconds}`,
-    "-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-g", String(fps),
-    "-c:a", "aac", "-shortest", file,
+    "-v",
+    "error",
+    "-y",
+    "-f",
+    "lavfi",
+    "-i",
+    `testsrc2=size=${width}x${height}:rate=${fps}:duration=${seconds}`,
+    "-f",
+    "lavfi",
+    "-i",
+    `sine=frequency=440:beep_factor=4:sample_rate=48000:duration=${seconds}`,
+    "-c:v",
+    "libx264",
+    "-preset",
+    "ultrafast",
+    "-pix_fmt",
+    "yuv420p",
+    "-g",
+    String(fps),
+    "-c:a",
+    "aac",
+    "-shortest",
+    file,
   ]);
 }
 

@@ -56,7 +56,9 @@ export class ObsProcess {
     return waitFor(
       `the log line ${pattern}`,
       () => {
-        const match = this.lines().map((line) => pattern.exec(line)).find(Boolean);
+        const match = this.lines()
+          .map((line) => pattern.exec(line))
+          .find(Boolean);
         if (!match && !this.running) {
           throw new Error(`OBS ended before the log line ${pattern}; see ${this.#logFile}`);
         }

@@ -170,7 +170,10 @@ export class TestSession {
   /** Runs the sample helper beside OBS, on the same state; returns its events. */
   async runSampleHelper(...args) {
     const output = await run(sampleHelper, args, { env: { ...process.env, ...this.#env } });
-    return output.split("\n").filter(Boolean).map((line) => JSON.parse(line));
+    return output
+      .split("\n")
+      .filter(Boolean)
+      .map((line) => JSON.parse(line));
   }
 
   /** Runs the session's own helper beside OBS to its end. */
@@ -194,7 +197,10 @@ export class TestSession {
   /** Paths of the finished Shorts, oldest first. */
   async finishedShorts() {
     const names = await readdir(this.shorts).catch(() => []);
-    return names.filter((name) => name.endsWith(".mp4")).sort().map((name) => path.join(this.shorts, name));
+    return names
+      .filter((name) => name.endsWith(".mp4"))
+      .sort()
+      .map((name) => path.join(this.shorts, name));
   }
 
   /** Ends whatever still runs, with a last picture of the screen. */

@@ -69,8 +69,7 @@ export const shots = [
   {
     name: "offline",
     part: "header",
-    reach: (stage) =>
-      clip(stage, { event: "pending" }, "Offline: clip kept and will upload automatically."),
+    reach: (stage) => clip(stage, { event: "pending" }, "Offline: clip kept and will upload automatically."),
   },
   {
     name: "kept-locally",

@@ -7,9 +7,7 @@ const shorts = "/home/ana/Shorts";
 const recent = ["boss-fight.mp4", "triple-kill.mp4", "what-was-that.mp4"];
 
 export const answers = {
-  "--recent": [
-    { event: "recent", folder: shorts, items: recent.map((name) => ({ name, path: `${shorts}/${name}` })) },
-  ],
+  "--recent": [{ event: "recent", folder: shorts, items: recent.map((name) => ({ name, path: `${shorts}/${name}` })) }],
 };
 
 export const prepare = (home) => switchReplayBufferOn(home);
