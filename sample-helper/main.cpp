@@ -1,12 +1,12 @@
-#include "account.hpp"
-#include "chat.hpp"
-#include "clip.hpp"
-#include "diagnostics.hpp"
-#include "events.hpp"
-#include "help.hpp"
-#include "preview.hpp"
-#include "recent.hpp"
-#include "update.hpp"
+#include "commands/account.hpp"
+#include "commands/chat.hpp"
+#include "commands/clip.hpp"
+#include "commands/help.hpp"
+#include "commands/preview.hpp"
+#include "commands/recent.hpp"
+#include "commands/update.hpp"
+#include "support/diagnostics.hpp"
+#include "support/events.hpp"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

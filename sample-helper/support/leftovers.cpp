@@ -1,0 +1,46 @@
+#include "support/leftovers.hpp"
+
+#include "support/settings.hpp"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+// A Short that is still being made is written to all the time.
+constexpr qint64 partSeconds = 600;
+// A scratch folder lies still for as long as the run takes.
+constexpr qint64 scratchSeconds = 86400;
+
+/// The entries of a folder that have not changed for so long and neither are nor hold the replay.
+QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filters kind, qint64 seconds,
+			const QString &replay)
+{
+	const QString kept = QFileInfo(replay).canonicalFilePath();
+	const QDateTime now = QDateTime::currentDateTimeUtc();
+	QFileInfoList entries = folder.entryInfoList({pattern}, kind | QDir::NoDotAndDotDot);
+	entries.removeIf([&](const QFileInfo &entry) {
+		const QString path = entry.canonicalFilePath();
+		return path == kept || kept.startsWith(path + QLatin1Char('/')) ||
+		       entry.lastModified().secsTo(now) <= seconds;
+	});
+	return entries;
+}
+
+} // namespace
+
+void removeLeftovers(const QString &replay)
+{
+	for (const QFileInfo &part : abandoned(QDir(settings::outputFolder()), QStringLiteral("short-*.part"),
+					       QDir::Files, partSeconds, replay)) {
+		QFile::remove(part.absoluteFilePath());
+	}
+	for (const QString &folder : {settings::stateFolder(), settings::stateFolder() + QStringLiteral("/previews")}) {
+		for (const QFileInfo &scratch : abandoned(QDir(folder), QStringLiteral("run-*"),
+							  QDir::Dirs | QDir::NoSymLinks, scratchSeconds, replay)) {
+			QDir(scratch.absoluteFilePath()).removeRecursively();
+		}
+	}
+}
