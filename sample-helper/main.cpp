@@ -5,8 +5,8 @@
 #include "commands/preview.hpp"
 #include "commands/recent.hpp"
 #include "commands/update.hpp"
-#include "support/diagnostics.hpp"
 #include "support/events.hpp"
+#include "support/log.hpp"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -110,7 +110,7 @@ int main(int argc, char *argv[])
 	const QCoreApplication application(argc, argv);
 	QCoreApplication::setApplicationName(QStringLiteral("sample-helper"));
 	QCoreApplication::setApplicationVersion(QStringLiteral(SAMPLE_HELPER_VERSION));
-	startDiagnostics();
+	startLog();
 	try {
 		return dispatch(QCoreApplication::arguments());
 	} catch (const Failure &failure) {

@@ -1,8 +1,8 @@
 #include "captions/transcription.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/program.hpp"
-#include "support/settings.hpp"
+#include "support/subprocess.hpp"
 #include "video/excerpt.hpp"
 #include "video/ffmpeg.hpp"
 
@@ -37,7 +37,7 @@ void extractSound(const Excerpt &excerpt, const QString &folder)
 
 QString requireModel()
 {
-	const QString model = settings::whisperModel();
+	const QString model = environment::whisperModel();
 	if (model.isEmpty()) {
 		throw Failure(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set"));
 	}
@@ -48,16 +48,16 @@ QString requireModel()
 }
 
 /// Why a run gave no text; the log says more.
-QString reason(const program::Result &result)
+QString reason(const subprocess::Result &result)
 {
 	switch (result.outcome) {
-	case program::Outcome::NotStarted:
+	case subprocess::Outcome::NotStarted:
 		return QStringLiteral("couldn't be started");
-	case program::Outcome::Crashed:
+	case subprocess::Outcome::Crashed:
 		return QStringLiteral("crashed");
-	case program::Outcome::TimedOut:
+	case subprocess::Outcome::TimedOut:
 		return QStringLiteral("took too long");
-	case program::Outcome::Finished:
+	case subprocess::Outcome::Finished:
 		break;
 	}
 	return QStringLiteral("failed");
@@ -67,12 +67,13 @@ QString reason(const program::Result &result)
 
 bool isWanted()
 {
-	return !settings::whisper().isEmpty() || !settings::whisperModel().isEmpty();
+	return !environment::whisperProgram().isEmpty() || !environment::whisperModel().isEmpty();
 }
 
 QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 {
-	const QString wanted = settings::whisper().isEmpty() ? QStringLiteral("whisper-cli") : settings::whisper();
+	const QString configured = environment::whisperProgram();
+	const QString wanted = configured.isEmpty() ? QStringLiteral("whisper-cli") : configured;
 	const QString name = QFileInfo(wanted).fileName();
 	const QString path = QStandardPaths::findExecutable(wanted);
 	if (path.isEmpty()) {
@@ -85,12 +86,12 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	extractSound(excerpt, folder);
 	// Any language; lines as short as captions need them, without words cut in two. The names of the files are
 	// relative, since a folder may have letters that the program can't open on Windows.
-	const program::Result result = program::run(
+	const subprocess::Result result = subprocess::run(
 		path,
 		{QStringLiteral("-m"), model, QStringLiteral("-f"), QStringLiteral("speech.wav"), QStringLiteral("-l"),
 		 QStringLiteral("auto"), QStringLiteral("-ml"), QStringLiteral("40"), QStringLiteral("-sow"),
 		 QStringLiteral("-np"), QStringLiteral("-osrt"), QStringLiteral("-of"), QStringLiteral("speech")},
-		folder, settings::whisperLimitMs());
+		folder, environment::whisperLimitMs());
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(QStringLiteral("speech.srt")));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {

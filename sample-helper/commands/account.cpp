@@ -1,8 +1,8 @@
 #include "commands/account.hpp"
 
 #include "captions/captions.hpp"
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 #include "support/state.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
@@ -51,7 +51,7 @@ int runStatus(const QCommandLineParser &)
 	const Link link = currentLink();
 	const Look look = storedLook();
 	QJsonObject members{{QStringLiteral("linked"), link == Link::linked},
-			    {QStringLiteral("offline"), settings::offline()},
+			    {QStringLiteral("offline"), environment::isOffline()},
 			    {QStringLiteral("layout"), look.layout},
 			    {QStringLiteral("style"), look.style},
 			    {QStringLiteral("font"), look.font},
@@ -76,7 +76,7 @@ int runLink(const QCommandLineParser &)
 	const QString address =
 		state::writePage(QStringLiteral("link.html"), QStringLiteral("Kestrune sample helper"), text);
 	sendEvent(QStringLiteral("code"), {{QStringLiteral("url"), address}, {QStringLiteral("code"), code}});
-	QThread::msleep(static_cast<unsigned long>(settings::linkDelayMs()));
+	QThread::msleep(static_cast<unsigned long>(environment::linkDelayMs()));
 	storeLink(linkedValue);
 	qInfo("linked");
 	sendEvent(QStringLiteral("linked"));

@@ -1,7 +1,7 @@
 #include "commands/chat.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 #include "support/state.hpp"
 
 #include <QCommandLineParser>
@@ -57,7 +57,7 @@ void settle(QJsonObject &chat)
 	if (!chat.contains(askedKey)) {
 		chat[askedKey] = nowMs();
 	}
-	if (nowMs() - chat.value(askedKey).toDouble() >= settings::consentDelayMs()) {
+	if (nowMs() - chat.value(askedKey).toDouble() >= environment::consentDelayMs()) {
 		chat[grantedKey] = true;
 		chat.remove(askedKey);
 	}

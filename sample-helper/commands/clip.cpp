@@ -3,9 +3,9 @@
 #include "captions/caption_source.hpp"
 #include "captions/captions.hpp"
 #include "commands/account.hpp"
+#include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/leftovers.hpp"
-#include "support/settings.hpp"
 #include "support/state.hpp"
 #include "video/encoding.hpp"
 #include "video/excerpt.hpp"
@@ -100,14 +100,14 @@ QString makeShort(const QString &replay, int seconds, const Look &look, QStringL
 {
 	requireReadable(replay);
 	const Excerpt excerpt = lastSecondsOf(replay, seconds);
-	const QDir output(settings::outputFolder());
+	const QDir output(environment::outputFolder());
 	state::makeFolder(output.absolutePath());
 	removeLeftovers(replay);
 
-	const QTemporaryDir scratch(QDir(settings::stateFolder()).filePath(QStringLiteral("run-XXXXXX")));
+	const QTemporaryDir scratch(QDir(environment::stateFolder()).filePath(QStringLiteral("run-XXXXXX")));
 	if (!scratch.isValid()) {
 		throw Failure(QStringLiteral("couldn't write to %1 (%2).")
-				      .arg(settings::stateFolder(), scratch.errorString()));
+				      .arg(environment::stateFolder(), scratch.errorString()));
 	}
 	const QString graph = layoutGraph(look.layout, cameraRegion(look.layout)) +
 			      captionFilter(excerpt, look, scratch.path(), notes);
@@ -143,7 +143,7 @@ int runProcess(const QCommandLineParser &parser)
 		throw Failure(QStringLiteral("this device was revoked. The Short is %1.").arg(path),
 			      {{QStringLiteral("relink"), true}, {QStringLiteral("formatted"), formatted}});
 	}
-	if (settings::offline()) {
+	if (environment::isOffline()) {
 		sendEvent(QStringLiteral("pending"), {{QStringLiteral("formatted"), formatted}});
 		return 0;
 	}

@@ -2,8 +2,8 @@
 
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 #include "support/state.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
@@ -25,12 +25,12 @@ constexpr qint64 cacheSeconds = 3600;
 QString cachedPath(const Look &look)
 {
 	const Region camera = cameraRegion(look.layout);
-	return settings::stateFolder() + QStringLiteral("/previews/%1-%2-%3-%4-%5-%6-%7-%8.png")
-						 .arg(look.layout, look.style, look.font, look.position)
-						 .arg(camera.x)
-						 .arg(camera.y)
-						 .arg(camera.width)
-						 .arg(camera.height);
+	return environment::stateFolder() + QStringLiteral("/previews/%1-%2-%3-%4-%5-%6-%7-%8.png")
+						    .arg(look.layout, look.style, look.font, look.position)
+						    .arg(camera.x)
+						    .arg(camera.y)
+						    .arg(camera.width)
+						    .arg(camera.height);
 }
 
 bool isFresh(const QString &path)

@@ -1,7 +1,7 @@
 #include "commands/recent.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 
 #include <QDir>
 #include <QJsonArray>
@@ -11,7 +11,7 @@
 int runRecent(const QCommandLineParser &)
 {
 	constexpr int mostItems = 10;
-	const QDir folder(settings::outputFolder());
+	const QDir folder(environment::outputFolder());
 	// So that "Open output folder" has something to open before the first clip.
 	folder.mkpath(QStringLiteral("."));
 	// Short names carry their time, so the name settles what the file system's clock cannot tell apart.

@@ -1,7 +1,7 @@
 #include "commands/update.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 #include "support/state.hpp"
 
 #include <QCryptographicHash>
@@ -26,7 +26,7 @@ struct Release {
 /// The release on offer; nothing if there is none or it is the installed one. Throws Failure if it makes no sense.
 std::optional<Release> offeredRelease()
 {
-	QFile file(settings::releaseFolder() + QStringLiteral("/release.json"));
+	QFile file(environment::releaseFolder() + QStringLiteral("/release.json"));
 	if (!file.exists()) {
 		return std::nullopt;
 	}
@@ -45,7 +45,7 @@ std::optional<Release> offeredRelease()
 	if (release.version.isEmpty() || !isPlainName) {
 		throw Failure(QStringLiteral("%1 names no version or no installer beside it.").arg(file.fileName()));
 	}
-	if (release.version == settings::currentVersion()) {
+	if (release.version == environment::currentVersion()) {
 		return std::nullopt;
 	}
 	return release;
@@ -60,11 +60,11 @@ void sendNoUpdate()
 QString download(const Release &release)
 {
 	constexpr int pieces = 20;
-	QFile source(settings::releaseFolder() + QLatin1Char('/') + release.installer);
+	QFile source(environment::releaseFolder() + QLatin1Char('/') + release.installer);
 	if (!source.open(QIODevice::ReadOnly) || source.size() == 0) {
 		throw Failure(QStringLiteral("the installer %1 is missing or empty.").arg(source.fileName()));
 	}
-	const QString folder = settings::stateFolder() + QStringLiteral("/downloads");
+	const QString folder = environment::stateFolder() + QStringLiteral("/downloads");
 	state::makeFolder(folder);
 	// Nothing of an unfinished or refused download ever appears under the installer's name.
 	QSaveFile target(folder + QLatin1Char('/') + release.installer);
@@ -74,7 +74,7 @@ QString download(const Release &release)
 	const qint64 pieceSize = std::max<qint64>(1, (size + pieces - 1) / pieces);
 	qint64 done = 0;
 	while (copied && done < size) {
-		QThread::msleep(static_cast<unsigned long>(settings::downloadDelayMs() / pieces));
+		QThread::msleep(static_cast<unsigned long>(environment::downloadDelayMs() / pieces));
 		const QByteArray piece = source.read(pieceSize);
 		hash.addData(piece);
 		copied = !piece.isEmpty() && target.write(piece) == piece.size();

@@ -1,6 +1,6 @@
 #include "support/leftovers.hpp"
 
-#include "support/settings.hpp"
+#include "support/environment.hpp"
 
 #include <QDateTime>
 #include <QDir>
@@ -33,11 +33,12 @@ QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filter
 
 void removeLeftovers(const QString &replay)
 {
-	for (const QFileInfo &part : abandoned(QDir(settings::outputFolder()), QStringLiteral("short-*.part"),
+	for (const QFileInfo &part : abandoned(QDir(environment::outputFolder()), QStringLiteral("short-*.part"),
 					       QDir::Files, partSeconds, replay)) {
 		QFile::remove(part.absoluteFilePath());
 	}
-	for (const QString &folder : {settings::stateFolder(), settings::stateFolder() + QStringLiteral("/previews")}) {
+	for (const QString &folder :
+	     {environment::stateFolder(), environment::stateFolder() + QStringLiteral("/previews")}) {
 		for (const QFileInfo &scratch : abandoned(QDir(folder), QStringLiteral("run-*"),
 							  QDir::Dirs | QDir::NoSymLinks, scratchSeconds, replay)) {
 			QDir(scratch.absoluteFilePath()).removeRecursively();

@@ -1,7 +1,7 @@
 #include "support/state.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/settings.hpp"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -16,7 +16,7 @@ constexpr int lockTimeoutMs = 10000;
 
 QString pathOf(const QString &name)
 {
-	return settings::stateFolder() + QLatin1Char('/') + name;
+	return environment::stateFolder() + QLatin1Char('/') + name;
 }
 
 } // namespace
@@ -51,7 +51,7 @@ QJsonObject read(const QString &name)
 
 QJsonObject update(const QString &name, const std::function<void(QJsonObject &)> &change)
 {
-	makeFolder(settings::stateFolder());
+	makeFolder(environment::stateFolder());
 	QLockFile lock(pathOf(name) + QStringLiteral(".lock"));
 	if (!lock.tryLock(lockTimeoutMs)) {
 		throw Failure(QStringLiteral("couldn't lock %1; is another helper stuck?").arg(pathOf(name)));
@@ -64,7 +64,7 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 
 QString writePage(const QString &name, const QString &title, const QString &text)
 {
-	makeFolder(settings::stateFolder());
+	makeFolder(environment::stateFolder());
 	const QString page =
 		QStringLiteral("<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
 			       "<title>%1</title>\n<body style=\"font:20px sans-serif;margin:4em auto;"

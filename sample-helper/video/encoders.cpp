@@ -1,6 +1,6 @@
 #include "video/encoders.hpp"
 
-#include "support/settings.hpp"
+#include "support/environment.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
 
@@ -56,7 +56,7 @@ const Encoder &softwareEncoder()
 
 const Encoder &chooseEncoder(QStringList &notes)
 {
-	const QString wanted = settings::encoder();
+	const QString wanted = environment::encoder();
 	if (!wanted.isEmpty()) {
 		for (const Encoder &encoder : encoders()) {
 			if (encoder.name == wanted) {

@@ -1,8 +1,8 @@
 #include "video/ffmpeg.hpp"
 
+#include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/program.hpp"
-#include "support/settings.hpp"
+#include "support/subprocess.hpp"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -17,7 +17,7 @@ namespace {
 
 QString locate(const QString &name)
 {
-	const QString folder = settings::ffmpegFolder();
+	const QString folder = environment::ffmpegFolder();
 	QString program = folder.isEmpty() ? QStandardPaths::findExecutable(name)
 					   : QStandardPaths::findExecutable(name, {folder});
 	if (program.isEmpty() && folder.isEmpty()) {
@@ -29,18 +29,18 @@ QString locate(const QString &name)
 	return program;
 }
 
-program::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
-			int limitMs = -1)
+subprocess::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
+			   int limitMs = -1)
 {
-	const program::Result result = program::run(locate(name), arguments, workingFolder, limitMs);
-	if (result.outcome == program::Outcome::NotStarted) {
+	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limitMs);
+	if (result.outcome == subprocess::Outcome::NotStarted) {
 		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
 	}
 	return result;
 }
 
 /// Runs ffmpeg with the arguments that every run of it needs in front.
-program::Result execute(const QStringList &arguments, const QString &workingFolder, int limitMs = -1)
+subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, int limitMs = -1)
 {
 	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
 				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
@@ -48,17 +48,17 @@ program::Result execute(const QStringList &arguments, const QString &workingFold
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
-QString explain(const QString &errors)
+QString explain(const QString &errorOutput)
 {
 	for (const char *text : {"No space left on device", "File too large", "Disk quota exceeded"}) {
-		if (errors.contains(QLatin1String(text))) {
+		if (errorOutput.contains(QLatin1String(text))) {
 			return QStringLiteral("the disk is full. Free some space, then clip again.");
 		}
 	}
-	if (errors.contains(QLatin1String("Unknown encoder"))) {
+	if (errorOutput.contains(QLatin1String("Unknown encoder"))) {
 		return QStringLiteral("this ffmpeg can't make H.264 video. Install a full build of ffmpeg.");
 	}
-	const QString lastLine = errors.section(QLatin1Char('\n'), -1).left(200);
+	const QString lastLine = errorOutput.section(QLatin1Char('\n'), -1).left(200);
 	return lastLine.isEmpty() ? QStringLiteral("ffmpeg stopped unexpectedly.")
 				  : QStringLiteral("ffmpeg failed: %1.").arg(lastLine);
 }
@@ -74,7 +74,7 @@ bool isMovieFormat(const QString &format)
 /// written when its program crashed.
 double endOfPackets(const QString &path, int stream)
 {
-	const program::Result result =
+	const subprocess::Result result =
 		execute(QStringLiteral("ffprobe"),
 			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
 			 QString::number(stream), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
@@ -96,7 +96,7 @@ QString fileAddress(const QString &path)
 
 Video probe(const QString &path)
 {
-	const program::Result result =
+	const subprocess::Result result =
 		execute(QStringLiteral("ffprobe"),
 			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
 			 QStringLiteral("-show_format"), QStringLiteral("-show_streams"), fileAddress(path)},
@@ -131,7 +131,7 @@ Video probe(const QString &path)
 QSet<QString> encoderNames()
 {
 	QSet<QString> names{};
-	const program::Result result = execute({QStringLiteral("-encoders")}, {}, settings::trialLimitMs());
+	const subprocess::Result result = execute({QStringLiteral("-encoders")}, {}, environment::trialLimitMs());
 	if (!result.succeeded()) {
 		return names;
 	}
@@ -144,26 +144,26 @@ QSet<QString> encoderNames()
 
 bool succeeds(const QStringList &arguments)
 {
-	return execute(arguments, {}, settings::trialLimitMs()).succeeded();
+	return execute(arguments, {}, environment::trialLimitMs()).succeeded();
 }
 
 bool draws(const QString &filter, const QString &workingFolder)
 {
-	const program::Result result =
+	const subprocess::Result result =
 		execute({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
 			 QStringLiteral("color=c=gray:s=270x480"), QStringLiteral("-vf"),
 			 filter + QStringLiteral(",format=gray"), QStringLiteral("-frames:v"), QStringLiteral("1"),
 			 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")},
-			workingFolder, settings::trialLimitMs());
+			workingFolder, environment::trialLimitMs());
 	const QByteArray &picture = result.output;
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }
 
 void run(const QStringList &arguments, const QString &workingFolder)
 {
-	const program::Result result = execute(arguments, workingFolder);
+	const subprocess::Result result = execute(arguments, workingFolder);
 	if (!result.succeeded()) {
-		throw Failure(explain(result.errors));
+		throw Failure(explain(result.errorOutput));
 	}
 }
 

@@ -1,6 +1,6 @@
 #include "video/layouts.hpp"
 
-#include "support/settings.hpp"
+#include "support/environment.hpp"
 
 #include <QList>
 
@@ -154,7 +154,7 @@ QStringList layoutKeys()
 
 Region cameraRegion(const QString &layout)
 {
-	const QStringList parts = settings::camera().split(QLatin1Char(','));
+	const QStringList parts = environment::camera().split(QLatin1Char(','));
 	QList<double> numbers{};
 	for (const QString &part : parts) {
 		bool isNumber = false;

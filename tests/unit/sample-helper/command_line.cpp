@@ -115,8 +115,8 @@ void CommandLineTest::logs_to_a_file_in_the_state_folder()
 	QVERIFY(log.open(QIODevice::ReadOnly));
 	const QByteArray content = log.readAll();
 	QVERIFY(content.contains("doesn't know --foo"));
-	QByteArray diagnostics = run.diagnostics;
-	QCOMPARE(diagnostics.replace("\r\n", "\n"), content);
+	QByteArray logged = run.errorOutput;
+	QCOMPARE(logged.replace("\r\n", "\n"), content);
 }
 
 void CommandLineTest::sets_a_large_log_aside()

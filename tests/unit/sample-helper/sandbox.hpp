@@ -19,7 +19,7 @@ struct Run {
 	/// -1 after a crash or when it did not end in time.
 	int exitCode{};
 	QByteArray output{};
-	QByteArray diagnostics{};
+	QByteArray errorOutput{};
 	QList<QJsonObject> events{};
 
 	/// The only event of the run; an empty object when there were none or several.

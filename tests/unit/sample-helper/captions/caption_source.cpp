@@ -217,7 +217,7 @@ void CaptionSourceTest::says_that_the_sound_is_unreadable()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QStringLiteral("without captions, its sound couldn't be read"));
-	QVERIFY(run.diagnostics.contains("the disk is full."));
+	QVERIFY(run.errorOutput.contains("the disk is full."));
 }
 
 void CaptionSourceTest::prefers_the_sidecar()

@@ -117,7 +117,7 @@ void AccountTest::survives_damaged_state()
 	const Run run = sandbox.run(statusSwitch);
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.onlyEvent()[QLatin1String("linked")].toBool(true), false);
-	QVERIFY(run.diagnostics.contains("damaged"));
+	QVERIFY(run.errorOutput.contains("damaged"));
 	sandbox.run(linkSwitches);
 	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), true);
 }

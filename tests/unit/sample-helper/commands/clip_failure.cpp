@@ -199,8 +199,8 @@ void ClipFailureTest::reports_a_disk_that_fills_up()
 					   unshare + QStringList{script, QStringLiteral("sh"), sampleHelper()} +
 						   process(videos::regions()));
 	QCOMPARE(errorOf(run), QStringLiteral("the disk is full. Free some space, then clip again."));
-	QVERIFY2(!run.diagnostics.endsWith(".part\n") && !run.diagnostics.endsWith(".mp4\n"),
-		 run.diagnostics.constData());
+	QVERIFY2(!run.errorOutput.endsWith(".part\n") && !run.errorOutput.endsWith(".mp4\n"),
+		 run.errorOutput.constData());
 	QCOMPARE(videos::checksum(videos::regions()), before);
 }
 

@@ -138,7 +138,7 @@ void EncodingTest::takes_the_first_encoder_that_works()
 	QCOMPARE(workshop.calls("h264_qsv"), 2);
 	QCOMPARE(workshop.calls("h264_vaapi"), 0);
 	QCOMPARE(workshop.calls("libx264"), 0);
-	QVERIFY(run.diagnostics.contains("h264_qsv encoded 1.0 s"));
+	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
 	QCOMPARE(videos::details(formatted(run)).height, 1920);
 }
 
@@ -150,8 +150,8 @@ void EncodingTest::gives_up_on_hardware_that_hangs()
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QString());
 	QCOMPARE(workshop.calls("h264_nvenc"), 1);
-	QVERIFY(run.diagnostics.contains("took longer than 5000 ms"));
-	QVERIFY(run.diagnostics.contains("h264_qsv encoded 1.0 s"));
+	QVERIFY(run.errorOutput.contains("took longer than 5000 ms"));
+	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
 }
 
 void EncodingTest::goes_on_in_software_when_hardware_fails()
@@ -176,7 +176,7 @@ void EncodingTest::encodes_in_software_when_no_hardware_works()
 	const Run run = workshop.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QString());
-	QVERIFY(run.diagnostics.contains("libx264 encoded 1.0 s"));
+	QVERIFY(run.errorOutput.contains("libx264 encoded 1.0 s"));
 }
 
 void EncodingTest::takes_the_encoder_that_is_named()

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// What the environment decides. Every value is read anew on each call: a run is short and does one thing.
-namespace settings {
+/// What the environment variables decide. Every value is read anew on each call: a run is short and does one thing.
+namespace environment {
 
 /// The one folder that holds everything this program remembers. It may not exist yet.
 QString stateFolder();
@@ -12,7 +12,7 @@ QString stateFolder();
 QString outputFolder();
 
 /// True while an upload service that cannot be reached is to be simulated.
-bool offline();
+bool isOffline();
 
 /// The folder of ffmpeg and ffprobe; empty to search for them.
 QString ffmpegFolder();
@@ -26,8 +26,8 @@ QString encoder();
 /// How long ffmpeg may take to show what it can do, in milliseconds.
 int trialLimitMs();
 
-/// The command line program of whisper.cpp and its model file; empty when not set.
-QString whisper();
+/// whisper.cpp's program for the command line and its model file; empty when not set.
+QString whisperProgram();
 QString whisperModel();
 
 /// How long a transcription may take, in milliseconds.
@@ -48,4 +48,4 @@ QString releaseFolder();
 /// The version that counts as installed.
 QString currentVersion();
 
-} // namespace settings
+} // namespace environment

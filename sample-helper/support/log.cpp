@@ -1,6 +1,6 @@
-#include "support/diagnostics.hpp"
+#include "support/log.hpp"
 
-#include "support/settings.hpp"
+#include "support/environment.hpp"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -16,7 +16,7 @@ constexpr qint64 largestLogBytes = 1'000'000;
 
 QString logPath()
 {
-	return settings::stateFolder() + QStringLiteral("/sample-helper.log");
+	return environment::stateFolder() + QStringLiteral("/sample-helper.log");
 }
 
 void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
@@ -36,9 +36,9 @@ void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 
 } // namespace
 
-void startDiagnostics()
+void startLog()
 {
-	QDir().mkpath(settings::stateFolder());
+	QDir().mkpath(environment::stateFolder());
 	if (QFileInfo(logPath()).size() > largestLogBytes) {
 		const QString old = logPath() + QStringLiteral(".old");
 		QFile::remove(old);

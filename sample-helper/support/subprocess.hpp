@@ -7,7 +7,7 @@
 #include <cstdint>
 
 /// Other programs, run to their end.
-namespace program {
+namespace subprocess {
 
 enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut };
 
@@ -16,7 +16,7 @@ struct Result {
 	/// Only meaningful once finished.
 	int exitCode{};
 	QByteArray output{};
-	QString errors{};
+	QString errorOutput{};
 
 	bool succeeded() const { return outcome == Outcome::Finished && exitCode == 0; }
 };
@@ -25,4 +25,4 @@ struct Result {
 /// goes to the log as well. A program that takes longer than `limitMs` is killed; -1 waits for ever.
 Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, int limitMs = -1);
 
-} // namespace program
+} // namespace subprocess

@@ -1,9 +1,9 @@
-#include "support/program.hpp"
+#include "support/subprocess.hpp"
 
 #include <QFileInfo>
 #include <QProcess>
 
-namespace program {
+namespace subprocess {
 namespace {
 
 Outcome waitFor(QProcess &process, int limitMs)
@@ -36,12 +36,12 @@ Result run(const QString &path, const QStringList &arguments, const QString &wor
 		qWarning("%s: %s", qUtf8Printable(path), qUtf8Printable(process.errorString()));
 	} else if (outcome == Outcome::TimedOut) {
 		qWarning("%s %s\ntook longer than %d ms: stopped. %s", qUtf8Printable(name),
-			 qUtf8Printable(arguments.join(QLatin1Char(' '))), limitMs, qUtf8Printable(result.errors));
-	} else if (!result.errors.isEmpty()) {
+			 qUtf8Printable(arguments.join(QLatin1Char(' '))), limitMs, qUtf8Printable(result.errorOutput));
+	} else if (!result.errorOutput.isEmpty()) {
 		qInfo("%s %s\n%s", qUtf8Printable(name), qUtf8Printable(arguments.join(QLatin1Char(' '))),
-		      qUtf8Printable(result.errors));
+		      qUtf8Printable(result.errorOutput));
 	}
 	return result;
 }
 
-} // namespace program
+} // namespace subprocess

@@ -1,10 +1,10 @@
-#include "support/settings.hpp"
+#include "support/environment.hpp"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
-namespace settings {
+namespace environment {
 namespace {
 
 QString valueOr(const char *variable, const QString &fallback)
@@ -38,7 +38,7 @@ QString outputFolder()
 	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + QStringLiteral("/Shorts")));
 }
 
-bool offline()
+bool isOffline()
 {
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == QStringLiteral("1") ||
 	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
@@ -64,7 +64,7 @@ int trialLimitMs()
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
 }
 
-QString whisper()
+QString whisperProgram()
 {
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");
 }
@@ -104,4 +104,4 @@ QString currentVersion()
 	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", QStringLiteral(SAMPLE_HELPER_VERSION));
 }
 
-} // namespace settings
+} // namespace environment
