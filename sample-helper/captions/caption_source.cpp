@@ -49,7 +49,7 @@ QList<Cue> readSidecar(const QString &path)
 QList<Cue> momentOf(const Excerpt &excerpt)
 {
 	const QString moment = QFileInfo(excerpt.replay).lastModified().toString(QStringLiteral("HH:mm"));
-	return {{0, qRound64(excerpt.lengthSeconds * 1000), QStringLiteral("Clipped at %1").arg(moment)}};
+	return {{0, qRound64(excerpt.length_s * 1000), QStringLiteral("Clipped at %1").arg(moment)}};
 }
 
 } // namespace
@@ -59,9 +59,8 @@ QList<Cue> captionsOf(const Excerpt &excerpt, const QString &folder, QStringList
 	try {
 		const QString sidecar = sidecarOf(excerpt.replay);
 		if (!sidecar.isEmpty()) {
-			const qint64 startMs = qRound64(excerpt.startSeconds * 1000);
-			return cuesWithin(readSidecar(sidecar), startMs,
-					  startMs + qRound64(excerpt.lengthSeconds * 1000));
+			const qint64 start_ms = qRound64(excerpt.start_s * 1000);
+			return cuesWithin(readSidecar(sidecar), start_ms, start_ms + qRound64(excerpt.length_s * 1000));
 		}
 		return transcription::isWanted() ? transcription::transcribe(excerpt, folder) : momentOf(excerpt);
 	} catch (const Failure &failure) {

@@ -25,7 +25,7 @@ int widthOf(char32_t letter)
 
 } // namespace
 
-QByteArray script(int width, int height, const QString &styleLines, const QString &events)
+QByteArray script(int width_px, int height_px, const QString &styleLines, const QString &events)
 {
 	QString text =
 		QStringLiteral("[Script Info]\nScriptType: v4.00+\nPlayResX: %1\nPlayResY: %2\nWrapStyle: 0\n"
@@ -33,8 +33,8 @@ QByteArray script(int width, int height, const QString &styleLines, const QStrin
 			       "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
 			       "BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
 			       "BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\n")
-			.arg(width)
-			.arg(height);
+			.arg(width_px)
+			.arg(height_px);
 	text += styleLines;
 	text += QStringLiteral(
 		"\n[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\n");
@@ -42,9 +42,9 @@ QByteArray script(int width, int height, const QString &styleLines, const QStrin
 	return text.toUtf8();
 }
 
-QString time(qint64 milliseconds)
+QString time(qint64 time_ms)
 {
-	const qint64 hundredths = milliseconds / 10;
+	const qint64 hundredths = time_ms / 10;
 	return QStringLiteral("%1:%2:%3.%4")
 		.arg(hundredths / 360000)
 		.arg(hundredths / 6000 % 60, 2, 10, QLatin1Char('0'))

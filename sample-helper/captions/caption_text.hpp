@@ -7,10 +7,10 @@
 namespace captiontext {
 
 /// A whole script for a picture of this size from its style lines and its event lines.
-QByteArray script(int width, int height, const QString &styleLines, const QString &events);
+QByteArray script(int width_px, int height_px, const QString &styleLines, const QString &events);
 
 /// A time such as 0:01:02.50; scripts count hundredths of a second.
-QString time(qint64 milliseconds);
+QString time(qint64 time_ms);
 
 /// The text with line breaks in words too wide for a Short (addresses, languages without blanks), and cut off with an
 /// ellipsis where it would fill the picture.

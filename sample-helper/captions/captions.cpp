@@ -15,15 +15,15 @@ struct Layer {
 	const char *shadow{};
 	/// 1 outlines the letters, 4 puts a box of the shadow's colour and size behind them.
 	int border{1};
-	int outlineWidth{};
-	int shadowDepth{};
+	int outlineWidth_px{};
+	int shadowDepth_px{};
 	/// Commands in front of each text.
 	const char *commands{""};
 };
 
 struct Style {
 	const char *key{};
-	int fontSize{};
+	int fontSize_px{};
 	bool upperCase{};
 	/// How many of the layers are drawn, the lowest first.
 	std::size_t layerCount{};
@@ -94,26 +94,26 @@ QString styleLine(const Style &style, std::size_t layer, const Font &font)
 	return QStringLiteral("Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n")
 		.arg(layer)
 		.arg(QLatin1String(font.family))
-		.arg(style.fontSize)
+		.arg(style.fontSize_px)
 		.arg(QLatin1String(paint.letters), QLatin1String(paint.outline), QLatin1String(paint.shadow))
 		.arg(font.bold ? -1 : 0)
 		.arg(paint.border)
-		.arg(paint.outlineWidth)
-		.arg(paint.shadowDepth);
+		.arg(paint.outlineWidth_px)
+		.arg(paint.shadowDepth_px);
 }
 
 QString cueLines(const Style &style, const Cue &cue, int y)
 {
 	const QString text = captiontext::broken(style.upperCase ? cue.text.toUpper() : cue.text);
-	const int fontSize = static_cast<int>(style.fontSize * captiontext::scale(text));
+	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::scale(text));
 	QString lines{};
 	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
 		lines += QStringLiteral("Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7")
 				 .arg(layer)
-				 .arg(captiontext::time(cue.startMs), captiontext::time(cue.endMs))
-				 .arg(shortWidth / 2)
+				 .arg(captiontext::time(cue.start_ms), captiontext::time(cue.end_ms))
+				 .arg(shortWidth_px / 2)
 				 .arg(y)
-				 .arg(fontSize)
+				 .arg(fontSize_px)
 				 .arg(QLatin1String(style.layers[layer].commands));
 		// Appended, since the text itself may hold something like %1.
 		lines += captiontext::escaped(text) + QLatin1Char('\n');
@@ -152,7 +152,7 @@ QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 	}
 	QString events{};
 	for (const Cue &cue : cues) {
-		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight));
+		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight_px));
 	}
-	return captiontext::script(shortWidth, shortHeight, styleLines, events);
+	return captiontext::script(shortWidth_px, shortHeight_px, styleLines, events);
 }

@@ -114,26 +114,26 @@ QList<Cue> parseSubtitles(const QByteArray &file)
 		}
 	}
 	std::stable_sort(cues.begin(), cues.end(),
-			 [](const Cue &left, const Cue &right) { return left.startMs < right.startMs; });
+			 [](const Cue &left, const Cue &right) { return left.start_ms < right.start_ms; });
 	return cues;
 }
 
-QList<Cue> cuesWithin(const QList<Cue> &cues, qint64 startMs, qint64 endMs)
+QList<Cue> cuesWithin(const QList<Cue> &cues, qint64 start_ms, qint64 end_ms)
 {
 	QList<Cue> result{};
 	for (const Cue &cue : cues) {
-		if (cue.endMs <= startMs || cue.startMs >= endMs) {
+		if (cue.end_ms <= start_ms || cue.start_ms >= end_ms) {
 			continue;
 		}
-		const Cue shifted{std::max(cue.startMs - startMs, qint64{0}), std::min(cue.endMs, endMs) - startMs,
+		const Cue shifted{std::max(cue.start_ms - start_ms, qint64{0}), std::min(cue.end_ms, end_ms) - start_ms,
 				  cue.text};
-		if (!result.isEmpty() && result.last().startMs == shifted.startMs) {
+		if (!result.isEmpty() && result.last().start_ms == shifted.start_ms) {
 			result.last().text += QLatin1Char('\n') + shifted.text;
-			result.last().endMs = std::max(result.last().endMs, shifted.endMs);
+			result.last().end_ms = std::max(result.last().end_ms, shifted.end_ms);
 			continue;
 		}
 		if (!result.isEmpty()) {
-			result.last().endMs = std::min(result.last().endMs, shifted.startMs);
+			result.last().end_ms = std::min(result.last().end_ms, shifted.start_ms);
 		}
 		result += shifted;
 	}

@@ -4,10 +4,10 @@
 #include <QList>
 #include <QString>
 
-/// A piece of text and when it is shown, in milliseconds from the start of the video.
+/// A piece of text and when it is shown, from the start of the video.
 struct Cue {
-	qint64 startMs{};
-	qint64 endMs{};
+	qint64 start_ms{};
+	qint64 end_ms{};
 	/// Plain text, several lines separated by '\n'.
 	QString text{};
 
@@ -24,4 +24,4 @@ bool isText(const QByteArray &file);
 
 /// The cues of a part of the video, with times from its beginning. At most one is left at any moment: a cue ends when
 /// the next one starts, and cues that start together become one.
-QList<Cue> cuesWithin(const QList<Cue> &cues, qint64 startMs, qint64 endMs);
+QList<Cue> cuesWithin(const QList<Cue> &cues, qint64 start_ms, qint64 end_ms);

@@ -91,7 +91,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 		{QStringLiteral("-m"), model, QStringLiteral("-f"), QStringLiteral("speech.wav"), QStringLiteral("-l"),
 		 QStringLiteral("auto"), QStringLiteral("-ml"), QStringLiteral("40"), QStringLiteral("-sow"),
 		 QStringLiteral("-np"), QStringLiteral("-osrt"), QStringLiteral("-of"), QStringLiteral("speech")},
-		folder, environment::whisperLimitMs());
+		folder, environment::whisperLimit_ms());
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(QStringLiteral("speech.srt")));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {
@@ -101,7 +101,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	// What is no speech comes as "[BLANK_AUDIO]" or "(music)".
 	static const QRegularExpression noise(QStringLiteral(R"(^(\[[^\]\n]*\]|\([^)\n]*\))$)"));
 	cues.removeIf([](const Cue &cue) { return noise.match(cue.text).hasMatch(); });
-	return cuesWithin(cues, 0, qRound64(excerpt.lengthSeconds * 1000));
+	return cuesWithin(cues, 0, qRound64(excerpt.length_s * 1000));
 }
 
 } // namespace transcription

@@ -76,7 +76,7 @@ int runLink(const QCommandLineParser &)
 	const QString address =
 		state::writePage(QStringLiteral("link.html"), QStringLiteral("Kestrune sample helper"), text);
 	sendEvent(QStringLiteral("code"), {{QStringLiteral("url"), address}, {QStringLiteral("code"), code}});
-	QThread::msleep(static_cast<unsigned long>(environment::linkDelayMs()));
+	QThread::msleep(static_cast<unsigned long>(environment::linkDelay_ms()));
 	storeLink(linkedValue);
 	qInfo("linked");
 	sendEvent(QStringLiteral("linked"));

@@ -30,7 +30,7 @@ constexpr QLatin1StringView byKey("by");
 constexpr QLatin1StringView textKey("text");
 constexpr QLatin1StringView atKey("at_ms");
 
-double nowMs()
+double now_ms()
 {
 	return static_cast<double>(QDateTime::currentMSecsSinceEpoch());
 }
@@ -55,9 +55,9 @@ void settle(QJsonObject &chat)
 		return;
 	}
 	if (!chat.contains(askedKey)) {
-		chat[askedKey] = nowMs();
+		chat[askedKey] = now_ms();
 	}
-	if (nowMs() - chat.value(askedKey).toDouble() >= environment::consentDelayMs()) {
+	if (now_ms() - chat.value(askedKey).toDouble() >= environment::consentDelay_ms()) {
 		chat[grantedKey] = true;
 		chat.remove(askedKey);
 	}
@@ -195,7 +195,7 @@ int runSay(const QCommandLineParser &parser)
 			text = chat.value(commandKey).toString();
 		}
 		QJsonArray messages = chat.value(messagesKey).toArray();
-		messages += QJsonObject{{byKey, by}, {textKey, text}, {atKey, nowMs()}};
+		messages += QJsonObject{{byKey, by}, {textKey, text}, {atKey, now_ms()}};
 		while (messages.size() > mostMessages) {
 			messages.removeFirst();
 		}

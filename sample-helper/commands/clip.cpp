@@ -24,16 +24,16 @@
 
 namespace {
 
-constexpr int longestClipSeconds = 3600;
+constexpr int longestClip_s = 3600;
 
-int requestedSeconds(const QCommandLineParser &parser)
+int requestedLength_s(const QCommandLineParser &parser)
 {
 	bool isNumber = false;
-	const int seconds = parser.value(QStringLiteral("seconds")).toInt(&isNumber);
-	if (!isNumber || seconds < 1 || seconds > longestClipSeconds) {
-		throw Failure(QStringLiteral("--seconds needs a whole number from 1 to %1.").arg(longestClipSeconds));
+	const int length_s = parser.value(QStringLiteral("seconds")).toInt(&isNumber);
+	if (!isNumber || length_s < 1 || length_s > longestClip_s) {
+		throw Failure(QStringLiteral("--seconds needs a whole number from 1 to %1.").arg(longestClip_s));
 	}
-	return seconds;
+	return length_s;
 }
 
 void requireReadable(const QString &path)
@@ -96,10 +96,10 @@ QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &f
 }
 
 /// Makes the Short and returns its path.
-QString makeShort(const QString &replay, int seconds, const Look &look, QStringList &notes)
+QString makeShort(const QString &replay, int length_s, const Look &look, QStringList &notes)
 {
 	requireReadable(replay);
-	const Excerpt excerpt = lastSecondsOf(replay, seconds);
+	const Excerpt excerpt = lastSecondsOf(replay, length_s);
 	const QDir output(environment::outputFolder());
 	state::makeFolder(output.absolutePath());
 	removeLeftovers(replay);
@@ -117,7 +117,7 @@ QString makeShort(const QString &replay, int seconds, const Look &look, QStringL
 	const QString finished = output.filePath(name + QStringLiteral(".mp4"));
 	const auto removePart = qScopeGuard([&part] { QFile::remove(part); });
 	encode(excerpt, graph, scratch.path(), part, notes);
-	if (ffmpeg::probe(part).durationSeconds <= 0) {
+	if (ffmpeg::probe(part).duration_s <= 0) {
 		throw Failure(QStringLiteral("ffmpeg found no pictures in %1.").arg(QFileInfo(replay).fileName()));
 	}
 	if (!QFile::rename(part, finished)) {
@@ -130,10 +130,10 @@ QString makeShort(const QString &replay, int seconds, const Look &look, QStringL
 
 int runProcess(const QCommandLineParser &parser)
 {
-	const int seconds = requestedSeconds(parser);
+	const int length_s = requestedLength_s(parser);
 	QStringList notes{};
 	const Look look = requestedLook(parser, notes);
-	const QString path = makeShort(parser.value(QStringLiteral("process")), seconds, look, notes);
+	const QString path = makeShort(parser.value(QStringLiteral("process")), length_s, look, notes);
 	qInfo("made %s", qUtf8Printable(path));
 	storeLook(look);
 

@@ -20,7 +20,7 @@
 namespace {
 
 // Long enough for a streamer to flip through the looks, short enough for a newly installed font to show up.
-constexpr qint64 cacheSeconds = 3600;
+constexpr qint64 cacheLifetime_s = 3600;
 
 QString cachedPath(const Look &look)
 {
@@ -36,11 +36,11 @@ QString cachedPath(const Look &look)
 bool isFresh(const QString &path)
 {
 	const QFileInfo file(path);
-	return file.size() > 0 && file.lastModified().secsTo(QDateTime::currentDateTimeUtc()) < cacheSeconds;
+	return file.size() > 0 && file.lastModified().secsTo(QDateTime::currentDateTimeUtc()) < cacheLifetime_s;
 }
 
-constexpr int sceneWidth = 1280;
-constexpr int sceneHeight = 720;
+constexpr int sceneWidth_px = 1280;
+constexpr int sceneHeight_px = 720;
 
 /// A stand-in for a stream: coloured stripes as the game (so that cuts can be told), a bordered panel as the camera.
 QString scene(const Region &camera)
@@ -54,8 +54,8 @@ QString scene(const Region &camera)
 		.arg(camera.y)
 		.arg(camera.width)
 		.arg(camera.height)
-		.arg(sceneWidth)
-		.arg(sceneHeight);
+		.arg(sceneWidth_px)
+		.arg(sceneHeight_px);
 }
 
 /// A script that names the parts of the scene.
@@ -67,10 +67,10 @@ QByteArray labels(const Region &camera)
 	const QString event =
 		QStringLiteral("Dialogue: 0,0:00:00.00,0:00:10.00,Label,,0,0,0,,{\\pos(%1,%2)\\fs%3}%4\n");
 	return captiontext::script(
-		sceneWidth, sceneHeight, styles,
-		event.arg(sceneWidth / 2).arg(sceneHeight * 2 / 5).arg(110).arg(QStringLiteral("GAME")) +
-			event.arg(sceneWidth * (camera.x + camera.width / 2))
-				.arg(sceneHeight * (camera.y + camera.height / 2))
+		sceneWidth_px, sceneHeight_px, styles,
+		event.arg(sceneWidth_px / 2).arg(sceneHeight_px * 2 / 5).arg(110).arg(QStringLiteral("GAME")) +
+			event.arg(sceneWidth_px * (camera.x + camera.width / 2))
+				.arg(sceneHeight_px * (camera.y + camera.height / 2))
 				.arg(60)
 				.arg(QStringLiteral("CAMERA")));
 }

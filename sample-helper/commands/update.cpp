@@ -74,7 +74,7 @@ QString download(const Release &release)
 	const qint64 pieceSize = std::max<qint64>(1, (size + pieces - 1) / pieces);
 	qint64 done = 0;
 	while (copied && done < size) {
-		QThread::msleep(static_cast<unsigned long>(environment::downloadDelayMs() / pieces));
+		QThread::msleep(static_cast<unsigned long>(environment::downloadDelay_ms() / pieces));
 		const QByteArray piece = source.read(pieceSize);
 		hash.addData(piece);
 		copied = !piece.isEmpty() && target.write(piece) == piece.size();

@@ -59,7 +59,7 @@ QString encoder()
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");
 }
 
-int trialLimitMs()
+int trialLimit_ms()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
 }
@@ -74,22 +74,22 @@ QString whisperModel()
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
 }
 
-int whisperLimitMs()
+int whisperLimit_ms()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS", 600000);
 }
 
-int linkDelayMs()
+int linkDelay_ms()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_LINK_MS", 2000);
 }
 
-int consentDelayMs()
+int consentDelay_ms()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_CONSENT_MS", 2000);
 }
 
-int downloadDelayMs()
+int downloadDelay_ms()
 {
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS", 1500);
 }

@@ -23,24 +23,24 @@ QString camera();
 /// ffmpeg's name of the video encoder to use; empty to find one.
 QString encoder();
 
-/// How long ffmpeg may take to show what it can do, in milliseconds.
-int trialLimitMs();
+/// How long ffmpeg may take to show what it can do.
+int trialLimit_ms();
 
 /// whisper.cpp's program for the command line and its model file; empty when not set.
 QString whisperProgram();
 QString whisperModel();
 
-/// How long a transcription may take, in milliseconds.
-int whisperLimitMs();
+/// How long a transcription may take.
+int whisperLimit_ms();
 
-/// How long a confirmation of the account link takes, in milliseconds.
-int linkDelayMs();
+/// How long a confirmation of the account link takes.
+int linkDelay_ms();
 
-/// How long after the question the consent to read the chat counts as given, in milliseconds.
-int consentDelayMs();
+/// How long after the question the consent to read the chat counts as given.
+int consentDelay_ms();
 
-/// How long a download is stretched to, in milliseconds.
-int downloadDelayMs();
+/// How long a download is stretched to.
+int downloadDelay_ms();
 
 /// The folder that offers a release to update to. It may not exist.
 QString releaseFolder();

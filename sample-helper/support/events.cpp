@@ -14,8 +14,8 @@ void sendEvent(const QString &name, QJsonObject members)
 }
 
 Failure::Failure(QString text, QJsonObject members)
-	: m_text(std::move(text))
-	, m_utf8(m_text.toUtf8())
-	, m_members(std::move(members))
+	: text_(std::move(text))
+	, utf8_(text_.toUtf8())
+	, members_(std::move(members))
 {
 }

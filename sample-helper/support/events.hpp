@@ -15,13 +15,13 @@ class Failure : public std::exception {
 public:
 	explicit Failure(QString text, QJsonObject members = {});
 
-	const char *what() const noexcept override { return m_utf8.constData(); }
-	const QString &text() const { return m_text; }
+	const char *what() const noexcept override { return utf8_.constData(); }
+	const QString &text() const { return text_; }
 	/// Members that the "error" event carries besides its text.
-	const QJsonObject &members() const { return m_members; }
+	const QJsonObject &members() const { return members_; }
 
 private:
-	QString m_text{};
-	QByteArray m_utf8{};
-	QJsonObject m_members{};
+	QString text_{};
+	QByteArray utf8_{};
+	QJsonObject members_{};
 };

@@ -10,12 +10,12 @@
 namespace {
 
 // A Short that is still being made is written to all the time.
-constexpr qint64 partSeconds = 600;
+constexpr qint64 partLifetime_s = 600;
 // A scratch folder lies still for as long as the run takes.
-constexpr qint64 scratchSeconds = 86400;
+constexpr qint64 scratchLifetime_s = 86400;
 
 /// The entries of a folder that have not changed for so long and neither are nor hold the replay.
-QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filters kind, qint64 seconds,
+QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filters kind, qint64 age_s,
 			const QString &replay)
 {
 	const QString kept = QFileInfo(replay).canonicalFilePath();
@@ -24,7 +24,7 @@ QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filter
 	entries.removeIf([&](const QFileInfo &entry) {
 		const QString path = entry.canonicalFilePath();
 		return path == kept || kept.startsWith(path + QLatin1Char('/')) ||
-		       entry.lastModified().secsTo(now) <= seconds;
+		       entry.lastModified().secsTo(now) <= age_s;
 	});
 	return entries;
 }
@@ -34,13 +34,13 @@ QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filter
 void removeLeftovers(const QString &replay)
 {
 	for (const QFileInfo &part : abandoned(QDir(environment::outputFolder()), QStringLiteral("short-*.part"),
-					       QDir::Files, partSeconds, replay)) {
+					       QDir::Files, partLifetime_s, replay)) {
 		QFile::remove(part.absoluteFilePath());
 	}
 	for (const QString &folder :
 	     {environment::stateFolder(), environment::stateFolder() + QStringLiteral("/previews")}) {
 		for (const QFileInfo &scratch : abandoned(QDir(folder), QStringLiteral("run-*"),
-							  QDir::Dirs | QDir::NoSymLinks, scratchSeconds, replay)) {
+							  QDir::Dirs | QDir::NoSymLinks, scratchLifetime_s, replay)) {
 			QDir(scratch.absoluteFilePath()).removeRecursively();
 		}
 	}

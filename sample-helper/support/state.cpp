@@ -12,7 +12,7 @@
 namespace state {
 namespace {
 
-constexpr int lockTimeoutMs = 10000;
+constexpr int lockTimeout_ms = 10000;
 
 QString pathOf(const QString &name)
 {
@@ -53,7 +53,7 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 {
 	makeFolder(environment::stateFolder());
 	QLockFile lock(pathOf(name) + QStringLiteral(".lock"));
-	if (!lock.tryLock(lockTimeoutMs)) {
+	if (!lock.tryLock(lockTimeout_ms)) {
 		throw Failure(QStringLiteral("couldn't lock %1; is another helper stuck?").arg(pathOf(name)));
 	}
 	QJsonObject object = read(name);

@@ -22,7 +22,7 @@ struct Result {
 };
 
 /// Runs a program in `workingFolder` (the current one when empty) and waits for its end. What it says on standard error
-/// goes to the log as well. A program that takes longer than `limitMs` is killed; -1 waits for ever.
-Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, int limitMs = -1);
+/// goes to the log as well. A program that takes longer than `limit_ms` is killed; -1 waits for ever.
+Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, int limit_ms = -1);
 
 } // namespace subprocess

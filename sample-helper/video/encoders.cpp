@@ -20,7 +20,7 @@ bool works(const Encoder &encoder)
 	// That there is no such card is nothing to log with each clip.
 	return ffmpeg::succeeds(words("-v quiet") + encoder.device +
 				QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-					    QStringLiteral("color=s=%1x%2:r=30").arg(shortWidth).arg(shortHeight),
+					    QStringLiteral("color=s=%1x%2:r=30").arg(shortWidth_px).arg(shortHeight_px),
 					    QStringLiteral("-vf"), encoder.filters, QStringLiteral("-frames:v"),
 					    QStringLiteral("1"), QStringLiteral("-c:v"), encoder.name} +
 				encoder.quality +

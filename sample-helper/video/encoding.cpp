@@ -45,9 +45,9 @@ void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const QString &g
 	QElapsedTimer timer;
 	timer.start();
 	ffmpeg::run(arguments(excerpt, encoder, graph, target), folder);
-	const double seconds = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
-	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.lengthSeconds,
-	      seconds, excerpt.lengthSeconds / seconds);
+	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
+	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,
+	      elapsed_s, excerpt.length_s / elapsed_s);
 }
 
 } // namespace

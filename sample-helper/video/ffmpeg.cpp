@@ -30,9 +30,9 @@ QString locate(const QString &name)
 }
 
 subprocess::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
-			   int limitMs = -1)
+			   int limit_ms = -1)
 {
-	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limitMs);
+	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limit_ms);
 	if (result.outcome == subprocess::Outcome::NotStarted) {
 		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
 	}
@@ -40,11 +40,11 @@ subprocess::Result execute(const QString &name, const QStringList &arguments, co
 }
 
 /// Runs ffmpeg with the arguments that every run of it needs in front.
-subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, int limitMs = -1)
+subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, int limit_ms = -1)
 {
 	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
 				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
-	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder, limitMs);
+	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder, limit_ms);
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
@@ -122,8 +122,8 @@ Video probe(const QString &path)
 	if (!result.succeeded() || video.videoStream < 0 || !isMovie) {
 		throw Failure(QStringLiteral("%1 isn't a video that ffmpeg can read.").arg(QFileInfo(path).fileName()));
 	}
-	if (video.durationSeconds <= 0) {
-		video.durationSeconds = endOfPackets(path, video.videoStream);
+	if (video.duration_s <= 0) {
+		video.duration_s = endOfPackets(path, video.videoStream);
 	}
 	return video;
 }
@@ -131,7 +131,7 @@ Video probe(const QString &path)
 QSet<QString> encoderNames()
 {
 	QSet<QString> names{};
-	const subprocess::Result result = execute({QStringLiteral("-encoders")}, {}, environment::trialLimitMs());
+	const subprocess::Result result = execute({QStringLiteral("-encoders")}, {}, environment::trialLimit_ms());
 	if (!result.succeeded()) {
 		return names;
 	}
@@ -144,7 +144,7 @@ QSet<QString> encoderNames()
 
 bool succeeds(const QStringList &arguments)
 {
-	return execute(arguments, {}, environment::trialLimitMs()).succeeded();
+	return execute(arguments, {}, environment::trialLimit_ms()).succeeded();
 }
 
 bool draws(const QString &filter, const QString &workingFolder)
@@ -154,7 +154,7 @@ bool draws(const QString &filter, const QString &workingFolder)
 			 QStringLiteral("color=c=gray:s=270x480"), QStringLiteral("-vf"),
 			 filter + QStringLiteral(",format=gray"), QStringLiteral("-frames:v"), QStringLiteral("1"),
 			 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")},
-			workingFolder, environment::trialLimitMs());
+			workingFolder, environment::trialLimit_ms());
 	const QByteArray &picture = result.output;
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }

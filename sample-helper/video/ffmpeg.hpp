@@ -13,7 +13,7 @@ struct Video {
 	/// -1 when the file has no sound.
 	int audioStream{-1};
 	int audioChannels{};
-	double durationSeconds{};
+	double duration_s{};
 };
 
 /// The address by which ffmpeg opens exactly this file, whatever characters its path holds.
@@ -23,15 +23,15 @@ QString fileAddress(const QString &path);
 Video probe(const QString &path);
 
 /// The names of the encoders that this ffmpeg was built with; none if it fails or takes longer than
-/// environment::trialLimitMs(). Throws Failure when it is missing.
+/// environment::trialLimit_ms(). Throws Failure when it is missing.
 QSet<QString> encoderNames();
 
-/// Whether ffmpeg can do this within environment::trialLimitMs(): a broken driver may hang for ever. Throws Failure
+/// Whether ffmpeg can do this within environment::trialLimit_ms(): a broken driver may hang for ever. Throws Failure
 /// when ffmpeg is missing.
 bool succeeds(const QStringList &arguments);
 
 /// Whether the filter leaves a mark on an empty picture: some builds lack the one for captions, some systems have no
-/// font for it. False as well after environment::trialLimitMs(). Throws Failure when ffmpeg is missing.
+/// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
 bool draws(const QString &filter, const QString &workingFolder);
 
 /// Runs ffmpeg in `workingFolder`; throws Failure, worded by what went wrong, unless it succeeds.

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QStringList>
 
-/// Size of a Short in pixels.
-constexpr int shortWidth = 1080;
-constexpr int shortHeight = 1920;
+/// The size of a Short.
+constexpr int shortWidth_px = 1080;
+constexpr int shortHeight_px = 1920;
 
 /// A part of a picture, in fractions of its width and height.
 struct Region {

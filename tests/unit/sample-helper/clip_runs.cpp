@@ -2,10 +2,10 @@
 
 #include <QJsonArray>
 
-QStringList process(const QString &replay, int seconds, const QStringList &look)
+QStringList process(const QString &replay, int length_s, const QStringList &look)
 {
 	return QStringList{QStringLiteral("--process"), replay,
-			   QStringLiteral("--seconds"), QString::number(seconds),
+			   QStringLiteral("--seconds"), QString::number(length_s),
 			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
 	       look;
 }

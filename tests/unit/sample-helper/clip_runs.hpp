@@ -7,7 +7,7 @@
 /// Runs of --process and what they answer.
 
 /// The arguments as the dock sends them; `look` are further switches.
-QStringList process(const QString &replay, int seconds, const QStringList &look = {});
+QStringList process(const QString &replay, int length_s, const QStringList &look = {});
 
 /// The switches of a layout and a caption style.
 QStringList looking(const char *layout, const char *style);

@@ -31,7 +31,7 @@ QString shown(const QList<Cue> &cues)
 {
 	QStringList parts{};
 	for (const Cue &cue : cues) {
-		parts += QStringLiteral("%1-%2 %3").arg(cue.startMs).arg(cue.endMs).arg(cue.text);
+		parts += QStringLiteral("%1-%2 %3").arg(cue.start_ms).arg(cue.end_ms).arg(cue.text);
 	}
 	return parts.join(QLatin1Char('|'));
 }
@@ -116,7 +116,7 @@ void SubtitlesTest::reads_times()
 	QFETCH(const qint64, milliseconds);
 	const QList<Cue> cues = parseSubtitles("  " + time + "-->\t999:00:00,000  \nHi\n");
 	QCOMPARE(cues.size(), 1);
-	QCOMPARE(cues.first().startMs, milliseconds);
+	QCOMPARE(cues.first().start_ms, milliseconds);
 }
 
 void SubtitlesTest::takes_markup_out_data()
@@ -201,9 +201,9 @@ void SubtitlesTest::survives_any_bytes()
 		}
 		qint64 end = 0;
 		for (const Cue &cue : cuesWithin(parseSubtitles(file), 500, 3500)) {
-			QVERIFY(cue.startMs >= end && cue.startMs < cue.endMs && cue.endMs <= 3000);
+			QVERIFY(cue.start_ms >= end && cue.start_ms < cue.end_ms && cue.end_ms <= 3000);
 			QVERIFY(!cue.text.trimmed().isEmpty() && !cue.text.contains(QChar::Null));
-			end = cue.endMs;
+			end = cue.end_ms;
 		}
 	}
 }

@@ -91,7 +91,7 @@ void ClipTest::composes_every_layout()
 	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
 	QCOMPARE(details.pixelFormat, QStringLiteral("yuv420p"));
 	QCOMPARE(details.audioCodec, QStringLiteral("aac"));
-	QVERIFY2(std::abs(details.durationSeconds - 2) < 0.06, qPrintable(QString::number(details.durationSeconds)));
+	QVERIFY2(std::abs(details.duration_s - 2) < 0.06, qPrintable(QString::number(details.duration_s)));
 	QVERIFY(videos::isFastStart(path));
 
 	const QByteArray frame = videos::firstFrame(path);
@@ -158,7 +158,7 @@ void ClipTest::takes_the_whole_of_a_short_replay()
 	const Sandbox sandbox;
 	const Run run = sandbox.run(process(videos::regions(), 120, looking("gameplay", "none")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QVERIFY(std::abs(videos::details(formatted(run)).durationSeconds - 4) < 0.1);
+	QVERIFY(std::abs(videos::details(formatted(run)).duration_s - 4) < 0.1);
 }
 
 void ClipTest::makes_a_silent_short_of_a_silent_replay()
@@ -206,7 +206,7 @@ void ClipTest::reads_a_replay_without_a_duration()
 			  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(), QStringLiteral("-c"),
 					  QStringLiteral("copy"), QStringLiteral("-live"), QStringLiteral("1"),
 					  QStringLiteral("-f"), QStringLiteral("matroska"), QStringLiteral("-")}));
-	QCOMPARE(videos::details(replay).durationSeconds, 0.0);
+	QCOMPARE(videos::details(replay).duration_s, 0.0);
 	const Run run = sandbox.run(process(replay, 1, looking("gameplay", "none")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	const QList<int> frames = videos::brightness(formatted(run));
@@ -223,10 +223,10 @@ void ClipTest::reads_a_replay_without_any_times()
 				  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(),
 						  QStringLiteral("-c:v"), QStringLiteral("copy"), QStringLiteral("-f"),
 						  QStringLiteral("h264"), QStringLiteral("-")}));
-	QCOMPARE(videos::details(replay).durationSeconds, 0.0);
+	QCOMPARE(videos::details(replay).duration_s, 0.0);
 	const Run run = sandbox.run(process(replay, 2, looking("gameplay", "clean")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	const double length = videos::details(formatted(run)).durationSeconds;
+	const double length = videos::details(formatted(run)).duration_s;
 	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
 }
 
