@@ -25,7 +25,7 @@ int widthOf(char32_t letter)
 
 } // namespace
 
-QByteArray script(int width_px, int height_px, const QString &styleLines, const QString &events)
+QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events)
 {
 	QString text =
 		QStringLiteral("[Script Info]\nScriptType: v4.00+\nPlayResX: %1\nPlayResY: %2\nWrapStyle: 0\n"
@@ -42,7 +42,7 @@ QByteArray script(int width_px, int height_px, const QString &styleLines, const 
 	return text.toUtf8();
 }
 
-QString time(qint64 time_ms)
+QString formatTime(qint64 time_ms)
 {
 	const qint64 hundredths = time_ms / 10;
 	return QStringLiteral("%1:%2:%3.%4")
@@ -52,7 +52,7 @@ QString time(qint64 time_ms)
 		.arg(hundredths % 100, 2, 10, QLatin1Char('0'));
 }
 
-QString broken(const QString &text)
+QString breakLines(const QString &text)
 {
 	QString result{};
 	int wordWidth = 0;
@@ -83,7 +83,7 @@ QString broken(const QString &text)
 	return result;
 }
 
-double scale(const QString &text)
+double fontScale(const QString &text)
 {
 	int lines = 0;
 	for (const QString &line : text.split(QLatin1Char('\n'))) {
@@ -97,7 +97,7 @@ double scale(const QString &text)
 	return std::max(0.5, std::sqrt(std::min(1.0, static_cast<double>(fullSizeLines) / lines)));
 }
 
-QString escaped(const QString &text)
+QString escape(const QString &text)
 {
 	QString result{};
 	result.reserve(text.size());

@@ -7,19 +7,19 @@
 namespace captiontext {
 
 /// A whole script for a picture of this size from its style lines and its event lines.
-QByteArray script(int width_px, int height_px, const QString &styleLines, const QString &events);
+QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events);
 
 /// A time such as 0:01:02.50; scripts count hundredths of a second.
-QString time(qint64 time_ms);
+QString formatTime(qint64 time_ms);
 
 /// The text with line breaks in words too wide for a Short (addresses, languages without blanks), and cut off with an
 /// ellipsis where it would fill the picture.
-QString broken(const QString &text);
+QString breakLines(const QString &text);
 
 /// By how much a text must be set smaller to fit into a few lines, 0.5 to 1.
-double scale(const QString &text);
+double fontScale(const QString &text);
 
 /// The text for an event line: shown letter by letter, whatever commands it looks like.
-QString escaped(const QString &text);
+QString escape(const QString &text);
 
 } // namespace captiontext

@@ -104,19 +104,19 @@ QString styleLine(const Style &style, std::size_t layer, const Font &font)
 
 QString cueLines(const Style &style, const Cue &cue, int y)
 {
-	const QString text = captiontext::broken(style.upperCase ? cue.text.toUpper() : cue.text);
-	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::scale(text));
+	const QString text = captiontext::breakLines(style.upperCase ? cue.text.toUpper() : cue.text);
+	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::fontScale(text));
 	QString lines{};
 	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
 		lines += QStringLiteral("Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7")
 				 .arg(layer)
-				 .arg(captiontext::time(cue.start_ms), captiontext::time(cue.end_ms))
+				 .arg(captiontext::formatTime(cue.start_ms), captiontext::formatTime(cue.end_ms))
 				 .arg(shortWidth_px / 2)
 				 .arg(y)
 				 .arg(fontSize_px)
 				 .arg(QLatin1String(style.layers[layer].commands));
 		// Appended, since the text itself may hold something like %1.
-		lines += captiontext::escaped(text) + QLatin1Char('\n');
+		lines += captiontext::escape(text) + QLatin1Char('\n');
 	}
 	return lines;
 }
@@ -154,5 +154,5 @@ QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 	for (const Cue &cue : cues) {
 		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight_px));
 	}
-	return captiontext::script(shortWidth_px, shortHeight_px, styleLines, events);
+	return captiontext::makeScript(shortWidth_px, shortHeight_px, styleLines, events);
 }

@@ -40,8 +40,7 @@ bool isOn(const QJsonObject &chat)
 	return chat.value(enabledKey).toBool() && chat.value(grantedKey).toBool();
 }
 
-/// Fills in what was never set and lets a consent that was asked for long enough ago become granted.
-void settle(QJsonObject &chat)
+void fillInDefaults(QJsonObject &chat)
 {
 	const QJsonObject defaults{{enabledKey, false}, {commandKey, QStringLiteral("!rune")},
 				   {cooldownKey, 30},   {capKey, 10},
@@ -51,6 +50,11 @@ void settle(QJsonObject &chat)
 			chat[member.key()] = member.value();
 		}
 	}
+}
+
+/// Asks for the consent that reading the chat needs, and takes it as given once that is long enough ago.
+void grantDueConsent(QJsonObject &chat)
+{
 	if (chat.value(grantedKey).toBool() || !chat.value(enabledKey).toBool()) {
 		return;
 	}
@@ -61,6 +65,12 @@ void settle(QJsonObject &chat)
 		chat[grantedKey] = true;
 		chat.remove(askedKey);
 	}
+}
+
+void bringUpToDate(QJsonObject &chat)
+{
+	fillInDefaults(chat);
+	grantDueConsent(chat);
 }
 
 void sendChat(const QJsonObject &chat)
@@ -145,7 +155,7 @@ QJsonArray takeTriggers(QJsonObject &chat)
 
 int runChatGet(const QCommandLineParser &)
 {
-	sendChat(state::update(chatFile, settle));
+	sendChat(state::update(chatFile, bringUpToDate));
 	return 0;
 }
 
@@ -155,7 +165,7 @@ int runChatSet(const QCommandLineParser &parser)
 	const QString complaint = complaintAbout(document);
 	if (!complaint.isEmpty()) {
 		// Without "command" the dock leaves what was typed in its fields, so that it can be corrected there.
-		const QJsonObject stored = state::update(chatFile, settle);
+		const QJsonObject stored = state::update(chatFile, bringUpToDate);
 		sendEvent(QStringLiteral("chat"), {{errorKey, complaint},
 						   {enabledKey, stored.value(enabledKey)},
 						   {grantedKey, stored.value(grantedKey)}});
@@ -168,7 +178,7 @@ int runChatSet(const QCommandLineParser &parser)
 				chat[key] = wanted.value(key);
 			}
 		}
-		settle(chat);
+		bringUpToDate(chat);
 	}));
 	return 0;
 }
@@ -177,7 +187,7 @@ int runPollTriggers(const QCommandLineParser &)
 {
 	QJsonArray triggers{};
 	state::update(chatFile, [&triggers](QJsonObject &chat) {
-		settle(chat);
+		bringUpToDate(chat);
 		triggers = takeTriggers(chat);
 	});
 	sendEvent(QStringLiteral("triggers"), {{QStringLiteral("triggers"), triggers}});
@@ -190,7 +200,7 @@ int runSay(const QCommandLineParser &parser)
 	const QString by = parser.value(QStringLiteral("say"));
 	QString text = parser.positionalArguments().join(QLatin1Char(' '));
 	state::update(chatFile, [&](QJsonObject &chat) {
-		settle(chat);
+		bringUpToDate(chat);
 		if (text.isEmpty()) {
 			text = chat.value(commandKey).toString();
 		}
@@ -208,7 +218,7 @@ int runSay(const QCommandLineParser &parser)
 int runNewStream(const QCommandLineParser &)
 {
 	sendChat(state::update(chatFile, [](QJsonObject &chat) {
-		settle(chat);
+		bringUpToDate(chat);
 		chat[countKey] = 0;
 		chat.remove(lastUseKey);
 	}));

@@ -83,7 +83,7 @@ QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &f
 			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}), notes)) {
 		return {};
 	}
-	if (!ffmpeg::draws(QStringLiteral("ass=trial.ass"), folder)) {
+	if (!ffmpeg::canDraw(QStringLiteral("ass=trial.ass"), folder)) {
 		notes += QStringLiteral("without captions, this ffmpeg can't draw text");
 		return {};
 	}

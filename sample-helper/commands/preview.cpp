@@ -66,7 +66,7 @@ QByteArray labels(const Region &camera)
 			       "100,100,0,0,1,0,0,5,0,0,0,1\n");
 	const QString event =
 		QStringLiteral("Dialogue: 0,0:00:00.00,0:00:10.00,Label,,0,0,0,,{\\pos(%1,%2)\\fs%3}%4\n");
-	return captiontext::script(
+	return captiontext::makeScript(
 		sceneWidth_px, sceneHeight_px, styles,
 		event.arg(sceneWidth_px / 2).arg(sceneHeight_px * 2 / 5).arg(110).arg(QStringLiteral("GAME")) +
 			event.arg(sceneWidth_px * (camera.x + camera.width / 2))
@@ -82,7 +82,7 @@ QString graphOf(const Look &look, const QDir &folder)
 	state::writeFile(folder.filePath(QStringLiteral("labels.ass")), labels(camera));
 	state::writeFile(folder.filePath(QStringLiteral("captions.ass")),
 			 captionScript(look, {{0, 10000, QStringLiteral("Captions look like this")}}));
-	const bool canDrawText = ffmpeg::draws(QStringLiteral("ass=labels.ass"), folder.path());
+	const bool canDrawText = ffmpeg::canDraw(QStringLiteral("ass=labels.ass"), folder.path());
 	return scene(camera) + (canDrawText ? QStringLiteral(",ass=labels.ass") : QString()) +
 	       QStringLiteral("[source];") + layoutGraph(look.layout, camera) +
 	       (canDrawText && hasCaptions(look) ? QStringLiteral(",ass=captions.ass") : QString()) +

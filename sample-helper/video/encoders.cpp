@@ -9,16 +9,16 @@
 namespace {
 
 /// "-one 1 -two 2" as arguments.
-QStringList words(const char *text)
+QStringList splitArguments(const char *text)
 {
 	return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
 /// Whether a picture of a Short's size goes through: an encoder that is compiled in needs its hardware and driver too.
-bool works(const Encoder &encoder)
+bool canEncode(const Encoder &encoder)
 {
 	// That there is no such card is nothing to log with each clip.
-	return ffmpeg::succeeds(words("-v quiet") + encoder.device +
+	return ffmpeg::succeeds(splitArguments("-v quiet") + encoder.device +
 				QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
 					    QStringLiteral("color=s=%1x%2:r=30").arg(shortWidth_px).arg(shortHeight_px),
 					    QStringLiteral("-vf"), encoder.filters, QStringLiteral("-frames:v"),
@@ -34,17 +34,18 @@ const QList<Encoder> &encoders()
 	static const QString plain = QStringLiteral("format=yuv420p");
 	static const QString inHardware = QStringLiteral("format=nv12,hwupload");
 	static const QList<Encoder> all{
-		{QStringLiteral("h264_nvenc"), plain, {}, words("-preset p4 -rc vbr -cq 23 -b:v 0")},
+		{QStringLiteral("h264_nvenc"), plain, {}, splitArguments("-preset p4 -rc vbr -cq 23 -b:v 0")},
 		{QStringLiteral("h264_qsv"),
 		 QStringLiteral("format=nv12"),
 		 {},
-		 words("-preset faster -global_quality 23")},
-		{QStringLiteral("h264_amf"), plain, {}, words("-quality balanced -rc cqp -qp_i 22 -qp_p 24")},
-		{QStringLiteral("h264_videotoolbox"), plain, {}, words("-q:v 60")},
-		{QStringLiteral("h264_vaapi"), inHardware, words("-init_hw_device vaapi=gpu -filter_hw_device gpu"),
-		 words("-rc_mode CQP -qp 23")},
+		 splitArguments("-preset faster -global_quality 23")},
+		{QStringLiteral("h264_amf"), plain, {}, splitArguments("-quality balanced -rc cqp -qp_i 22 -qp_p 24")},
+		{QStringLiteral("h264_videotoolbox"), plain, {}, splitArguments("-q:v 60")},
+		{QStringLiteral("h264_vaapi"), inHardware,
+		 splitArguments("-init_hw_device vaapi=gpu -filter_hw_device gpu"),
+		 splitArguments("-rc_mode CQP -qp 23")},
 		// OBS goes on streaming meanwhile: this takes about two thirds of the processor time of "veryfast".
-		{QStringLiteral("libx264"), plain, {}, words("-preset superfast -bf 0 -crf 22")},
+		{QStringLiteral("libx264"), plain, {}, splitArguments("-preset superfast -bf 0 -crf 22")},
 	};
 	return all;
 }
@@ -68,7 +69,7 @@ const Encoder &chooseEncoder(QStringList &notes)
 	}
 	const QSet<QString> offered = ffmpeg::encoderNames();
 	for (const Encoder &encoder : encoders()) {
-		if (encoder.name != softwareEncoder().name && offered.contains(encoder.name) && works(encoder)) {
+		if (encoder.name != softwareEncoder().name && offered.contains(encoder.name) && canEncode(encoder)) {
 			return encoder;
 		}
 	}

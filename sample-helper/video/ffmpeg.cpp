@@ -147,7 +147,7 @@ bool succeeds(const QStringList &arguments)
 	return execute(arguments, {}, environment::trialLimit_ms()).succeeded();
 }
 
-bool draws(const QString &filter, const QString &workingFolder)
+bool canDraw(const QString &filter, const QString &workingFolder)
 {
 	const subprocess::Result result =
 		execute({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),

@@ -32,7 +32,7 @@ bool succeeds(const QStringList &arguments);
 
 /// Whether the filter leaves a mark on an empty picture: some builds lack the one for captions, some systems have no
 /// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
-bool draws(const QString &filter, const QString &workingFolder);
+bool canDraw(const QString &filter, const QString &workingFolder);
 
 /// Runs ffmpeg in `workingFolder`; throws Failure, worded by what went wrong, unless it succeeds.
 void run(const QStringList &arguments, const QString &workingFolder);

@@ -35,9 +35,9 @@ QStringList eventsOf(const char *style, const char *position, const QString &tex
 
 void CaptionsTest::writes_times()
 {
-	QCOMPARE(captiontext::time(0), u"0:00:00.00"_s);
-	QCOMPARE(captiontext::time(59'999), u"0:00:59.99"_s);
-	QCOMPARE(captiontext::time(3'723'450), u"1:02:03.45"_s);
+	QCOMPARE(captiontext::formatTime(0), u"0:00:00.00"_s);
+	QCOMPARE(captiontext::formatTime(59'999), u"0:00:59.99"_s);
+	QCOMPARE(captiontext::formatTime(3'723'450), u"1:02:03.45"_s);
 }
 
 void CaptionsTest::writes_a_line_per_layer()
@@ -74,7 +74,7 @@ void CaptionsTest::keeps_texts_from_being_commands()
 {
 	QFETCH(const QString, text);
 	QFETCH(const QString, written);
-	QCOMPARE(captiontext::escaped(text), written);
+	QCOMPARE(captiontext::escape(text), written);
 	const QStringList events = eventsOf("clean", "auto", text);
 	QCOMPARE(events.size(), 1);
 	QVERIFY2(events.first().endsWith(u"}"_s + written), qPrintable(events.first()));
@@ -94,25 +94,25 @@ void CaptionsTest::breaks_long_words()
 {
 	QFETCH(const QString, text);
 	QFETCH(const QString, broken);
-	QCOMPARE(captiontext::broken(text), broken);
+	QCOMPARE(captiontext::breakLines(text), broken);
 }
 
 void CaptionsTest::sets_long_texts_smaller()
 {
-	QCOMPARE(captiontext::scale(u"Hi"_s), 1.0);
-	QCOMPARE(captiontext::scale(QString(64, QLatin1Char('x'))), 1.0);
-	QVERIFY(captiontext::scale(QString(65, QLatin1Char('x'))) < 1.0);
-	QVERIFY(captiontext::scale(u"a\nb\nc\nd\ne"_s) < 1.0);
-	QCOMPARE(captiontext::scale(QString(10000, QLatin1Char('x'))), 0.5);
+	QCOMPARE(captiontext::fontScale(u"Hi"_s), 1.0);
+	QCOMPARE(captiontext::fontScale(QString(64, QLatin1Char('x'))), 1.0);
+	QVERIFY(captiontext::fontScale(QString(65, QLatin1Char('x'))) < 1.0);
+	QVERIFY(captiontext::fontScale(u"a\nb\nc\nd\ne"_s) < 1.0);
+	QCOMPARE(captiontext::fontScale(QString(10000, QLatin1Char('x'))), 0.5);
 }
 
 void CaptionsTest::cuts_endless_texts_off()
 {
-	const QString endless = captiontext::broken(u"blah "_s.repeated(1000));
+	const QString endless = captiontext::breakLines(u"blah "_s.repeated(1000));
 	QVERIFY(endless.size() < 200);
 	QVERIFY(endless.endsWith(u"…"_s));
-	QCOMPARE(captiontext::broken(u"a\n"_s.repeated(1000)).count(QLatin1Char('\n')), 5);
-	QVERIFY(captiontext::broken(QString(1000, QLatin1Char('x'))).endsWith(u"…"_s));
+	QCOMPARE(captiontext::breakLines(u"a\n"_s.repeated(1000)).count(QLatin1Char('\n')), 5);
+	QVERIFY(captiontext::breakLines(QString(1000, QLatin1Char('x'))).endsWith(u"…"_s));
 }
 
 KESTRUNE_TEST(CaptionsTest)
