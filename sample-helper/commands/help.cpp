@@ -1,48 +1,20 @@
 #include "commands/help.hpp"
 
-const char *const helpText = R"(Usage: sample-helper COMMAND [OPTION]...
+#include "commands/commands.hpp"
+
+#include <QStringList>
+
+#include <string_view>
+
+namespace {
+
+constexpr const char *introduction = R"(Usage: sample-helper COMMAND [OPTION]...
 
 Makes captioned vertical Shorts of OBS replays for the Kestrune dock, without
 account or network. Needs ffmpeg. Every answer is one line of JSON.
+)";
 
-Clips:
-  --process REPLAY       make a Short of the end of a replay, which stays as it is
-  --preview              draw a still picture of a look
-  --recent               list the newest Shorts
-
-Account:
-  --status               tell whether an account is linked and what can be chosen
-  --link                 link this device (pretended, nothing leaves the computer)
-
-Chat command:
-  --chat-get             tell the settings
-  --chat-set JSON        change the settings
-  --poll-triggers        take the uses since the last poll
-
-Updates:
-  --check-update         tell whether another version is on offer
-  --download-update      fetch the installer of the version on offer
-
-For development:
-  --unlink               forget the linked account
-  --revoke               as if the account's owner had revoked this device
-  --say NAME [TEXT]      as if NAME wrote TEXT in chat (default: the chat command)
-  --new-stream           count the uses of the chat command from zero
-
-  --help                 print this text
-  --version              print the version
-
-Options of --process and --preview (the last clip's choice when left out):
-  --layout KEY           vtuber-bubble, vtuber, facecam, podcast or gameplay
-  --style KEY            caption style: rune, neon, clean, meme or none
-  --font KEY             bebas, montserrat, inter or bangers
-  --caption-position KEY auto, top, middle or bottom
-
-More options:
-  --seconds N            with --process: length of the Short, 1 to 3600
-  --scene NAME           with --process: where the replay comes from (not used)
-  --no-browser           with --link: open no browser (this helper never does)
-
+constexpr const char *remarks = R"(
 Captions come from a subtitle file beside the replay (NAME.srt or NAME.vtt), else
 from its speech if whisper.cpp is configured, else they tell the time of the clip.
 
@@ -71,3 +43,47 @@ Examples:
   sample-helper --preview --layout facecam --style neon
   KESTRUNE_HELPER=/path/to/sample-helper obs    (the dock uses this helper)
 )";
+
+/// A line such as "  --process REPLAY       make a Short"; empty parts are left out.
+QString helpLine(const char *name, const char *value, const char *words, const char *summary)
+{
+	constexpr qsizetype switchWidth = 23;
+	QStringList parts{QStringLiteral("--") + QLatin1String(name), QLatin1String(value), QLatin1String(words)};
+	parts.removeAll(QString());
+	return QStringLiteral("  %1%2\n")
+		.arg(parts.join(QLatin1Char(' ')).leftJustified(switchWidth), QLatin1String(summary));
+}
+
+QString commandLines()
+{
+	QString text{};
+	std::string_view group{};
+	for (const Command &command : commands()) {
+		if (command.group != group) {
+			group = command.group;
+			text += QStringLiteral("\n%1:\n").arg(QLatin1String(command.group));
+		}
+		text += helpLine(command.name, command.value, command.words, command.summary);
+	}
+	return text;
+}
+
+QString optionLines(std::span<const Option> options)
+{
+	QString text{};
+	for (const Option &option : options) {
+		text += helpLine(option.name, option.value, "", option.summary);
+	}
+	return text;
+}
+
+} // namespace
+
+QString helpText()
+{
+	return QString::fromUtf8(introduction) + commandLines() + QLatin1Char('\n') +
+	       helpLine("help", "", "", "print this text") + helpLine("version", "", "", "print the version") +
+	       QStringLiteral("\nOptions of --process and --preview (the last clip's choice when left out):\n") +
+	       optionLines(lookOptions()) + QStringLiteral("\nMore options:\n") + optionLines(otherOptions()) +
+	       QString::fromUtf8(remarks);
+}

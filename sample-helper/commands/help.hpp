@@ -1,4 +1,6 @@
 #pragma once
 
+#include <QString>
+
 /// What --help prints.
-extern const char *const helpText;
+QString helpText();

@@ -1,3 +1,4 @@
+#include "commands/commands.hpp"
 #include "sandbox.hpp"
 #include "host/test_program.hpp"
 
@@ -78,9 +79,8 @@ void CommandLineTest::helps_with_what_it_knows()
 	for (const QRegularExpressionMatch &match : option.globalMatch(help)) {
 		told += match.captured(1);
 	}
-	for (const char *command : {"--process", "--preview", "--recent", "--status", "--link", "--chat-get",
-				    "--chat-set", "--poll-triggers", "--check-update", "--download-update"}) {
-		QVERIFY2(told.contains(QLatin1String(command)), command);
+	for (const Command &command : commands()) {
+		QVERIFY2(told.contains(QStringLiteral("--") + QLatin1String(command.name)), command.name);
 	}
 	QCOMPARE(told.size(), 23);
 	for (const QString &name : std::as_const(told)) {
