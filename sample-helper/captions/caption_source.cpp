@@ -27,21 +27,21 @@ QString sidecarOf(const QString &replay)
 	return {};
 }
 
-/// Throws Failure with a reason that fits behind "without captions, ".
+/// Throws Failure.
 QList<Cue> readSidecar(const QString &path)
 {
 	const QString name = QFileInfo(path).fileName();
 	QFile file(path);
 	if (!file.open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("%1 can't be read").arg(name));
+		throw Failure(QStringLiteral("%1 can't be read.").arg(name));
 	}
 	if (file.size() > largestSidecarBytes) {
-		throw Failure(QStringLiteral("%1 is too large").arg(name));
+		throw Failure(QStringLiteral("%1 is too large.").arg(name));
 	}
 	const QByteArray content = file.read(largestSidecarBytes);
 	const QList<Cue> cues = isText(content) ? parseSubtitles(content) : QList<Cue>();
 	if (cues.isEmpty()) {
-		throw Failure(QStringLiteral("%1 holds no subtitles").arg(name));
+		throw Failure(QStringLiteral("%1 holds no subtitles.").arg(name));
 	}
 	return cues;
 }
@@ -64,7 +64,7 @@ QList<Cue> captionsOf(const Excerpt &excerpt, const QString &folder, QStringList
 		}
 		return transcription::isWanted() ? transcription::transcribe(excerpt, folder) : momentOf(excerpt);
 	} catch (const Failure &failure) {
-		notes += QStringLiteral("without captions, %1").arg(failure.text());
+		notes += QStringLiteral("without captions, %1").arg(failure.clause());
 		return {};
 	}
 }

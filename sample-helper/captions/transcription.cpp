@@ -26,12 +26,11 @@ void extractSound(const Excerpt &excerpt, const QString &folder)
 			    QStringLiteral("-c:a"),      QStringLiteral("pcm_s16le"),
 			    QStringLiteral("-f"),        QStringLiteral("wav"),
 			    QStringLiteral("speech.wav")};
-	try {
-		ffmpeg::run(arguments, folder);
-	} catch (const Failure &failure) {
-		// A whole sentence, which doesn't fit into a note.
-		qWarning("%s", failure.what());
-		throw Failure(QStringLiteral("its sound couldn't be read"));
+	const QString problem = ffmpeg::tryToRun(arguments, folder);
+	if (!problem.isEmpty()) {
+		// What to do about it would be too much for a note.
+		qWarning("%s", qUtf8Printable(problem));
+		throw Failure(QStringLiteral("its sound couldn't be read."));
 	}
 }
 
@@ -39,10 +38,10 @@ QString requireModel()
 {
 	const QString model = environment::whisperModel();
 	if (model.isEmpty()) {
-		throw Failure(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set"));
+		throw Failure(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set."));
 	}
 	if (!QFileInfo(model).isFile()) {
-		throw Failure(QStringLiteral("the model %1 doesn't exist").arg(QFileInfo(model).fileName()));
+		throw Failure(QStringLiteral("the model %1 doesn't exist.").arg(QFileInfo(model).fileName()));
 	}
 	return QFileInfo(model).absoluteFilePath();
 }
@@ -77,7 +76,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	const QString name = QFileInfo(wanted).fileName();
 	const QString path = QStandardPaths::findExecutable(wanted);
 	if (path.isEmpty()) {
-		throw Failure(QStringLiteral("%1 isn't installed").arg(name));
+		throw Failure(QStringLiteral("%1 isn't installed.").arg(name));
 	}
 	const QString model = requireModel();
 	if (excerpt.video.audioStream < 0) {
@@ -95,7 +94,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(QStringLiteral("speech.srt")));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("%1 %2").arg(name, reason(result)));
+		throw Failure(QStringLiteral("%1 %2.").arg(name, reason(result)));
 	}
 	QList<Cue> cues = parseSubtitles(file.readAll());
 	// What is no speech comes as "[BLANK_AUDIO]" or "(music)".

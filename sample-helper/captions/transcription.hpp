@@ -13,8 +13,7 @@ namespace transcription {
 
 bool isWanted();
 
-/// What is said in the excerpt, with times from its beginning. `folder` is for files in between. Throws Failure with a
-/// text such as "whisper-cli isn't installed", without a full stop.
+/// What is said in the excerpt, with times from its beginning. `folder` is for files in between. Throws Failure.
 QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder);
 
 } // namespace transcription

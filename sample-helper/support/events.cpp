@@ -19,3 +19,8 @@ Failure::Failure(QString text, QJsonObject members)
 	, members_(std::move(members))
 {
 }
+
+QString Failure::clause() const
+{
+	return text_.endsWith(QLatin1Char('.')) ? text_.chopped(1) : text_;
+}

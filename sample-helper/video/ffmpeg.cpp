@@ -159,11 +159,17 @@ bool canDraw(const QString &filter, const QString &workingFolder)
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }
 
-void run(const QStringList &arguments, const QString &workingFolder)
+QString tryToRun(const QStringList &arguments, const QString &workingFolder)
 {
 	const subprocess::Result result = execute(arguments, workingFolder);
-	if (!result.succeeded()) {
-		throw Failure(explain(result.errorOutput));
+	return result.succeeded() ? QString() : explain(result.errorOutput);
+}
+
+void run(const QStringList &arguments, const QString &workingFolder)
+{
+	const QString problem = tryToRun(arguments, workingFolder);
+	if (!problem.isEmpty()) {
+		throw Failure(problem);
 	}
 }
 

@@ -34,7 +34,11 @@ bool succeeds(const QStringList &arguments);
 /// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
 bool canDraw(const QString &filter, const QString &workingFolder);
 
-/// Runs ffmpeg in `workingFolder`; throws Failure, worded by what went wrong, unless it succeeds.
+/// Runs ffmpeg in `workingFolder` and tells what went wrong, in a sentence that a streamer understands; empty when it
+/// succeeds. Throws Failure when it is missing.
+QString tryToRun(const QStringList &arguments, const QString &workingFolder);
+
+/// Does the same, but throws Failure with that sentence.
 void run(const QStringList &arguments, const QString &workingFolder);
 
 } // namespace ffmpeg
