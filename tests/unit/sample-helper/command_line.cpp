@@ -2,7 +2,6 @@
 #include "sandbox.hpp"
 #include "host/test_program.hpp"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
@@ -17,8 +16,6 @@ private Q_SLOTS:
 	void helps_with_what_it_knows();
 	void prints_its_version();
 	void writes_one_line_per_event();
-	void logs_to_a_file_in_the_state_folder();
-	void sets_a_large_log_aside();
 	void reports_a_state_folder_that_cannot_be_made();
 };
 
@@ -105,27 +102,6 @@ void CommandLineTest::writes_one_line_per_event()
 	QCOMPARE(run.output.count('\n'), 2);
 	QVERIFY(run.output.endsWith('\n'));
 	QVERIFY2(!run.output.contains("\": "), "the events are compact");
-}
-
-void CommandLineTest::logs_to_a_file_in_the_state_folder()
-{
-	const Sandbox sandbox;
-	const Run run = sandbox.run({QStringLiteral("--foo")});
-	QFile log(sandbox.path(QStringLiteral("sample-helper.log")));
-	QVERIFY(log.open(QIODevice::ReadOnly));
-	const QByteArray content = log.readAll();
-	QVERIFY(content.contains("doesn't know --foo"));
-	QByteArray logged = run.errorOutput;
-	QCOMPARE(logged.replace("\r\n", "\n"), content);
-}
-
-void CommandLineTest::sets_a_large_log_aside()
-{
-	const Sandbox sandbox;
-	sandbox.writeFile(QStringLiteral("sample-helper.log"), QByteArray(1'000'001, 'x'));
-	sandbox.run({QStringLiteral("--foo")});
-	QVERIFY(QFile(sandbox.path(QStringLiteral("sample-helper.log"))).size() < 1000);
-	QCOMPARE(QFile(sandbox.path(QStringLiteral("sample-helper.log.old"))).size(), 1'000'001);
 }
 
 void CommandLineTest::reports_a_state_folder_that_cannot_be_made()
