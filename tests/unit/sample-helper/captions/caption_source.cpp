@@ -39,7 +39,7 @@ class Studio : public Sandbox {
 public:
 	Studio()
 	{
-		link(*this);
+		linkAccount(*this);
 		QDir(path()).mkpath(QStringLiteral("replays"));
 		QFile::copy(videos::blackThenWhite(), replay());
 	}
@@ -77,9 +77,10 @@ public:
 
 	Run clip() const
 	{
-		return run(process(replay(), 2,
-				   looking("gameplay", "clean") + QStringList{QStringLiteral("--caption-position"),
-									      QStringLiteral("middle")}));
+		return run(processArguments(
+			replay(), 2,
+			lookArguments("gameplay", "clean") +
+				QStringList{QStringLiteral("--caption-position"), QStringLiteral("middle")}));
 	}
 };
 
@@ -140,7 +141,7 @@ void CaptionSourceTest::shows_sidecars_at_their_time()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(formatted(run)), frames);
+	QCOMPARE(captionedFrames(shortPath(run)), frames);
 }
 
 void CaptionSourceTest::shows_hostile_texts_as_texts()
@@ -154,8 +155,8 @@ void CaptionSourceTest::shows_hostile_texts_as_texts()
 			  "Dialogue: 0,0:00:00.00,0:01:00.00,Layer0,,0,0,0,,{\\fs9000}W\n");
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(captionedFrames(formatted(run)), QStringLiteral("0-20 25-45"));
-	const QList<int> frames = videos::brightness(formatted(run));
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("0-20 25-45"));
+	const QList<int> frames = videos::brightness(shortPath(run));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 150);
 }
 
@@ -182,7 +183,7 @@ void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), text);
-	QCOMPARE(captionedFrames(formatted(run)), QString());
+	QCOMPARE(captionedFrames(shortPath(run)), QString());
 }
 
 void CaptionSourceTest::transcribes_the_last_seconds()
@@ -192,7 +193,7 @@ void CaptionSourceTest::transcribes_the_last_seconds()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(formatted(run)), QStringLiteral("10-30"));
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("10-30"));
 	const QList<QByteArray> heard = studio.readFile(QStringLiteral("heard.txt")).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
@@ -204,7 +205,7 @@ void CaptionSourceTest::keeps_speech_between_brackets()
 	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
 			      "2\\n00:00:00,400 --> 00:00:01,200\\n (well) I think so (yes)\\n\\n"
 			      "3\\n00:00:01,200 --> 00:00:02,000\\n [MUSIC]\\n' > \"$target.srt\"\n");
-	QCOMPARE(captionedFrames(formatted(studio.clip())), QStringLiteral("10-30"));
+	QCOMPARE(captionedFrames(shortPath(studio.clip())), QStringLiteral("10-30"));
 }
 
 void CaptionSourceTest::says_that_the_sound_is_unreadable()
@@ -226,7 +227,7 @@ void CaptionSourceTest::prefers_the_sidecar()
 	studio.useTranscriber(aWord);
 	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
 	const Run run = studio.clip();
-	QCOMPARE(captionedFrames(formatted(run)), QStringLiteral("25-35"));
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("25-35"));
 	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
 }
 
@@ -234,7 +235,7 @@ void CaptionSourceTest::needs_no_transcriber_for_silence()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
-	const Run run = studio.run(process(videos::silent(), 1, looking("gameplay", "clean")));
+	const Run run = studio.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "clean")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QString());
 	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
@@ -281,8 +282,8 @@ void CaptionSourceTest::makes_shorts_without_a_transcription()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), text);
-	QCOMPARE(captionedFrames(formatted(run)), QString());
-	QCOMPARE(videos::brightness(formatted(run)).size(), 2 * framesPerSecond);
+	QCOMPARE(captionedFrames(shortPath(run)), QString());
+	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
 }
 
 void CaptionSourceTest::leaves_the_replay_and_its_folder_alone()

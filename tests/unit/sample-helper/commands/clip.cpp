@@ -72,15 +72,15 @@ void ClipTest::composes_every_layout()
 	QFETCH(const QByteArray, layout);
 	QFETCH(const QByteArray, colours);
 	const Sandbox sandbox;
-	link(sandbox);
+	linkAccount(sandbox);
 	const QByteArray before = videos::checksum(videos::regions());
-	const Run run = sandbox.run(process(videos::regions(), 2, looking(layout.constData(), "none")));
+	const Run run = sandbox.run(processArguments(videos::regions(), 2, lookArguments(layout.constData(), "none")));
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QVERIFY(!run.onlyEvent().contains(QLatin1String("note")));
 	QCOMPARE(videos::checksum(videos::regions()), before);
 
-	const QString path = formatted(run);
+	const QString path = shortPath(run);
 	QCOMPARE(sandbox.shortsFolderContent(), QStringList{QFileInfo(path).fileName()});
 	QVERIFY(QRegularExpression(QStringLiteral("/Shorts/short-\\d{8}-\\d{6}-[0-9a-f]{8}\\.mp4$"))
 			.match(path)
@@ -120,12 +120,12 @@ void ClipTest::burns_a_caption_in_every_style()
 	QFETCH(const QByteArray, position);
 	QFETCH(const double, height);
 	const Sandbox sandbox;
-	const QStringList look = looking("gameplay", style.constData()) +
+	const QStringList look = lookArguments("gameplay", style.constData()) +
 				 QStringList{QStringLiteral("--font"), QStringLiteral("inter"),
 					     QStringLiteral("--caption-position"), QLatin1String(position)};
-	const Run run = sandbox.run(process(videos::blackThenWhite(), 1, look));
+	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 1, look));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	const QByteArray frame = videos::firstFrame(formatted(run));
+	const QByteArray frame = videos::firstFrame(shortPath(run));
 	QCOMPARE(frame.size(), 1080 * 1920 * 3);
 
 	// The replay is plain white there: whatever is not white belongs to the caption.
@@ -145,8 +145,8 @@ void ClipTest::burns_a_caption_in_every_style()
 void ClipTest::cuts_the_last_seconds()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run(process(videos::blackThenWhite(), 3, looking("gameplay", "none")));
-	const QList<int> frames = videos::brightness(formatted(run));
+	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 3, lookArguments("gameplay", "none")));
+	const QList<int> frames = videos::brightness(shortPath(run));
 	const auto dark = std::count_if(frames.begin(), frames.end(), [](int value) { return value < 128; });
 	// One second of black and two of white, at 25 frames per second.
 	QVERIFY2(std::abs(dark - 25) <= 2, qPrintable(QString::number(dark)));
@@ -156,17 +156,17 @@ void ClipTest::cuts_the_last_seconds()
 void ClipTest::takes_the_whole_of_a_short_replay()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run(process(videos::regions(), 120, looking("gameplay", "none")));
+	const Run run = sandbox.run(processArguments(videos::regions(), 120, lookArguments("gameplay", "none")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QVERIFY(std::abs(videos::details(formatted(run)).duration_s - 4) < 0.1);
+	QVERIFY(std::abs(videos::details(shortPath(run)).duration_s - 4) < 0.1);
 }
 
 void ClipTest::makes_a_silent_short_of_a_silent_replay()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run(process(videos::silent(), 1, looking("facecam", "clean")));
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("facecam", "clean")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	const videos::Details details = videos::details(formatted(run));
+	const videos::Details details = videos::details(shortPath(run));
 	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
 	QCOMPARE(details.audioCodec, QString());
 }
@@ -190,10 +190,10 @@ void ClipTest::reads_odd_paths()
 	const QString replay = sandbox.path(QStringLiteral("replays/") + name);
 	QVERIFY(QDir().mkpath(QFileInfo(replay).path()));
 	QVERIFY(QFile::copy(videos::regions(), replay));
-	const Run run = sandbox.run(process(replay, 1, looking("gameplay", "meme")));
+	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "meme")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QVERIFY(formatted(run).startsWith(home));
-	QCOMPARE(videos::details(formatted(run)).width, 1080);
+	QVERIFY(shortPath(run).startsWith(home));
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 	QCOMPARE(videos::checksum(replay), videos::checksum(videos::regions()));
 }
 
@@ -207,9 +207,9 @@ void ClipTest::reads_a_replay_without_a_duration()
 					  QStringLiteral("copy"), QStringLiteral("-live"), QStringLiteral("1"),
 					  QStringLiteral("-f"), QStringLiteral("matroska"), QStringLiteral("-")}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
-	const Run run = sandbox.run(process(replay, 1, looking("gameplay", "none")));
+	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "none")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	const QList<int> frames = videos::brightness(formatted(run));
+	const QList<int> frames = videos::brightness(shortPath(run));
 	QVERIFY2(std::abs(frames.size() - 25) <= 2, qPrintable(QString::number(frames.size())));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
 }
@@ -224,9 +224,9 @@ void ClipTest::reads_a_replay_without_any_times()
 						  QStringLiteral("-c:v"), QStringLiteral("copy"), QStringLiteral("-f"),
 						  QStringLiteral("h264"), QStringLiteral("-")}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
-	const Run run = sandbox.run(process(replay, 2, looking("gameplay", "clean")));
+	const Run run = sandbox.run(processArguments(replay, 2, lookArguments("gameplay", "clean")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
-	const double length = videos::details(formatted(run)).duration_s;
+	const double length = videos::details(shortPath(run)).duration_s;
 	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
 }
 
@@ -234,19 +234,19 @@ void ClipTest::finds_the_camera_where_it_is_told()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0, 0, 0.4, 0.4"));
-	const Run run = sandbox.run(process(videos::regions(), 1, looking("vtuber", "none")));
-	QCOMPARE(colourAt(videos::firstFrame(formatted(run)), 540, 300), 'r');
+	const Run run = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(shortPath(run)), 540, 300), 'r');
 	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0.9,0,0.4,nonsense"));
-	const Run fallback = sandbox.run(process(videos::regions(), 1, looking("vtuber", "none")));
-	QCOMPARE(colourAt(videos::firstFrame(formatted(fallback)), 540, 300), 'g');
+	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
 }
 
 void ClipTest::remembers_the_look()
 {
 	const Sandbox sandbox;
-	sandbox.run(
-		process(videos::silent(), 1,
-			looking("podcast", "neon") + QStringList{QStringLiteral("--font"), QStringLiteral("inter")}));
+	sandbox.run(processArguments(videos::silent(), 1,
+				     lookArguments("podcast", "neon") +
+					     QStringList{QStringLiteral("--font"), QStringLiteral("inter")}));
 	const QJsonObject status = sandbox.run({QStringLiteral("--status")}).onlyEvent();
 	QCOMPARE(status[QLatin1String("layout")].toString(), QStringLiteral("podcast"));
 	QCOMPARE(status[QLatin1String("style")].toString(), QStringLiteral("neon"));
@@ -256,8 +256,8 @@ void ClipTest::remembers_the_look()
 void ClipTest::replaces_unknown_choices_and_says_so()
 {
 	const Sandbox sandbox;
-	link(sandbox);
-	const Run run = sandbox.run(process(videos::silent(), 1, looking("sideways", "none")));
+	linkAccount(sandbox);
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("sideways", "none")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QStringLiteral("unknown layout \"sideways\", used \"vtuber-bubble\""));
 }
@@ -265,28 +265,28 @@ void ClipTest::replaces_unknown_choices_and_says_so()
 void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
 {
 	Sandbox sandbox;
-	link(sandbox);
+	linkAccount(sandbox);
 	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
 	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) echo 'No such filter' >&2; exit 8;; esac\n"
 						  "exec ffmpeg \"$@\"");
-	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QStringLiteral("without captions, this ffmpeg can't draw text"));
-	QCOMPARE(videos::details(formatted(run)).width, 1080);
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
 void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
 {
 	Sandbox sandbox;
-	link(sandbox);
+	linkAccount(sandbox);
 	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
 	// Where a folder is, no file can be written.
 	sandbox.useTool(QStringLiteral("ffmpeg"),
 			"case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
-	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "meme")));
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
 	QCOMPARE(eventName(run), QStringLiteral("done"));
 	QCOMPARE(note(run), QStringLiteral("without captions, they couldn't be stored"));
-	QCOMPARE(videos::details(formatted(run)).width, 1080);
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
 void ClipTest::stores_shorts_where_it_is_told()
@@ -294,17 +294,17 @@ void ClipTest::stores_shorts_where_it_is_told()
 	Sandbox sandbox;
 	const QString folder = sandbox.path(QStringLiteral("my clips"));
 	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OUTPUT"), folder);
-	const Run run = sandbox.run(process(videos::silent(), 1, looking("gameplay", "none")));
-	QCOMPARE(QFileInfo(formatted(run)).path(), folder);
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
+	QCOMPARE(QFileInfo(shortPath(run)).path(), folder);
 	const QJsonObject recent = sandbox.run({QStringLiteral("--recent")}).onlyEvent();
 	QCOMPARE(recent[QLatin1String("folder")].toString(), folder);
-	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), formatted(run));
+	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), shortPath(run));
 }
 
 void ClipTest::answers_by_the_state_of_the_account()
 {
 	Sandbox sandbox;
-	const QStringList arguments = process(videos::silent(), 1, looking("gameplay", "none"));
+	const QStringList arguments = processArguments(videos::silent(), 1, lookArguments("gameplay", "none"));
 	const Run unlinked = sandbox.run(arguments);
 	QCOMPARE(eventName(unlinked), QStringLiteral("done"));
 	QCOMPARE(note(unlinked), QStringLiteral("kept on this computer, no account is connected"));
@@ -314,21 +314,21 @@ void ClipTest::answers_by_the_state_of_the_account()
 	QCOMPARE(revoked.exitCode, 1);
 	QCOMPARE(eventName(revoked), QStringLiteral("error"));
 	QCOMPARE(revoked.onlyEvent()[QLatin1String("relink")].toBool(), true);
-	QVERIFY(QFile::exists(formatted(revoked)));
+	QVERIFY(QFile::exists(shortPath(revoked)));
 
-	link(sandbox);
+	linkAccount(sandbox);
 	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OFFLINE"), QStringLiteral("1"));
 	const Run offline = sandbox.run(arguments);
 	QCOMPARE(offline.exitCode, 0);
 	QCOMPARE(eventName(offline), QStringLiteral("pending"));
-	QVERIFY(QFile::exists(formatted(offline)));
+	QVERIFY(QFile::exists(shortPath(offline)));
 	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
 }
 
 void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
 {
 	const Sandbox sandbox;
-	const QStringList arguments = process(videos::regions(), 4, looking("vtuber-bubble", "neon"));
+	const QStringList arguments = processArguments(videos::regions(), 4, lookArguments("vtuber-bubble", "neon"));
 	const std::unique_ptr<QProcess> first = sandbox.start(arguments);
 	const std::unique_ptr<QProcess> second = sandbox.start(arguments);
 	while (!first->waitForFinished(50) && first->state() != QProcess::NotRunning) {
@@ -342,10 +342,10 @@ void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
 	const Run secondRun = finish(*second);
 	QCOMPARE(eventName(firstRun), QStringLiteral("done"));
 	QCOMPARE(eventName(secondRun), QStringLiteral("done"));
-	QVERIFY(formatted(firstRun) != formatted(secondRun));
+	QVERIFY(shortPath(firstRun) != shortPath(secondRun));
 	QCOMPARE(sandbox.shortsFolderContent().size(), 2);
-	QCOMPARE(videos::details(formatted(firstRun)).height, 1920);
-	QCOMPARE(videos::details(formatted(secondRun)).height, 1920);
+	QCOMPARE(videos::details(shortPath(firstRun)).height, 1920);
+	QCOMPARE(videos::details(shortPath(secondRun)).height, 1920);
 }
 
 KESTRUNE_TEST(ClipTest)

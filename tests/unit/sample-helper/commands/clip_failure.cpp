@@ -27,7 +27,7 @@ private Q_SLOTS:
 
 namespace {
 
-QStringList process(const QString &replay, const QString &seconds = QStringLiteral("2"))
+QStringList processArguments(const QString &replay, const QString &seconds = QStringLiteral("2"))
 {
 	return {QStringLiteral("--process"), replay, QStringLiteral("--seconds"), seconds, QStringLiteral("--scene"),
 		QStringLiteral("obs")};
@@ -49,7 +49,7 @@ QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 	const Run run = sandbox.runProgram(QStringLiteral("sh"),
 					   QStringList{QStringLiteral("-c"), prelude + QStringLiteral("\nexec \"$@\""),
 						       QStringLiteral("sh"), sampleHelper()} +
-						   process(videos::regions()));
+						   processArguments(videos::regions()));
 	if (videos::checksum(videos::regions()) != before) {
 		return QStringLiteral("the replay was changed");
 	}
@@ -107,7 +107,7 @@ void ClipFailureTest::refuses_bad_replays()
 	if (!content.isNull()) {
 		sandbox.writeFile(name, content);
 	}
-	const Run run = sandbox.run(process(replay));
+	const Run run = sandbox.run(processArguments(replay));
 	QCOMPARE(errorOf(run), text.contains(QStringLiteral("%1")) ? text.arg(replay) : text);
 	QVERIFY(sandbox.shortsFolderContent().isEmpty());
 	if (!content.isNull()) {
@@ -129,7 +129,7 @@ void ClipFailureTest::refuses_bad_lengths()
 {
 	QFETCH(const QString, seconds);
 	const Sandbox sandbox;
-	QCOMPARE(errorOf(sandbox.run(process(videos::regions(), seconds))),
+	QCOMPARE(errorOf(sandbox.run(processArguments(videos::regions(), seconds))),
 		 QStringLiteral("--seconds needs a whole number from 1 to 3600."));
 }
 
@@ -145,7 +145,7 @@ void ClipFailureTest::reports_missing_ffprobe()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(QStringLiteral("PATH"), sandbox.path());
-	const Run run = sandbox.run(process(videos::regions()));
+	const Run run = sandbox.run(processArguments(videos::regions()));
 	QCOMPARE(errorOf(run), QStringLiteral("ffprobe isn't installed. Install ffmpeg, then clip again."));
 }
 
@@ -197,7 +197,7 @@ void ClipFailureTest::reports_a_disk_that_fills_up()
 		mount + QStringLiteral("\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code").arg(sandbox.shortsFolder());
 	const Run run = sandbox.runProgram(QStringLiteral("unshare"),
 					   unshare + QStringList{script, QStringLiteral("sh"), sampleHelper()} +
-						   process(videos::regions()));
+						   processArguments(videos::regions()));
 	QCOMPARE(errorOf(run), QStringLiteral("the disk is full. Free some space, then clip again."));
 	QVERIFY2(!run.errorOutput.endsWith(".part\n") && !run.errorOutput.endsWith(".mp4\n"),
 		 run.errorOutput.constData());

@@ -23,7 +23,7 @@ namespace {
 
 QStringList clipOf(const QString &replay)
 {
-	return process(replay, 1, looking("gameplay", "none"));
+	return processArguments(replay, 1, lookArguments("gameplay", "none"));
 }
 
 } // namespace

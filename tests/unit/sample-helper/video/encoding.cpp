@@ -33,7 +33,7 @@ public:
 	explicit Workshop(const QByteArray &onEncode = {},
 			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
 	{
-		link(*this);
+		linkAccount(*this);
 		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QString());
 		useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
 		useTool(QStringLiteral("ffmpeg"),
@@ -62,7 +62,7 @@ public:
 				"exec ffmpeg \"$@\"");
 	}
 
-	Run clip() const { return run(process(videos::silent(), 1, looking("gameplay", "none"))); }
+	Run clip() const { return run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none"))); }
 
 	/// How often ffmpeg was called with this text among its arguments.
 	qsizetype calls(const char *text) const
@@ -91,10 +91,11 @@ void EncodingTest::keeps_the_frame_rate()
 	QFETCH(const int, kept);
 	const Sandbox sandbox;
 	for (const char *layout : {"vtuber-bubble", "podcast"}) {
-		const Run run = sandbox.run(process(videos::atFrameRate(rate), 1, looking(layout, "none")));
+		const Run run =
+			sandbox.run(processArguments(videos::atFrameRate(rate), 1, lookArguments(layout, "none")));
 		QCOMPARE(eventName(run), QStringLiteral("done"));
-		QCOMPARE(qRound(videos::details(formatted(run)).frameRate * 100), kept * 100);
-		const qsizetype frames = videos::brightness(formatted(run)).size();
+		QCOMPARE(qRound(videos::details(shortPath(run)).frameRate * 100), kept * 100);
+		const qsizetype frames = videos::brightness(shortPath(run)).size();
 		QVERIFY2(std::abs(frames - kept) <= 2, qPrintable(QString::number(frames)));
 	}
 }
@@ -117,8 +118,8 @@ void EncodingTest::keeps_the_loudness()
 	const QList<double> before = videos::loudness(replay);
 	QCOMPARE(before.size(), amplitudes.size());
 	const Sandbox sandbox;
-	const Run run = sandbox.run(process(replay, 2, looking("gameplay", "none")));
-	const QList<double> after = videos::loudness(formatted(run));
+	const Run run = sandbox.run(processArguments(replay, 2, lookArguments("gameplay", "none")));
+	const QList<double> after = videos::loudness(shortPath(run));
 	QCOMPARE(after.size(), channels);
 	for (int channel = 0; channel < channels; ++channel) {
 		// A fifth of a decibel.
@@ -139,7 +140,7 @@ void EncodingTest::takes_the_first_encoder_that_works()
 	QCOMPARE(workshop.calls("h264_vaapi"), 0);
 	QCOMPARE(workshop.calls("libx264"), 0);
 	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
-	QCOMPARE(videos::details(formatted(run)).height, 1920);
+	QCOMPARE(videos::details(shortPath(run)).height, 1920);
 }
 
 void EncodingTest::gives_up_on_hardware_that_hangs()
@@ -163,7 +164,7 @@ void EncodingTest::goes_on_in_software_when_hardware_fails()
 	QCOMPARE(note(run), QStringLiteral("h264_vaapi failed, used libx264"));
 	QCOMPARE(workshop.calls("-filter_hw_device gpu"), 1);
 	QCOMPARE(workshop.calls("format=nv12,hwupload[short]"), 1);
-	QCOMPARE(videos::details(formatted(run)).videoCodec, QStringLiteral("h264"));
+	QCOMPARE(videos::details(shortPath(run)).videoCodec, QStringLiteral("h264"));
 	QCOMPARE(workshop.shortsFolderContent().size(), 1);
 }
 
@@ -193,7 +194,7 @@ void EncodingTest::takes_the_encoder_that_is_named()
 void EncodingTest::tells_its_speed()
 {
 	const Sandbox sandbox;
-	sandbox.run(process(videos::silent(), 1, looking("gameplay", "none")));
+	sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
 	const QByteArray log = sandbox.readFile(QStringLiteral("sample-helper.log"));
 	QVERIFY2(log.contains("libx264 encoded 1.0 s in ") && log.contains(" times real time)"), log.constData());
 }
