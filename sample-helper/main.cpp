@@ -1,59 +1,27 @@
-#include "account.hpp"
-#include "chat.hpp"
-#include "clip.hpp"
-#include "diagnostics.hpp"
-#include "events.hpp"
-#include "help.hpp"
-#include "preview.hpp"
-#include "recent.hpp"
-#include "update.hpp"
+#include "commands/commands.hpp"
+#include "commands/help.hpp"
+#include "support/events.hpp"
+#include "support/log.hpp"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <array>
 #include <cstdio>
 
 namespace {
 
-struct Command {
-	const char *name{};
-	/// What its value stands for; empty for a command without one.
-	const char *valueName{};
-	int (*run)(const QCommandLineParser &){};
-};
-
-// What they do is told in help.cpp.
-constexpr std::array<Command, 14> commands{{
-	{"status", "", runStatus},
-	{"link", "", runLink},
-	{"process", "replay", runProcess},
-	{"preview", "", runPreview},
-	{"recent", "", runRecent},
-	{"chat-get", "", runChatGet},
-	{"chat-set", "json", runChatSet},
-	{"poll-triggers", "", runPollTriggers},
-	{"check-update", "", runCheckUpdate},
-	{"download-update", "", runDownloadUpdate},
-	{"unlink", "", runUnlink},
-	{"revoke", "", runRevoke},
-	{"say", "name", runSay},
-	{"new-stream", "", runNewStream},
-}};
-
-constexpr std::array switches{"no-browser", "help", "version"};
-constexpr std::array options{"seconds", "scene", "layout", "style", "font", "caption-position"};
-
 void describe(QCommandLineParser &parser)
 {
-	for (const Command &command : commands) {
-		parser.addOption({QLatin1String(command.name), {}, QLatin1String(command.valueName)});
+	for (const Command &command : commands()) {
+		parser.addOption({QLatin1String(command.name), {}, QLatin1String(command.value)});
 	}
-	for (const char *name : switches) {
+	for (const std::span<const Option> options : {lookOptions(), otherOptions()}) {
+		for (const Option &option : options) {
+			parser.addOption({QLatin1String(option.name), {}, QLatin1String(option.value)});
+		}
+	}
+	for (const char *name : {"help", "version"}) {
 		parser.addOption(QCommandLineOption(QLatin1String(name)));
-	}
-	for (const char *name : options) {
-		parser.addOption({QLatin1String(name), {}, QStringLiteral("value")});
 	}
 }
 
@@ -77,13 +45,13 @@ int dispatch(const QStringList &arguments)
 		throw Failure(QStringLiteral("The sample helper doesn't know %1%2 yet.").arg(dashes, unknown.first()));
 	}
 	if (parser.isSet(QStringLiteral("help"))) {
-		return print(QString::fromUtf8(helpText));
+		return print(helpText());
 	}
 	if (parser.isSet(QStringLiteral("version"))) {
 		return print(QStringLiteral("sample-helper %1\n").arg(QCoreApplication::applicationVersion()));
 	}
 	const Command *wanted = nullptr;
-	for (const Command &command : commands) {
+	for (const Command &command : commands()) {
 		if (!parser.isSet(QLatin1String(command.name))) {
 			continue;
 		}
@@ -95,10 +63,10 @@ int dispatch(const QStringList &arguments)
 	if (wanted == nullptr) {
 		throw Failure(QStringLiteral("Nothing to do. Try sample-helper --help."));
 	}
-	const QStringList texts = parser.positionalArguments();
-	if (!texts.isEmpty() && wanted->run != runSay) {
+	const QStringList words = parser.positionalArguments();
+	if (!words.isEmpty() && QLatin1String(wanted->words).isEmpty()) {
 		throw Failure(
-			QStringLiteral("The sample helper doesn't know what to do with \"%1\".").arg(texts.first()));
+			QStringLiteral("The sample helper doesn't know what to do with \"%1\".").arg(words.first()));
 	}
 	return wanted->run(parser);
 }
@@ -110,7 +78,7 @@ int main(int argc, char *argv[])
 	const QCoreApplication application(argc, argv);
 	QCoreApplication::setApplicationName(QStringLiteral("sample-helper"));
 	QCoreApplication::setApplicationVersion(QStringLiteral(SAMPLE_HELPER_VERSION));
-	startDiagnostics();
+	startLog();
 	try {
 		return dispatch(QCoreApplication::arguments());
 	} catch (const Failure &failure) {

@@ -57,14 +57,15 @@ unit_tests()
 	local preset=$1 name file files=() folder targets=() pattern=
 	shift
 	for name; do
-		files=("tests/unit/$name.cpp" tests/unit/*/"$name.cpp" "tests/unit/$name"/*.cpp)
+		files=("tests/unit/$name.cpp" tests/unit/*/{,*/}"$name.cpp" "tests/unit/$name"/{,*/}*.cpp)
 		[[ -e ${files[0]} ]] || files=("${files[@]:1}")
 		if ((${#files[@]} == 0)); then
 			echo "test: there is no unit test '$name': neither a file nor a folder of tests/unit" >&2
 			return 2
 		fi
 		for file in "${files[@]}"; do
-			folder=$(basename "$(dirname "$file")")
+			folder=${file#tests/unit/}
+			folder=${folder%%/*}
 			targets+=("unit_${folder//-/_}")
 			pattern+="${pattern:+|}^${folder}[.]$(basename "$file" .cpp)\$"
 		done

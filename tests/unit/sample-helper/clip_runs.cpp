@@ -2,20 +2,20 @@
 
 #include <QJsonArray>
 
-QStringList process(const QString &replay, int seconds, const QStringList &look)
+QStringList processArguments(const QString &replay, int length_s, const QStringList &look)
 {
 	return QStringList{QStringLiteral("--process"), replay,
-			   QStringLiteral("--seconds"), QString::number(seconds),
+			   QStringLiteral("--seconds"), QString::number(length_s),
 			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
 	       look;
 }
 
-QStringList looking(const char *layout, const char *style)
+QStringList lookArguments(const char *layout, const char *style)
 {
 	return {QStringLiteral("--layout"), QLatin1String(layout), QStringLiteral("--style"), QLatin1String(style)};
 }
 
-QString formatted(const Run &run)
+QString shortPath(const Run &run)
 {
 	return run.onlyEvent()[QLatin1String("formatted")].toArray().at(0).toString();
 }
@@ -30,7 +30,7 @@ QString note(const Run &run)
 	return run.onlyEvent()[QLatin1String("note")].toString();
 }
 
-void link(const Sandbox &sandbox)
+void linkAccount(const Sandbox &sandbox)
 {
 	sandbox.run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
 }

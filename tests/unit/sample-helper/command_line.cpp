@@ -1,7 +1,7 @@
+#include "commands/commands.hpp"
 #include "sandbox.hpp"
 #include "host/test_program.hpp"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
@@ -16,8 +16,6 @@ private Q_SLOTS:
 	void helps_with_what_it_knows();
 	void prints_its_version();
 	void writes_one_line_per_event();
-	void logs_to_a_file_in_the_state_folder();
-	void sets_a_large_log_aside();
 	void reports_a_state_folder_that_cannot_be_made();
 };
 
@@ -78,9 +76,8 @@ void CommandLineTest::helps_with_what_it_knows()
 	for (const QRegularExpressionMatch &match : option.globalMatch(help)) {
 		told += match.captured(1);
 	}
-	for (const char *command : {"--process", "--preview", "--recent", "--status", "--link", "--chat-get",
-				    "--chat-set", "--poll-triggers", "--check-update", "--download-update"}) {
-		QVERIFY2(told.contains(QLatin1String(command)), command);
+	for (const Command &command : commands()) {
+		QVERIFY2(told.contains(QStringLiteral("--") + QLatin1String(command.name)), command.name);
 	}
 	QCOMPARE(told.size(), 23);
 	for (const QString &name : std::as_const(told)) {
@@ -105,27 +102,6 @@ void CommandLineTest::writes_one_line_per_event()
 	QCOMPARE(run.output.count('\n'), 2);
 	QVERIFY(run.output.endsWith('\n'));
 	QVERIFY2(!run.output.contains("\": "), "the events are compact");
-}
-
-void CommandLineTest::logs_to_a_file_in_the_state_folder()
-{
-	const Sandbox sandbox;
-	const Run run = sandbox.run({QStringLiteral("--foo")});
-	QFile log(sandbox.path(QStringLiteral("sample-helper.log")));
-	QVERIFY(log.open(QIODevice::ReadOnly));
-	const QByteArray content = log.readAll();
-	QVERIFY(content.contains("doesn't know --foo"));
-	QByteArray diagnostics = run.diagnostics;
-	QCOMPARE(diagnostics.replace("\r\n", "\n"), content);
-}
-
-void CommandLineTest::sets_a_large_log_aside()
-{
-	const Sandbox sandbox;
-	sandbox.writeFile(QStringLiteral("sample-helper.log"), QByteArray(1'000'001, 'x'));
-	sandbox.run({QStringLiteral("--foo")});
-	QVERIFY(QFile(sandbox.path(QStringLiteral("sample-helper.log"))).size() < 1000);
-	QCOMPARE(QFile(sandbox.path(QStringLiteral("sample-helper.log.old"))).size(), 1'000'001);
 }
 
 void CommandLineTest::reports_a_state_folder_that_cannot_be_made()

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int runTimeoutMs = 120000;
+constexpr int runTimeout_ms = 120000;
 
 } // namespace
 
@@ -24,12 +24,12 @@ QString updateRunner()
 
 Sandbox::Sandbox()
 {
-	for (const QString &name : m_environment.keys()) {
+	for (const QString &name : environment_.keys()) {
 		if (name.startsWith(QStringLiteral("KESTRUNE_"))) {
-			m_environment.remove(name);
+			environment_.remove(name);
 		}
 	}
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), m_folder.path());
+	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), folder_.path());
 	// The tests must not depend on the machine's graphics card.
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("libx264"));
 	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_LINK_MS"), QStringLiteral("0"));
@@ -96,14 +96,14 @@ Run Sandbox::runProgram(const QString &program, const QStringList &arguments) co
 std::unique_ptr<QProcess> Sandbox::startProgram(const QString &program, const QStringList &arguments) const
 {
 	auto process = std::make_unique<QProcess>();
-	process->setProcessEnvironment(m_environment);
+	process->setProcessEnvironment(environment_);
 	process->start(program, arguments);
 	return process;
 }
 
 Run finish(QProcess &process)
 {
-	const bool ended = process.waitForFinished(runTimeoutMs) || process.state() == QProcess::NotRunning;
+	const bool ended = process.waitForFinished(runTimeout_ms) || process.state() == QProcess::NotRunning;
 	Run run{ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
 		process.readAllStandardOutput(),
 		process.readAllStandardError(),

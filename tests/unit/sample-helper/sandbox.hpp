@@ -19,7 +19,7 @@ struct Run {
 	/// -1 after a crash or when it did not end in time.
 	int exitCode{};
 	QByteArray output{};
-	QByteArray diagnostics{};
+	QByteArray errorOutput{};
 	QList<QJsonObject> events{};
 
 	/// The only event of the run; an empty object when there were none or several.
@@ -31,12 +31,12 @@ class Sandbox {
 public:
 	Sandbox();
 
-	QString path(const QString &name = {}) const { return m_folder.filePath(name); }
+	QString path(const QString &name = {}) const { return folder_.filePath(name); }
 	QString shortsFolder() const { return path(QStringLiteral("Shorts")); }
 	/// The files in the Shorts folder, whatever their kind.
 	QStringList shortsFolderContent() const;
 
-	void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
+	void setVariable(const QString &name, const QString &value) { environment_.insert(name, value); }
 	QString writeFile(const QString &name, const QByteArray &content) const;
 	/// Empty if there is none.
 	QByteArray readFile(const QString &name) const;
@@ -56,8 +56,8 @@ public:
 private:
 	std::unique_ptr<QProcess> startProgram(const QString &program, const QStringList &arguments) const;
 
-	QTemporaryDir m_folder{};
-	QProcessEnvironment m_environment{QProcessEnvironment::systemEnvironment()};
+	QTemporaryDir folder_{};
+	QProcessEnvironment environment_{QProcessEnvironment::systemEnvironment()};
 };
 
 /// Waits for the end of a run that Sandbox::start() began.

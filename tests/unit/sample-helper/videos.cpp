@@ -99,8 +99,7 @@ Details details(const QString &path)
 			  QStringLiteral("-show_streams"), QStringLiteral("-show_format"), path});
 	const QJsonObject object = QJsonDocument::fromJson(answer).object();
 	Details result{};
-	result.durationSeconds =
-		object[QLatin1String("format")].toObject()[QLatin1String("duration")].toString().toDouble();
+	result.duration_s = object[QLatin1String("format")].toObject()[QLatin1String("duration")].toString().toDouble();
 	const QJsonArray streams = object[QLatin1String("streams")].toArray();
 	for (const auto &value : streams) {
 		const QJsonObject stream = value.toObject();

@@ -35,7 +35,7 @@ struct Details {
 	/// Empty without sound.
 	QString audioCodec{};
 	int audioChannels{};
-	double durationSeconds{};
+	double duration_s{};
 };
 
 /// All zero if the file cannot be read.

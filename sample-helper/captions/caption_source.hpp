@@ -1,0 +1,14 @@
+#pragma once
+
+#include "captions/subtitles.hpp"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+struct Excerpt;
+
+/// The captions of an excerpt, with times from its beginning: from a subtitle file beside the replay (same name, .srt
+/// or .vtt), else from its speech if a transcriber is configured, else the time of the clip. What goes wrong costs the
+/// captions, never the Short; `notes` says so. `folder` is for files in between.
+QList<Cue> captionsOf(const Excerpt &excerpt, const QString &folder, QStringList &notes);

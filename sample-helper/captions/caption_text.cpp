@@ -1,0 +1,119 @@
+#include "captions/caption_text.hpp"
+
+#include <QList>
+
+#include <algorithm>
+#include <cmath>
+
+namespace captiontext {
+namespace {
+
+/// Widths are counted in Latin letters; about that many fit on a line.
+constexpr int lineWidth = 16;
+/// How many lines stay clear of the rest of the picture at full size.
+constexpr int fullSizeLines = 4;
+/// What fits at half size.
+constexpr int greatestWidth = 160;
+constexpr int mostLines = 6;
+
+/// East Asian letters and emoji are about twice as wide as Latin letters.
+int widthOf(char32_t letter)
+{
+	constexpr char32_t firstWideLetter = 0x2e80;
+	return letter >= firstWideLetter ? 2 : 1;
+}
+
+} // namespace
+
+QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events)
+{
+	QString text =
+		QStringLiteral("[Script Info]\nScriptType: v4.00+\nPlayResX: %1\nPlayResY: %2\nWrapStyle: 0\n"
+			       "ScaledBorderAndShadow: yes\n\n[V4+ Styles]\n"
+			       "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
+			       "BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
+			       "BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\n")
+			.arg(width_px)
+			.arg(height_px);
+	text += styleLines;
+	text += QStringLiteral(
+		"\n[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\n");
+	text += events;
+	return text.toUtf8();
+}
+
+QString formatTime(qint64 time_ms)
+{
+	const qint64 hundredths = time_ms / 10;
+	return QStringLiteral("%1:%2:%3.%4")
+		.arg(hundredths / 360000)
+		.arg(hundredths / 6000 % 60, 2, 10, QLatin1Char('0'))
+		.arg(hundredths / 100 % 60, 2, 10, QLatin1Char('0'))
+		.arg(hundredths % 100, 2, 10, QLatin1Char('0'));
+}
+
+QString breakLines(const QString &text)
+{
+	QString result{};
+	int wordWidth = 0;
+	int wholeWidth = 0;
+	int lines = 1;
+	const QList<uint> letters = text.toUcs4();
+	for (const uint number : letters) {
+		const char32_t letter = number;
+		const int width = widthOf(letter);
+		if (letter == U'\n') {
+			++lines;
+		}
+		wholeWidth += width;
+		if (wholeWidth > greatestWidth || lines > mostLines) {
+			return result + QStringLiteral("…");
+		}
+		if (letter == U' ' || letter == U'\n') {
+			wordWidth = 0;
+		} else if (wordWidth + width > lineWidth) {
+			result += QLatin1Char('\n');
+			++lines;
+			wordWidth = width;
+		} else {
+			wordWidth += width;
+		}
+		result += QString::fromUcs4(&letter, 1);
+	}
+	return result;
+}
+
+double fontScale(const QString &text)
+{
+	int lines = 0;
+	for (const QString &line : text.split(QLatin1Char('\n'))) {
+		int width = 0;
+		for (const uint letter : line.toUcs4()) {
+			width += widthOf(letter);
+		}
+		lines += std::max(1, (width + lineWidth - 1) / lineWidth);
+	}
+	// Smaller letters make lines lower and fewer at once, hence the root.
+	return std::max(0.5, std::sqrt(std::min(1.0, static_cast<double>(fullSizeLines) / lines)));
+}
+
+QString escape(const QString &text)
+{
+	QString result{};
+	result.reserve(text.size());
+	for (const QChar letter : text) {
+		if (letter == QLatin1Char('\n')) {
+			result += QLatin1String("\\N");
+		} else if (letter == QLatin1Char('\\')) {
+			// The invisible word joiner behind it keeps the backslash from being the start of a command.
+			result += QStringLiteral("\\\u2060");
+		} else if (letter == QLatin1Char('{') || letter == QLatin1Char('}')) {
+			result += QLatin1Char('\\') + letter;
+		} else {
+			result += letter;
+		}
+	}
+	return result;
+}
+
+} // namespace captiontext

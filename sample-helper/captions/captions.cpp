@@ -1,0 +1,158 @@
+#include "captions/captions.hpp"
+
+#include "captions/caption_text.hpp"
+#include "video/layouts.hpp"
+#include "video/look.hpp"
+
+#include <array>
+
+namespace {
+
+/// How letters are painted, in the words of the script format: colours are &H, alpha (00 is opaque), blue, green, red.
+struct Layer {
+	const char *letters{};
+	const char *outline{};
+	const char *shadow{};
+	/// 1 outlines the letters, 4 puts a box of the shadow's colour and size behind them.
+	int border{1};
+	int outlineWidth_px{};
+	int shadowDepth_px{};
+	/// Commands in front of each text.
+	const char *commands{""};
+};
+
+struct Style {
+	const char *key{};
+	int fontSize_px{};
+	bool upperCase{};
+	/// How many of the layers are drawn, the lowest first.
+	std::size_t layerCount{};
+	std::array<Layer, 2> layers{};
+};
+
+struct Font {
+	const char *key{};
+	const char *family{};
+	/// Families of a single weight are heavy as they are.
+	bool bold{};
+};
+
+constexpr Layer glow{"&H80D62BFF", "&H60D62BFF", "&HFF000000", 1, 16, 0, R"({\blur10})"};
+
+constexpr std::array<Style, 5> styles{{
+	{"rune", 96, false, 1, {{{"&H006AFFB8", "&H000B2014", "&H66000000", 1, 8, 8, R"({\xshad0\yshad8})"}}}},
+	{"neon", 96, false, 2, {{glow, {"&H00FFFFFF", "&H00D62BFF", "&HFF000000", 1, 5, 0}}}},
+	{"clean", 84, false, 1, {{{"&H00FFFFFF", "&HFF000000", "&H59000000", 4, 0, 28}}}},
+	{"meme", 100, true, 1, {{{"&H00FFFFFF", "&H00000000", "&HFF000000", 1, 10, 0}}}},
+	{"none", 0, false, 0, {}},
+}};
+
+constexpr std::array<Font, 4> fonts{{{"bebas", "Bebas Neue", false},
+				     {"montserrat", "Montserrat", true},
+				     {"inter", "Inter", true},
+				     {"bangers", "Bangers", false}}};
+
+/// The row with the key; the first one for a key that is in no row.
+template<typename Row, std::size_t Size> const Row &rowOf(const std::array<Row, Size> &rows, const QString &key)
+{
+	for (const Row &row : rows) {
+		if (key == QLatin1String(row.key)) {
+			return row;
+		}
+	}
+	return rows.front();
+}
+
+template<typename Row, std::size_t Size> QStringList keysOf(const std::array<Row, Size> &rows)
+{
+	QStringList keys{};
+	for (const Row &row : rows) {
+		keys += QLatin1String(row.key);
+	}
+	return keys;
+}
+
+/// The middle of the caption in fractions of the height of the Short.
+double heightOf(const Look &look)
+{
+	if (look.position == QLatin1String("top")) {
+		return 0.12;
+	}
+	if (look.position == QLatin1String("middle")) {
+		return 0.5;
+	}
+	if (look.position == QLatin1String("bottom")) {
+		return 0.86;
+	}
+	return layoutCaptionHeight(look.layout);
+}
+
+QString styleLine(const Style &style, std::size_t layer, const Font &font)
+{
+	const Layer &paint = style.layers[layer];
+	// A font family that is not installed is replaced by the nearest one that is. The 5 is "centred on its place".
+	return QStringLiteral("Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n")
+		.arg(layer)
+		.arg(QLatin1String(font.family))
+		.arg(style.fontSize_px)
+		.arg(QLatin1String(paint.letters), QLatin1String(paint.outline), QLatin1String(paint.shadow))
+		.arg(font.bold ? -1 : 0)
+		.arg(paint.border)
+		.arg(paint.outlineWidth_px)
+		.arg(paint.shadowDepth_px);
+}
+
+QString cueLines(const Style &style, const Cue &cue, int y)
+{
+	const QString text = captiontext::breakLines(style.upperCase ? cue.text.toUpper() : cue.text);
+	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::fontScale(text));
+	QString lines{};
+	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
+		lines += QStringLiteral("Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7")
+				 .arg(layer)
+				 .arg(captiontext::formatTime(cue.start_ms), captiontext::formatTime(cue.end_ms))
+				 .arg(shortWidth_px / 2)
+				 .arg(y)
+				 .arg(fontSize_px)
+				 .arg(QLatin1String(style.layers[layer].commands));
+		// Appended, since the text itself may hold something like %1.
+		lines += captiontext::escape(text) + QLatin1Char('\n');
+	}
+	return lines;
+}
+
+} // namespace
+
+QStringList styleKeys()
+{
+	return keysOf(styles);
+}
+
+QStringList fontKeys()
+{
+	return keysOf(fonts);
+}
+
+QStringList positionKeys()
+{
+	return {QStringLiteral("auto"), QStringLiteral("top"), QStringLiteral("middle"), QStringLiteral("bottom")};
+}
+
+bool hasCaptions(const Look &look)
+{
+	return rowOf(styles, look.style).layerCount > 0;
+}
+
+QByteArray captionScript(const Look &look, const QList<Cue> &cues)
+{
+	const Style &style = rowOf(styles, look.style);
+	QString styleLines{};
+	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
+		styleLines += styleLine(style, layer, rowOf(fonts, look.font));
+	}
+	QString events{};
+	for (const Cue &cue : cues) {
+		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight_px));
+	}
+	return captiontext::makeScript(shortWidth_px, shortHeight_px, styleLines, events);
+}

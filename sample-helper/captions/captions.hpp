@@ -1,0 +1,21 @@
+#pragma once
+
+#include "captions/subtitles.hpp"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+struct Look;
+
+/// Keys of the caption styles, fonts and positions in the order to offer them.
+QStringList styleKeys();
+QStringList fontKeys();
+QStringList positionKeys();
+
+/// False for the style that shows no captions.
+bool hasCaptions(const Look &look);
+
+/// A script for ffmpeg's "ass" filter that shows the cues on a Short in the chosen style, font and position. Nothing in
+/// a cue's text can do more than be shown; long texts are set smaller, very long ones cut off.
+QByteArray captionScript(const Look &look, const QList<Cue> &cues);

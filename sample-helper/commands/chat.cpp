@@ -1,0 +1,226 @@
+#include "commands/chat.hpp"
+
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/state.hpp"
+
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr QLatin1StringView chatFile("chat.json");
+constexpr QLatin1StringView enabledKey("enabled");
+constexpr QLatin1StringView commandKey("command");
+constexpr QLatin1StringView cooldownKey("cooldown_s");
+constexpr QLatin1StringView capKey("per_stream_cap");
+constexpr QLatin1StringView grantedKey("granted");
+constexpr QLatin1StringView countKey("stream_count");
+constexpr QLatin1StringView errorKey("error");
+// Not part of any event: when consent was asked for, when the command was last used, and messages not yet polled.
+constexpr QLatin1StringView askedKey("consent_asked_ms");
+constexpr QLatin1StringView lastUseKey("last_use_ms");
+constexpr QLatin1StringView messagesKey("messages");
+constexpr QLatin1StringView byKey("by");
+constexpr QLatin1StringView textKey("text");
+constexpr QLatin1StringView atKey("at_ms");
+
+double now_ms()
+{
+	return static_cast<double>(QDateTime::currentMSecsSinceEpoch());
+}
+
+bool isOn(const QJsonObject &chat)
+{
+	return chat.value(enabledKey).toBool() && chat.value(grantedKey).toBool();
+}
+
+void fillInDefaults(QJsonObject &chat)
+{
+	const QJsonObject defaults{{enabledKey, false}, {commandKey, QStringLiteral("!rune")},
+				   {cooldownKey, 30},   {capKey, 10},
+				   {grantedKey, false}, {countKey, 0}};
+	for (auto member = defaults.begin(); member != defaults.end(); ++member) {
+		if (!chat.contains(member.key())) {
+			chat[member.key()] = member.value();
+		}
+	}
+}
+
+/// Asks for the consent that reading the chat needs, and takes it as given once that is long enough ago.
+void grantDueConsent(QJsonObject &chat)
+{
+	if (chat.value(grantedKey).toBool() || !chat.value(enabledKey).toBool()) {
+		return;
+	}
+	if (!chat.contains(askedKey)) {
+		chat[askedKey] = now_ms();
+	}
+	if (now_ms() - chat.value(askedKey).toDouble() >= environment::consentDelay_ms()) {
+		chat[grantedKey] = true;
+		chat.remove(askedKey);
+	}
+}
+
+void bringUpToDate(QJsonObject &chat)
+{
+	fillInDefaults(chat);
+	grantDueConsent(chat);
+}
+
+void sendChat(const QJsonObject &chat)
+{
+	QJsonObject members{};
+	for (const QLatin1StringView key : {enabledKey, commandKey, cooldownKey, capKey, grantedKey, countKey}) {
+		members[key] = chat.value(key);
+	}
+	if (chat.value(enabledKey).toBool() && !chat.value(grantedKey).toBool()) {
+		members[QStringLiteral("consent_url")] = state::writePage(
+			QStringLiteral("consent.html"), QStringLiteral("Kestrune sample helper"),
+			QStringLiteral(
+				"Reading the chat counts as allowed in a moment. There is nothing to click, and no "
+				"real chat is read: messages come from <b>sample-helper --say NAME</b>."));
+	}
+	sendEvent(QStringLiteral("chat"), members);
+}
+
+bool isWholeNumber(const QJsonValue &value, int least, int most)
+{
+	const double number = value.toDouble(-1);
+	return value.isDouble() && number >= least && number <= most && std::floor(number) == number;
+}
+
+/// Why these settings are refused; empty if they are fine.
+QString complaintAbout(const QJsonDocument &document)
+{
+	if (!document.isObject()) {
+		return QStringLiteral("The chat settings aren't a JSON object.");
+	}
+	const QJsonObject wanted = document.object();
+	if (wanted.contains(enabledKey) && !wanted.value(enabledKey).isBool()) {
+		return QStringLiteral("\"enabled\" must be true or false.");
+	}
+	if (wanted.contains(commandKey)) {
+		const QString command = wanted.value(commandKey).toString();
+		const bool hasBlank = std::any_of(command.begin(), command.end(), [](QChar c) { return c.isSpace(); });
+		if (command.size() < 2 || !command.startsWith(QLatin1Char('!')) || hasBlank) {
+			return QStringLiteral(
+				"The command must be one word that begins with \"!\", for example !rune.");
+		}
+	}
+	if (wanted.contains(cooldownKey) && !isWholeNumber(wanted.value(cooldownKey), 0, 3600)) {
+		return QStringLiteral("The cooldown must be a whole number from 0 to 3600 seconds.");
+	}
+	if (wanted.contains(capKey) && !isWholeNumber(wanted.value(capKey), 0, 100)) {
+		return QStringLiteral("The cap per stream must be a whole number from 0 to 100 (0 for no cap).");
+	}
+	return {};
+}
+
+bool isCommand(const QString &message, const QString &command)
+{
+	const QString firstWord = message.simplified().section(QLatin1Char(' '), 0, 0);
+	return firstWord.compare(command, Qt::CaseInsensitive) == 0;
+}
+
+/// Takes the waiting messages out of the chat and returns those that trigger a clip.
+QJsonArray takeTriggers(QJsonObject &chat)
+{
+	QJsonArray triggers{};
+	const QJsonArray messages = chat.take(messagesKey).toArray();
+	for (const auto &value : messages) {
+		const QJsonObject message = value.toObject();
+		const double at = message.value(atKey).toDouble();
+		const int count = chat.value(countKey).toInt();
+		const int cap = chat.value(capKey).toInt();
+		const bool cooling = chat.contains(lastUseKey) &&
+				     at - chat.value(lastUseKey).toDouble() < chat.value(cooldownKey).toInt() * 1000.0;
+		if (!isOn(chat) || cooling || (cap > 0 && count >= cap) ||
+		    !isCommand(message.value(textKey).toString(), chat.value(commandKey).toString())) {
+			continue;
+		}
+		chat[lastUseKey] = at;
+		chat[countKey] = count + 1;
+		triggers += QJsonObject{{byKey, message.value(byKey)}};
+	}
+	return triggers;
+}
+
+} // namespace
+
+int runChatGet(const QCommandLineParser &)
+{
+	sendChat(state::update(chatFile, bringUpToDate));
+	return 0;
+}
+
+int runChatSet(const QCommandLineParser &parser)
+{
+	const QJsonDocument document = QJsonDocument::fromJson(parser.value(QStringLiteral("chat-set")).toUtf8());
+	const QString complaint = complaintAbout(document);
+	if (!complaint.isEmpty()) {
+		// Without "command" the dock leaves what was typed in its fields, so that it can be corrected there.
+		const QJsonObject stored = state::update(chatFile, bringUpToDate);
+		sendEvent(QStringLiteral("chat"), {{errorKey, complaint},
+						   {enabledKey, stored.value(enabledKey)},
+						   {grantedKey, stored.value(grantedKey)}});
+		return 1;
+	}
+	const QJsonObject wanted = document.object();
+	sendChat(state::update(chatFile, [&wanted](QJsonObject &chat) {
+		for (const QLatin1StringView key : {enabledKey, commandKey, cooldownKey, capKey}) {
+			if (wanted.contains(key)) {
+				chat[key] = wanted.value(key);
+			}
+		}
+		bringUpToDate(chat);
+	}));
+	return 0;
+}
+
+int runPollTriggers(const QCommandLineParser &)
+{
+	QJsonArray triggers{};
+	state::update(chatFile, [&triggers](QJsonObject &chat) {
+		bringUpToDate(chat);
+		triggers = takeTriggers(chat);
+	});
+	sendEvent(QStringLiteral("triggers"), {{QStringLiteral("triggers"), triggers}});
+	return 0;
+}
+
+int runSay(const QCommandLineParser &parser)
+{
+	constexpr qsizetype mostMessages = 100;
+	const QString by = parser.value(QStringLiteral("say"));
+	QString text = parser.positionalArguments().join(QLatin1Char(' '));
+	state::update(chatFile, [&](QJsonObject &chat) {
+		bringUpToDate(chat);
+		if (text.isEmpty()) {
+			text = chat.value(commandKey).toString();
+		}
+		QJsonArray messages = chat.value(messagesKey).toArray();
+		messages += QJsonObject{{byKey, by}, {textKey, text}, {atKey, now_ms()}};
+		while (messages.size() > mostMessages) {
+			messages.removeFirst();
+		}
+		chat[messagesKey] = messages;
+	});
+	sendEvent(QStringLiteral("said"), {{byKey, by}, {textKey, text}});
+	return 0;
+}
+
+int runNewStream(const QCommandLineParser &)
+{
+	sendChat(state::update(chatFile, [](QJsonObject &chat) {
+		bringUpToDate(chat);
+		chat[countKey] = 0;
+		chat.remove(lastUseKey);
+	}));
+	return 0;
+}

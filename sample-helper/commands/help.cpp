@@ -1,0 +1,89 @@
+#include "commands/help.hpp"
+
+#include "commands/commands.hpp"
+
+#include <QStringList>
+
+#include <string_view>
+
+namespace {
+
+constexpr const char *introduction = R"(Usage: sample-helper COMMAND [OPTION]...
+
+Makes captioned vertical Shorts of OBS replays for the Kestrune dock, without
+account or network. Needs ffmpeg. Every answer is one line of JSON.
+)";
+
+constexpr const char *remarks = R"(
+Captions come from a subtitle file beside the replay (NAME.srt or NAME.vtt), else
+from its speech if whisper.cpp is configured, else they tell the time of the clip.
+
+Environment (each name begins with KESTRUNE_SAMPLE_HELPER_):
+  HOME                   folder of everything that is remembered
+  OUTPUT                 folder for Shorts
+  CAMERA                 where the camera is: LEFT,TOP,WIDTH,HEIGHT, as fractions
+                         of the picture
+  FFMPEG                 folder of ffmpeg and ffprobe (default: the PATH)
+  ENCODER                h264_nvenc, h264_qsv, h264_amf, h264_videotoolbox,
+                         h264_vaapi or libx264 (default: the first that works)
+  WHISPER                whisper.cpp's program (default: whisper-cli, if
+                         WHISPER_MODEL is set)
+  WHISPER_MODEL          its model file
+  WHISPER_LIMIT_MS       how long it may take (default: 600000)
+  OFFLINE                1 pretends to be offline
+README.md lists those for development.
+
+Exit status:
+  0                      done
+  1                      the answer was an "error" event, or the chat settings
+                         were refused
+
+Examples:
+  sample-helper --process "Replay 1.mkv" --seconds 60 --layout podcast
+  sample-helper --preview --layout facecam --style neon
+  KESTRUNE_HELPER=/path/to/sample-helper obs    (the dock uses this helper)
+)";
+
+/// A line such as "  --process REPLAY       make a Short"; empty parts are left out.
+QString helpLine(const char *name, const char *value, const char *words, const char *summary)
+{
+	constexpr qsizetype switchWidth = 23;
+	QStringList parts{QStringLiteral("--") + QLatin1String(name), QLatin1String(value), QLatin1String(words)};
+	parts.removeAll(QString());
+	return QStringLiteral("  %1%2\n")
+		.arg(parts.join(QLatin1Char(' ')).leftJustified(switchWidth), QLatin1String(summary));
+}
+
+QString commandLines()
+{
+	QString text{};
+	std::string_view group{};
+	for (const Command &command : commands()) {
+		if (command.group != group) {
+			group = command.group;
+			text += QStringLiteral("\n%1:\n").arg(QLatin1String(command.group));
+		}
+		text += helpLine(command.name, command.value, command.words, command.summary);
+	}
+	return text;
+}
+
+QString optionLines(std::span<const Option> options)
+{
+	QString text{};
+	for (const Option &option : options) {
+		text += helpLine(option.name, option.value, "", option.summary);
+	}
+	return text;
+}
+
+} // namespace
+
+QString helpText()
+{
+	return QString::fromUtf8(introduction) + commandLines() + QLatin1Char('\n') +
+	       helpLine("help", "", "", "print this text") + helpLine("version", "", "", "print the version") +
+	       QStringLiteral("\nOptions of --process and --preview (the last clip's choice when left out):\n") +
+	       optionLines(lookOptions()) + QStringLiteral("\nMore options:\n") + optionLines(otherOptions()) +
+	       QString::fromUtf8(remarks);
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/// What --help prints.
+QString helpText();

@@ -1,4 +1,0 @@
-#pragma once
-
-/// What --help prints.
-extern const char *const helpText;

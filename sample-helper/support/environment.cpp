@@ -1,0 +1,107 @@
+#include "support/environment.hpp"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace environment {
+namespace {
+
+QString valueOr(const char *variable, const QString &fallback)
+{
+	const QString value = qEnvironmentVariable(variable);
+	return value.isEmpty() ? fallback : value;
+}
+
+QString absolute(const QString &path)
+{
+	return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+int millisecondsOr(const char *variable, int fallback)
+{
+	bool isNumber = false;
+	const int value = qEnvironmentVariableIntValue(variable, &isNumber);
+	return isNumber && value >= 0 ? value : fallback;
+}
+
+} // namespace
+
+QString stateFolder()
+{
+	const QString shared = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_HOME", shared + QStringLiteral("/kestrune-sample-helper")));
+}
+
+QString outputFolder()
+{
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + QStringLiteral("/Shorts")));
+}
+
+bool isOffline()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == QStringLiteral("1") ||
+	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
+}
+
+QString ffmpegFolder()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_FFMPEG");
+}
+
+QString camera()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_CAMERA");
+}
+
+QString encoder()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");
+}
+
+int trialLimit_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
+}
+
+QString whisperProgram()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");
+}
+
+QString whisperModel()
+{
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
+}
+
+int whisperLimit_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS", 600000);
+}
+
+int linkDelay_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_LINK_MS", 2000);
+}
+
+int consentDelay_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_CONSENT_MS", 2000);
+}
+
+int downloadDelay_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS", 1500);
+}
+
+QString releaseFolder()
+{
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_UPDATES", stateFolder() + QStringLiteral("/updates")));
+}
+
+QString currentVersion()
+{
+	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", QStringLiteral(SAMPLE_HELPER_VERSION));
+}
+
+} // namespace environment

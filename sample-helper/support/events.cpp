@@ -1,0 +1,26 @@
+#include "support/events.hpp"
+
+#include <QJsonDocument>
+
+#include <cstdio>
+#include <utility>
+
+void sendEvent(const QString &name, QJsonObject members)
+{
+	members[QStringLiteral("event")] = name;
+	const QByteArray line = QJsonDocument(members).toJson(QJsonDocument::Compact) + '\n';
+	std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
+	std::fflush(stdout);
+}
+
+Failure::Failure(QString text, QJsonObject members)
+	: text_(std::move(text))
+	, utf8_(text_.toUtf8())
+	, members_(std::move(members))
+{
+}
+
+QString Failure::clause() const
+{
+	return text_.endsWith(QLatin1Char('.')) ? text_.chopped(1) : text_;
+}

@@ -1,0 +1,48 @@
+#include "support/log.hpp"
+
+#include "support/environment.hpp"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+constexpr qint64 largestLogBytes = 1'000'000;
+
+QString logPath()
+{
+	return environment::stateFolder() + QStringLiteral("/sample-helper.log");
+}
+
+void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+	const QString line = QStringLiteral("%1 [%2] %3\n")
+				     .arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs))
+				     .arg(QCoreApplication::applicationPid())
+				     .arg(message);
+	const QByteArray bytes = line.toUtf8();
+	std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+	// A log that cannot be written (a full disk) must not stop a clip.
+	QFile file(logPath());
+	if (file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+		file.write(bytes);
+	}
+}
+
+} // namespace
+
+void startLog()
+{
+	QDir().mkpath(environment::stateFolder());
+	if (QFileInfo(logPath()).size() > largestLogBytes) {
+		const QString old = logPath() + QStringLiteral(".old");
+		QFile::remove(old);
+		QFile::rename(logPath(), old);
+	}
+	qInstallMessageHandler(writeMessage);
+}

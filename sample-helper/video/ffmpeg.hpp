@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+/// Everything that is done through the programs ffmpeg and ffprobe. All calls wait for the program to end.
+namespace ffmpeg {
+
+/// What is known of a video file.
+struct Video {
+	int videoStream{};
+	/// -1 when the file has no sound.
+	int audioStream{-1};
+	int audioChannels{};
+	double duration_s{};
+};
+
+/// The address by which ffmpeg opens exactly this file, whatever characters its path holds.
+QString fileAddress(const QString &path);
+
+/// Looks into a video file. Throws Failure when ffprobe is missing or the file is no video.
+Video probe(const QString &path);
+
+/// The names of the encoders that this ffmpeg was built with; none if it fails or takes longer than
+/// environment::trialLimit_ms(). Throws Failure when it is missing.
+QSet<QString> encoderNames();
+
+/// Whether ffmpeg can do this within environment::trialLimit_ms(): a broken driver may hang for ever. Throws Failure
+/// when ffmpeg is missing.
+bool succeeds(const QStringList &arguments);
+
+/// Whether the filter leaves a mark on an empty picture: some builds lack the one for captions, some systems have no
+/// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
+bool canDraw(const QString &filter, const QString &workingFolder);
+
+/// Runs ffmpeg in `workingFolder` and tells what went wrong, in a sentence that a streamer understands; empty when it
+/// succeeds. Throws Failure when it is missing.
+QString tryToRun(const QStringList &arguments, const QString &workingFolder);
+
+/// Does the same, but throws Failure with that sentence.
+void run(const QStringList &arguments, const QString &workingFolder);
+
+} // namespace ffmpeg

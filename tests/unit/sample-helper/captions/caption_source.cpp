@@ -1,0 +1,316 @@
+#include "clip_runs.hpp"
+#include "host/test_program.hpp"
+#include "videos.hpp"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+/// Captions from files beside the replay and from speech. The last two seconds of the replay are plain white, so the
+/// frames that are not white are those with a caption.
+class CaptionSourceTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void shows_sidecars_at_their_time_data();
+	void shows_sidecars_at_their_time();
+	void shows_hostile_texts_as_texts();
+	void makes_shorts_without_captions_and_says_why_data();
+	void makes_shorts_without_captions_and_says_why();
+	void transcribes_the_last_seconds();
+	void keeps_speech_between_brackets();
+	void says_that_the_sound_is_unreadable();
+	void prefers_the_sidecar();
+	void needs_no_transcriber_for_silence();
+	void makes_shorts_without_a_transcription_data();
+	void makes_shorts_without_a_transcription();
+	void leaves_the_replay_and_its_folder_alone();
+};
+
+namespace {
+
+constexpr int framesPerSecond = 25;
+
+/// A sandbox with an account and the replay in a folder of its own.
+class Studio : public Sandbox {
+public:
+	Studio()
+	{
+		linkAccount(*this);
+		QDir(path()).mkpath(QStringLiteral("replays"));
+		QFile::copy(videos::blackThenWhite(), replay());
+	}
+
+	QString replay() const { return path(QStringLiteral("replays/Replay 1.5.mkv")); }
+
+	void addSidecar(const QByteArray &content, const QString &suffix = QStringLiteral(".srt")) const
+	{
+		writeFile(QStringLiteral("replays/Replay 1.5") + suffix, content);
+	}
+
+	/// A stand-in for whisper.cpp's program: understands the same arguments, opens no file in another folder, as
+	/// on Windows with letters in its name that are foreign there, notes what it is given to hear in
+	/// "heard.txt" and "writes" the speech that `answer` prints.
+	void useTranscriber(const QByteArray &answer)
+	{
+		const QByteArray script =
+			"while [ $# -gt 0 ]; do\n"
+			"  case $1 in\n"
+			"  -m) model=$2; shift;; -f) sound=$2; shift;; -of) target=$2; shift;;\n"
+			"  -l|-ml) shift;; -osrt) srt=yes;; -sow|-np) ;; *) exit 2;;\n"
+			"  esac\n"
+			"  shift\n"
+			"done\n"
+			"[ \"$(cat \"$model\")\" = 'a model' ] && [ $srt = yes ] || exit 3\n"
+			"case $sound$target in */*) exit 4;; esac\n"
+			"ffprobe -v error -of csv=p=0 -show_entries stream=codec_name,sample_rate,channels:format=duration"
+			" \"$sound\" > \"$KESTRUNE_SAMPLE_HELPER_HOME/heard.txt\"\n" +
+			answer;
+		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER"),
+			    writeScript(QStringLiteral("tools/whisper-cli"), script));
+		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"),
+			    writeFile(QStringLiteral("ggml-tiny.bin"), "a model"));
+	}
+
+	Run clip() const
+	{
+		return run(processArguments(
+			replay(), 2,
+			lookArguments("gameplay", "clean") +
+				QStringList{QStringLiteral("--caption-position"), QStringLiteral("middle")}));
+	}
+};
+
+const QByteArray aWord = "printf '1\\n00:00:00,400 --> 00:00:01,200\\n Hello there everybody\\n\\n"
+			 "2\\n00:00:01,400 --> 00:00:02,000\\n [BLANK_AUDIO]\\n' > \"$target.srt\"\n";
+
+/// The frames that show something, such as "10-30"; the last one is the first without it again.
+QString captionedFrames(const QString &path)
+{
+	const QList<int> frames = videos::brightness(path);
+	QStringList spans{};
+	for (qsizetype i = 0; i < frames.size(); ++i) {
+		const bool isShown = frames[i] < 254;
+		const bool wasShown = i > 0 && frames[i - 1] < 254;
+		if (isShown && !wasShown) {
+			spans += QString::number(i);
+		}
+		if (wasShown && (!isShown || i + 1 == frames.size())) {
+			spans.last() += QStringLiteral("-%1").arg(isShown ? i + 1 : i);
+		}
+	}
+	return spans.join(QLatin1Char(' '));
+}
+
+} // namespace
+
+void CaptionSourceTest::shows_sidecars_at_their_time_data()
+{
+	QTest::addColumn<QString>("suffix");
+	QTest::addColumn<QByteArray>("content");
+	QTest::addColumn<QString>("frames");
+	QTest::newRow("SubRip") << QStringLiteral(".srt")
+				<< QByteArray("\xef\xbb\xbf"
+					      "1\r\n00:00:01,000 --> 00:00:03,000\r\nBefore\r\n\r\n"
+					      "2\r\n00:00:04,400 --> 00:00:05,200\r\nHello there everybody\r\n")
+				<< QStringLiteral("10-30");
+	QTest::newRow("WebVTT") << QStringLiteral(".vtt")
+				<< QByteArray("WEBVTT\n\n00:03.000 --> 00:04.400\nHello there everybody\n\n"
+					      "00:05.600 --> 01:00.000\n<v Ana>How are you doing?</v>\n")
+				<< QStringLiteral("0-10 40-50");
+	QTest::newRow("SubRip in capitals")
+		<< QStringLiteral(".SRT") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n")
+		<< QStringLiteral("10-30");
+	QTest::newRow("WebVTT in capitals")
+		<< QStringLiteral(".VTT") << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n")
+		<< QStringLiteral("10-30");
+	QTest::newRow("nobody speaks") << QStringLiteral(".srt")
+				       << QByteArray("00:00:01,000 --> 00:00:03,000\nBefore\n") << QString();
+}
+
+void CaptionSourceTest::shows_sidecars_at_their_time()
+{
+	QFETCH(const QString, suffix);
+	QFETCH(const QByteArray, content);
+	QFETCH(const QString, frames);
+	const Studio studio;
+	studio.addSidecar(content, suffix);
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QCOMPARE(captionedFrames(shortPath(run)), frames);
+}
+
+void CaptionSourceTest::shows_hostile_texts_as_texts()
+{
+	const Studio studio;
+	// Each of these would cover the whole picture, were it obeyed.
+	studio.addSidecar("00:00:04,000 --> 00:00:04,800\n"
+			  "{\\pos(0,0)\\an7\\p1{}m 0 0 l 1080 0 1080 1920 0 1920\n\n"
+			  "00:00:05,000 --> 00:00:05,800\n"
+			  "{\\fs9000{}W',drawbox=t=fill;[in]null\\N%1\n\n"
+			  "Dialogue: 0,0:00:00.00,0:01:00.00,Layer0,,0,0,0,,{\\fs9000}W\n");
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("0-20 25-45"));
+	const QList<int> frames = videos::brightness(shortPath(run));
+	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 150);
+}
+
+void CaptionSourceTest::makes_shorts_without_captions_and_says_why_data()
+{
+	QTest::addColumn<QByteArray>("content");
+	QTest::addColumn<QString>("text");
+	QTest::newRow("empty") << QByteArray("")
+			       << QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+	QTest::newRow("prose") << QByteArray("dear diary\n")
+			       << QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+	QTest::newRow("binary") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello\n") + QByteArray(10, '\0')
+				<< QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+	QTest::newRow("huge") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello\n\n").repeated(30000)
+			      << QStringLiteral("without captions, Replay 1.5.srt is too large");
+}
+
+void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
+{
+	QFETCH(const QByteArray, content);
+	QFETCH(const QString, text);
+	const Studio studio;
+	studio.addSidecar(content);
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), text);
+	QCOMPARE(captionedFrames(shortPath(run)), QString());
+}
+
+void CaptionSourceTest::transcribes_the_last_seconds()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("10-30"));
+	const QList<QByteArray> heard = studio.readFile(QStringLiteral("heard.txt")).split('\n');
+	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
+	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
+}
+
+void CaptionSourceTest::keeps_speech_between_brackets()
+{
+	Studio studio;
+	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
+			      "2\\n00:00:00,400 --> 00:00:01,200\\n (well) I think so (yes)\\n\\n"
+			      "3\\n00:00:01,200 --> 00:00:02,000\\n [MUSIC]\\n' > \"$target.srt\"\n");
+	QCOMPARE(captionedFrames(shortPath(studio.clip())), QStringLiteral("10-30"));
+}
+
+void CaptionSourceTest::says_that_the_sound_is_unreadable()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	studio.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	studio.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *pcm_s16le*) echo 'No space left on device' >&2;"
+						 " exit 1;; esac\nexec ffmpeg \"$@\"");
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without captions, its sound couldn't be read"));
+	QVERIFY(run.errorOutput.contains("the disk is full."));
+}
+
+void CaptionSourceTest::prefers_the_sidecar()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
+	const Run run = studio.clip();
+	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("25-35"));
+	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
+}
+
+void CaptionSourceTest::needs_no_transcriber_for_silence()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	const Run run = studio.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "clean")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
+}
+
+void CaptionSourceTest::makes_shorts_without_a_transcription_data()
+{
+	QTest::addColumn<QByteArray>("answer");
+	QTest::addColumn<QString>("variable");
+	QTest::addColumn<QString>("value");
+	QTest::addColumn<QString>("text");
+	const QString program = QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER");
+	const QString model = QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
+	QTest::newRow("program missing") << aWord << program << QStringLiteral("/nonexistent/whisper-cli")
+					 << QStringLiteral("without captions, whisper-cli isn't installed");
+	QTest::newRow("model not set") << aWord << model << QString()
+				       << QStringLiteral(
+						  "without captions, KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set");
+	QTest::newRow("model missing") << aWord << model << QStringLiteral("/nonexistent/ggml.bin")
+				       << QStringLiteral("without captions, the model ggml.bin doesn't exist");
+	QTest::newRow("fails") << QByteArray("exit 1") << QString() << QString()
+			       << QStringLiteral("without captions, whisper-cli failed");
+	QTest::newRow("fails, but answers 0") << QByteArray("exit 0") << QString() << QString()
+					      << QStringLiteral("without captions, whisper-cli failed");
+	QTest::newRow("crashes") << QByteArray("kill -9 $$") << QString() << QString()
+				 << QStringLiteral("without captions, whisper-cli crashed");
+	QTest::newRow("hangs") << QByteArray("exec sleep 1000")
+			       << QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS") << QStringLiteral("1500")
+			       << QStringLiteral("without captions, whisper-cli took too long");
+	QTest::newRow("says nothing") << QByteArray(": > \"$target.srt\"") << QString() << QString() << QString();
+}
+
+void CaptionSourceTest::makes_shorts_without_a_transcription()
+{
+	QFETCH(const QByteArray, answer);
+	QFETCH(const QString, variable);
+	QFETCH(const QString, value);
+	QFETCH(const QString, text);
+	Studio studio;
+	studio.useTranscriber(answer);
+	if (!variable.isEmpty()) {
+		studio.setVariable(variable, value);
+	}
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), text);
+	QCOMPARE(captionedFrames(shortPath(run)), QString());
+	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
+}
+
+void CaptionSourceTest::leaves_the_replay_and_its_folder_alone()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	const auto snapshot = [&studio] {
+		QStringList lines{};
+		const QDir folder(QFileInfo(studio.replay()).path());
+		for (const QFileInfo &file :
+		     folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
+			lines += file.fileName() + QLatin1Char(' ') + file.lastModified().toString(Qt::ISODateWithMs) +
+				 QLatin1Char(' ') + QString::fromLatin1(videos::checksum(file.filePath()));
+		}
+		return lines;
+	};
+	const QStringList before = snapshot();
+	QCOMPARE(before.size(), 1);
+	QCOMPARE(eventName(studio.clip()), QStringLiteral("done"));
+	QCOMPARE(snapshot(), before);
+
+	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
+	const QStringList withSidecar = snapshot();
+	QCOMPARE(eventName(studio.clip()), QStringLiteral("done"));
+	QCOMPARE(snapshot(), withSidecar);
+	QCOMPARE(QDir(studio.path()).entryList({QStringLiteral("run-*")}, QDir::Dirs), QStringList());
+}
+
+KESTRUNE_TEST(CaptionSourceTest)
+#include "caption_source.moc"

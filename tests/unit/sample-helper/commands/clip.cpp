@@ -1,0 +1,352 @@
+#include "clip_runs.hpp"
+#include "host/test_program.hpp"
+#include "videos.hpp"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+class ClipTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void composes_every_layout_data();
+	void composes_every_layout();
+	void burns_a_caption_in_every_style_data();
+	void burns_a_caption_in_every_style();
+	void cuts_the_last_seconds();
+	void takes_the_whole_of_a_short_replay();
+	void makes_a_silent_short_of_a_silent_replay();
+	void reads_odd_paths_data();
+	void reads_odd_paths();
+	void reads_a_replay_without_a_duration();
+	void reads_a_replay_without_any_times();
+	void finds_the_camera_where_it_is_told();
+	void remembers_the_look();
+	void replaces_unknown_choices_and_says_so();
+	void leaves_the_caption_out_when_ffmpeg_cannot_draw();
+	void leaves_the_caption_out_when_it_cannot_be_stored();
+	void stores_shorts_where_it_is_told();
+	void answers_by_the_state_of_the_account();
+	void runs_side_by_side_and_lists_only_whole_shorts();
+};
+
+namespace {
+
+/// The nearest of the colours red, green and blue at a place of a Short's frame.
+char colourAt(const QByteArray &frame, int x, int y)
+{
+	const qsizetype at = (static_cast<qsizetype>(y) * 1080 + x) * 3;
+	if (frame.size() < at + 3) {
+		return '?';
+	}
+	std::array<int, 3> parts{};
+	for (std::size_t i = 0; i < parts.size(); ++i) {
+		parts[i] = static_cast<unsigned char>(frame[at + static_cast<qsizetype>(i)]);
+	}
+	return "rgb"[std::max_element(parts.begin(), parts.end()) - parts.begin()];
+}
+
+} // namespace
+
+void ClipTest::composes_every_layout_data()
+{
+	QTest::addColumn<QByteArray>("layout");
+	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No game shows the camera's green corner.
+	QTest::addColumn<QByteArray>("colours");
+	QTest::newRow("Bubble: blurred behind, camera in a disc") << QByteArray("vtuber-bubble") << QByteArray("rbgb");
+	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrb");
+	QTest::newRow("Facecam: webcam above") << QByteArray("facecam") << QByteArray("ggrb");
+	QTest::newRow("Podcast: left half above right half") << QByteArray("podcast") << QByteArray("rrbg");
+	QTest::newRow("Gameplay only: the middle") << QByteArray("gameplay") << QByteArray("rbrb");
+}
+
+void ClipTest::composes_every_layout()
+{
+	QFETCH(const QByteArray, layout);
+	QFETCH(const QByteArray, colours);
+	const Sandbox sandbox;
+	linkAccount(sandbox);
+	const QByteArray before = videos::checksum(videos::regions());
+	const Run run = sandbox.run(processArguments(videos::regions(), 2, lookArguments(layout.constData(), "none")));
+	QCOMPARE(run.exitCode, 0);
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(!run.onlyEvent().contains(QLatin1String("note")));
+	QCOMPARE(videos::checksum(videos::regions()), before);
+
+	const QString path = shortPath(run);
+	QCOMPARE(sandbox.shortsFolderContent(), QStringList{QFileInfo(path).fileName()});
+	QVERIFY(QRegularExpression(QStringLiteral("/Shorts/short-\\d{8}-\\d{6}-[0-9a-f]{8}\\.mp4$"))
+			.match(path)
+			.hasMatch());
+	const videos::Details details = videos::details(path);
+	QCOMPARE(details.width, 1080);
+	QCOMPARE(details.height, 1920);
+	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
+	QCOMPARE(details.pixelFormat, QStringLiteral("yuv420p"));
+	QCOMPARE(details.audioCodec, QStringLiteral("aac"));
+	QVERIFY2(std::abs(details.duration_s - 2) < 0.06, qPrintable(QString::number(details.duration_s)));
+	QVERIFY(videos::isFastStart(path));
+
+	const QByteArray frame = videos::firstFrame(path);
+	QByteArray seen{};
+	for (const auto &[x, y] :
+	     {std::pair{100, 100}, std::pair{980, 100}, std::pair{500, 1300}, std::pair{980, 1880}}) {
+		seen += colourAt(frame, x, y);
+	}
+	QCOMPARE(seen, colours);
+}
+
+void ClipTest::burns_a_caption_in_every_style_data()
+{
+	QTest::addColumn<QByteArray>("style");
+	QTest::addColumn<QByteArray>("position");
+	QTest::addColumn<double>("height");
+	QTest::newRow("rune") << QByteArray("rune") << QByteArray("auto") << 0.75;
+	QTest::newRow("neon") << QByteArray("neon") << QByteArray("top") << 0.12;
+	QTest::newRow("clean") << QByteArray("clean") << QByteArray("middle") << 0.5;
+	QTest::newRow("meme") << QByteArray("meme") << QByteArray("bottom") << 0.86;
+}
+
+void ClipTest::burns_a_caption_in_every_style()
+{
+	QFETCH(const QByteArray, style);
+	QFETCH(const QByteArray, position);
+	QFETCH(const double, height);
+	const Sandbox sandbox;
+	const QStringList look = lookArguments("gameplay", style.constData()) +
+				 QStringList{QStringLiteral("--font"), QStringLiteral("inter"),
+					     QStringLiteral("--caption-position"), QLatin1String(position)};
+	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 1, look));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const QByteArray frame = videos::firstFrame(shortPath(run));
+	QCOMPARE(frame.size(), 1080 * 1920 * 3);
+
+	// The replay is plain white there: whatever is not white belongs to the caption.
+	double sum = 0;
+	double count = 0;
+	for (qsizetype i = 0; i < frame.size(); i += 3) {
+		if (std::min({static_cast<unsigned char>(frame[i]), static_cast<unsigned char>(frame[i + 1]),
+			      static_cast<unsigned char>(frame[i + 2])}) < 200) {
+			sum += static_cast<double>(i / (1080 * 3));
+			++count;
+		}
+	}
+	QVERIFY2(count > 2000, qPrintable(QString::number(count)));
+	QVERIFY2(std::abs(sum / count / 1920 - height) < 0.02, qPrintable(QString::number(sum / count / 1920)));
+}
+
+void ClipTest::cuts_the_last_seconds()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 3, lookArguments("gameplay", "none")));
+	const QList<int> frames = videos::brightness(shortPath(run));
+	const auto dark = std::count_if(frames.begin(), frames.end(), [](int value) { return value < 128; });
+	// One second of black and two of white, at 25 frames per second.
+	QVERIFY2(std::abs(dark - 25) <= 2, qPrintable(QString::number(dark)));
+	QVERIFY2(std::abs(frames.size() - 75) <= 2, qPrintable(QString::number(frames.size())));
+}
+
+void ClipTest::takes_the_whole_of_a_short_replay()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(processArguments(videos::regions(), 120, lookArguments("gameplay", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(std::abs(videos::details(shortPath(run)).duration_s - 4) < 0.1);
+}
+
+void ClipTest::makes_a_silent_short_of_a_silent_replay()
+{
+	const Sandbox sandbox;
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("facecam", "clean")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const videos::Details details = videos::details(shortPath(run));
+	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
+	QCOMPARE(details.audioCodec, QString());
+}
+
+void ClipTest::reads_odd_paths_data()
+{
+	QTest::addColumn<QString>("name");
+	QTest::newRow("blanks, letters, emoji and quotes")
+		<< QString::fromUtf8("Näher dran 🎮 \"it's\" 100%/été 1.mkv");
+	QTest::newRow("like an address") << QStringLiteral("http://concat:1.mkv");
+	QTest::newRow("like a pattern") << QStringLiteral("clip %03d [1] {2} $HOME; *.mkv");
+	QTest::newRow("like a switch") << QStringLiteral("--status");
+}
+
+void ClipTest::reads_odd_paths()
+{
+	QFETCH(const QString, name);
+	Sandbox sandbox;
+	const QString home = sandbox.path(QString::fromUtf8("état 🎬 'a:b' \\x"));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), home);
+	const QString replay = sandbox.path(QStringLiteral("replays/") + name);
+	QVERIFY(QDir().mkpath(QFileInfo(replay).path()));
+	QVERIFY(QFile::copy(videos::regions(), replay));
+	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QVERIFY(shortPath(run).startsWith(home));
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
+	QCOMPARE(videos::checksum(replay), videos::checksum(videos::regions()));
+}
+
+void ClipTest::reads_a_replay_without_a_duration()
+{
+	const Sandbox sandbox;
+	const QString replay = sandbox.path(QStringLiteral("live.mkv"));
+	// A live file has no duration in its header, like one whose writer crashed.
+	sandbox.writeFile(QStringLiteral("live.mkv"),
+			  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(), QStringLiteral("-c"),
+					  QStringLiteral("copy"), QStringLiteral("-live"), QStringLiteral("1"),
+					  QStringLiteral("-f"), QStringLiteral("matroska"), QStringLiteral("-")}));
+	QCOMPARE(videos::details(replay).duration_s, 0.0);
+	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const QList<int> frames = videos::brightness(shortPath(run));
+	QVERIFY2(std::abs(frames.size() - 25) <= 2, qPrintable(QString::number(frames.size())));
+	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
+}
+
+void ClipTest::reads_a_replay_without_any_times()
+{
+	const Sandbox sandbox;
+	// Nothing but pictures: neither a header nor a packet tells a time.
+	const QString replay =
+		sandbox.writeFile(QStringLiteral("raw.h264"),
+				  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(),
+						  QStringLiteral("-c:v"), QStringLiteral("copy"), QStringLiteral("-f"),
+						  QStringLiteral("h264"), QStringLiteral("-")}));
+	QCOMPARE(videos::details(replay).duration_s, 0.0);
+	const Run run = sandbox.run(processArguments(replay, 2, lookArguments("gameplay", "clean")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	const double length = videos::details(shortPath(run)).duration_s;
+	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
+}
+
+void ClipTest::finds_the_camera_where_it_is_told()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0, 0, 0.4, 0.4"));
+	const Run run = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(shortPath(run)), 540, 300), 'r');
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0.9,0,0.4,nonsense"));
+	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
+}
+
+void ClipTest::remembers_the_look()
+{
+	const Sandbox sandbox;
+	sandbox.run(processArguments(videos::silent(), 1,
+				     lookArguments("podcast", "neon") +
+					     QStringList{QStringLiteral("--font"), QStringLiteral("inter")}));
+	const QJsonObject status = sandbox.run({QStringLiteral("--status")}).onlyEvent();
+	QCOMPARE(status[QLatin1String("layout")].toString(), QStringLiteral("podcast"));
+	QCOMPARE(status[QLatin1String("style")].toString(), QStringLiteral("neon"));
+	QCOMPARE(status[QLatin1String("font")].toString(), QStringLiteral("inter"));
+}
+
+void ClipTest::replaces_unknown_choices_and_says_so()
+{
+	const Sandbox sandbox;
+	linkAccount(sandbox);
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("sideways", "none")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("unknown layout \"sideways\", used \"vtuber-bubble\""));
+}
+
+void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
+{
+	Sandbox sandbox;
+	linkAccount(sandbox);
+	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) echo 'No such filter' >&2; exit 8;; esac\n"
+						  "exec ffmpeg \"$@\"");
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without captions, this ffmpeg can't draw text"));
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
+}
+
+void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
+{
+	Sandbox sandbox;
+	linkAccount(sandbox);
+	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	// Where a folder is, no file can be written.
+	sandbox.useTool(QStringLiteral("ffmpeg"),
+			"case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("without captions, they couldn't be stored"));
+	QCOMPARE(videos::details(shortPath(run)).width, 1080);
+}
+
+void ClipTest::stores_shorts_where_it_is_told()
+{
+	Sandbox sandbox;
+	const QString folder = sandbox.path(QStringLiteral("my clips"));
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OUTPUT"), folder);
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
+	QCOMPARE(QFileInfo(shortPath(run)).path(), folder);
+	const QJsonObject recent = sandbox.run({QStringLiteral("--recent")}).onlyEvent();
+	QCOMPARE(recent[QLatin1String("folder")].toString(), folder);
+	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), shortPath(run));
+}
+
+void ClipTest::answers_by_the_state_of_the_account()
+{
+	Sandbox sandbox;
+	const QStringList arguments = processArguments(videos::silent(), 1, lookArguments("gameplay", "none"));
+	const Run unlinked = sandbox.run(arguments);
+	QCOMPARE(eventName(unlinked), QStringLiteral("done"));
+	QCOMPARE(note(unlinked), QStringLiteral("kept on this computer, no account is connected"));
+
+	sandbox.run({QStringLiteral("--revoke")});
+	const Run revoked = sandbox.run(arguments);
+	QCOMPARE(revoked.exitCode, 1);
+	QCOMPARE(eventName(revoked), QStringLiteral("error"));
+	QCOMPARE(revoked.onlyEvent()[QLatin1String("relink")].toBool(), true);
+	QVERIFY(QFile::exists(shortPath(revoked)));
+
+	linkAccount(sandbox);
+	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OFFLINE"), QStringLiteral("1"));
+	const Run offline = sandbox.run(arguments);
+	QCOMPARE(offline.exitCode, 0);
+	QCOMPARE(eventName(offline), QStringLiteral("pending"));
+	QVERIFY(QFile::exists(shortPath(offline)));
+	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
+}
+
+void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
+{
+	const Sandbox sandbox;
+	const QStringList arguments = processArguments(videos::regions(), 4, lookArguments("vtuber-bubble", "neon"));
+	const std::unique_ptr<QProcess> first = sandbox.start(arguments);
+	const std::unique_ptr<QProcess> second = sandbox.start(arguments);
+	while (!first->waitForFinished(50) && first->state() != QProcess::NotRunning) {
+		const Run recent = sandbox.run({QStringLiteral("--recent")});
+		const QJsonArray items = recent.onlyEvent()[QLatin1String("items")].toArray();
+		for (const auto &item : items) {
+			QCOMPARE(videos::details(item[QLatin1String("path")].toString()).width, 1080);
+		}
+	}
+	const Run firstRun = finish(*first);
+	const Run secondRun = finish(*second);
+	QCOMPARE(eventName(firstRun), QStringLiteral("done"));
+	QCOMPARE(eventName(secondRun), QStringLiteral("done"));
+	QVERIFY(shortPath(firstRun) != shortPath(secondRun));
+	QCOMPARE(sandbox.shortsFolderContent().size(), 2);
+	QCOMPARE(videos::details(shortPath(firstRun)).height, 1920);
+	QCOMPARE(videos::details(shortPath(secondRun)).height, 1920);
+}
+
+KESTRUNE_TEST(ClipTest)
+#include "clip.moc"

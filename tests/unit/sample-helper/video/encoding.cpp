@@ -1,0 +1,203 @@
+#include "clip_runs.hpp"
+#include "host/test_program.hpp"
+#include "videos.hpp"
+
+#include <QTest>
+
+#include <cmath>
+
+class EncodingTest : public QObject {
+	Q_OBJECT
+
+private Q_SLOTS:
+	void keeps_the_frame_rate_data();
+	void keeps_the_frame_rate();
+	void keeps_the_loudness_data();
+	void keeps_the_loudness();
+	void takes_the_first_encoder_that_works();
+	void gives_up_on_hardware_that_hangs();
+	void goes_on_in_software_when_hardware_fails();
+	void encodes_in_software_when_no_hardware_works();
+	void takes_the_encoder_that_is_named();
+	void tells_its_speed();
+};
+
+namespace {
+
+/// A linked sandbox whose ffmpeg claims to know encoders in hardware: h264_nvenc, whose hardware is missing, and
+/// h264_vaapi and h264_qsv, which libx264 stands in for. Every call is noted in "calls.txt".
+class Workshop : public Sandbox {
+public:
+	/// `onEncode` is done in front of the encoding of a Short in hardware, `onTrial` when the missing hardware is
+	/// tried.
+	explicit Workshop(const QByteArray &onEncode = {},
+			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
+	{
+		linkAccount(*this);
+		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QString());
+		useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+		useTool(QStringLiteral("ffmpeg"),
+			"echo \"$*\" >> \"$KESTRUNE_SAMPLE_HELPER_HOME/calls.txt\"\n"
+			"case \"$*\" in\n"
+			"*-encoders*) echo ' V....D h264_nvenc  one'; echo ' V..... h264_qsv  two';"
+			" echo ' V....D h264_vaapi  three'; echo ' A..... libfoo  four'; exit;;\n"
+			"*h264_nvenc*) " +
+				onTrial +
+				";;\n"
+				"*h264_qsv*'-f null -'|*h264_vaapi*'-f null -') exit;;\n"
+				"*h264_qsv*|*h264_vaapi*)\n" +
+				onEncode +
+				"\n  for last; do :; done\n"
+				"  set -- \"$@\" END\n"
+				"  while [ \"$1\" != END ]; do\n"
+				"    case $1 in\n"
+				"    h264_*) set -- \"$@\" libx264;;\n"
+				"    -preset|-global_quality) shift;;\n"
+				"    *) set -- \"$@\" \"$1\";;\n"
+				"    esac\n"
+				"    shift\n"
+				"  done\n"
+				"  shift;;\n"
+				"esac\n"
+				"exec ffmpeg \"$@\"");
+	}
+
+	Run clip() const { return run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none"))); }
+
+	/// How often ffmpeg was called with this text among its arguments.
+	qsizetype calls(const char *text) const
+	{
+		return QString::fromUtf8(readFile(QStringLiteral("calls.txt")))
+			.split(QLatin1Char('\n'))
+			.filter(QLatin1String(text))
+			.size();
+	}
+};
+
+} // namespace
+
+void EncodingTest::keeps_the_frame_rate_data()
+{
+	QTest::addColumn<int>("rate");
+	QTest::addColumn<int>("kept");
+	QTest::newRow("30") << 30 << 30;
+	QTest::newRow("60") << 60 << 60;
+	QTest::newRow("120 is more than players show") << 120 << 60;
+}
+
+void EncodingTest::keeps_the_frame_rate()
+{
+	QFETCH(const int, rate);
+	QFETCH(const int, kept);
+	const Sandbox sandbox;
+	for (const char *layout : {"vtuber-bubble", "podcast"}) {
+		const Run run =
+			sandbox.run(processArguments(videos::atFrameRate(rate), 1, lookArguments(layout, "none")));
+		QCOMPARE(eventName(run), QStringLiteral("done"));
+		QCOMPARE(qRound(videos::details(shortPath(run)).frameRate * 100), kept * 100);
+		const qsizetype frames = videos::brightness(shortPath(run)).size();
+		QVERIFY2(std::abs(frames - kept) <= 2, qPrintable(QString::number(frames)));
+	}
+}
+
+void EncodingTest::keeps_the_loudness_data()
+{
+	QTest::addColumn<QList<double>>("amplitudes");
+	QTest::addColumn<int>("channels");
+	QTest::newRow("one channel") << QList<double>{0.3} << 1;
+	QTest::newRow("two channels") << QList<double>{0.4, 0.05} << 2;
+	QTest::newRow("loud") << QList<double>{0.95, 0.9} << 2;
+	QTest::newRow("six channels become two") << QList<double>{0.2, 0.1, 0, 0, 0, 0} << 2;
+}
+
+void EncodingTest::keeps_the_loudness()
+{
+	QFETCH(const QList<double>, amplitudes);
+	QFETCH(const int, channels);
+	const QString replay = videos::withTones(amplitudes);
+	const QList<double> before = videos::loudness(replay);
+	QCOMPARE(before.size(), amplitudes.size());
+	const Sandbox sandbox;
+	const Run run = sandbox.run(processArguments(replay, 2, lookArguments("gameplay", "none")));
+	const QList<double> after = videos::loudness(shortPath(run));
+	QCOMPARE(after.size(), channels);
+	for (int channel = 0; channel < channels; ++channel) {
+		// A fifth of a decibel.
+		QVERIFY2(std::abs(after[channel] / before[channel] - 1) < 0.023,
+			 qPrintable(QStringLiteral("%1 -> %2").arg(before[channel]).arg(after[channel])));
+	}
+}
+
+void EncodingTest::takes_the_first_encoder_that_works()
+{
+	const Workshop workshop;
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QCOMPARE(workshop.calls("-encoders"), 1);
+	QCOMPARE(workshop.calls("h264_nvenc"), 1);
+	QCOMPARE(workshop.calls("h264_qsv"), 2);
+	QCOMPARE(workshop.calls("h264_vaapi"), 0);
+	QCOMPARE(workshop.calls("libx264"), 0);
+	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
+	QCOMPARE(videos::details(shortPath(run)).height, 1920);
+}
+
+void EncodingTest::gives_up_on_hardware_that_hangs()
+{
+	Workshop workshop({}, "exec sleep 1000");
+	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS"), QStringLiteral("5000"));
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QCOMPARE(workshop.calls("h264_nvenc"), 1);
+	QVERIFY(run.errorOutput.contains("took longer than 5000 ms"));
+	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
+}
+
+void EncodingTest::goes_on_in_software_when_hardware_fails()
+{
+	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; echo 'device lost' >&2; exit 1");
+	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("h264_vaapi"));
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QStringLiteral("h264_vaapi failed, used libx264"));
+	QCOMPARE(workshop.calls("-filter_hw_device gpu"), 1);
+	QCOMPARE(workshop.calls("format=nv12,hwupload[short]"), 1);
+	QCOMPARE(videos::details(shortPath(run)).videoCodec, QStringLiteral("h264"));
+	QCOMPARE(workshop.shortsFolderContent().size(), 1);
+}
+
+void EncodingTest::encodes_in_software_when_no_hardware_works()
+{
+	Workshop workshop;
+	workshop.useTool(
+		QStringLiteral("ffmpeg"),
+		"case \"$*\" in *-encoders*) ;; *libx264*) ;; *'-f null -') exit 1;; esac\nexec ffmpeg \"$@\"");
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(note(run), QString());
+	QVERIFY(run.errorOutput.contains("libx264 encoded 1.0 s"));
+}
+
+void EncodingTest::takes_the_encoder_that_is_named()
+{
+	Workshop workshop;
+	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("libx264"));
+	QCOMPARE(note(workshop.clip()), QString());
+	QCOMPARE(workshop.calls("-encoders"), 0);
+	QCOMPARE(workshop.calls("h264_"), 0);
+	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("h264_magic"));
+	QCOMPARE(note(workshop.clip()), QStringLiteral("unknown encoder \"h264_magic\", used \"libx264\""));
+}
+
+void EncodingTest::tells_its_speed()
+{
+	const Sandbox sandbox;
+	sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
+	const QByteArray log = sandbox.readFile(QStringLiteral("sample-helper.log"));
+	QVERIFY2(log.contains("libx264 encoded 1.0 s in ") && log.contains(" times real time)"), log.constData());
+}
+
+KESTRUNE_TEST(EncodingTest)
+#include "encoding.moc"
