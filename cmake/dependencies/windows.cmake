@@ -6,9 +6,6 @@ include("${CMAKE_CURRENT_LIST_DIR}/fetch.cmake")
 if(NOT CMAKE_GENERATOR MATCHES "Visual Studio")
   message(FATAL_ERROR "The Windows build needs a Visual Studio generator; use the preset windows-x64")
 endif()
-if(CMAKE_VERSION VERSION_LESS 3.28)
-  message(FATAL_ERROR "The Windows build needs CMake 3.28 or newer, as OBS's own does")
-endif()
 
 set(dependencies "${CMAKE_CURRENT_SOURCE_DIR}/.deps")
 
@@ -20,10 +17,12 @@ macro(read_dependency key)
 endmacro()
 
 read_dependency(prebuilt)
+set(prebuilt_sha256 ${sha256})
 set(prebuilt "${dependencies}/obs-deps-${version}-x64")
 kestrune_fetch("${url_base}/${version}/windows-deps-${version}-x64.zip" ${sha256} "${prebuilt}")
 
 read_dependency(qt6)
+set(qt_sha256 ${sha256})
 set(qt "${dependencies}/obs-deps-qt6-${version}-x64")
 kestrune_fetch("${url_base}/${version}/windows-deps-qt6-${version}-x64.zip" ${sha256} "${qt}")
 
@@ -32,8 +31,10 @@ set(obs "${dependencies}/obs-studio-${version}")
 kestrune_fetch("${url_base}/${version}.zip" ${sha256} "${obs}")
 
 list(PREPEND CMAKE_PREFIX_PATH "${dependencies}" "${prebuilt}" "${qt}")
-# None of them has every configuration; without this a build with debug information could get debug libraries.
-set(CMAKE_MAP_IMPORTED_CONFIG_RELWITHDEBINFO RelWithDebInfo Release MinSizeRel)
+# None of them has every configuration; without this, one that they lack could get debug libraries.
+set(CMAKE_MAP_IMPORTED_CONFIG_RELWITHDEBINFO RelWithDebInfo Release MinSizeRel None "")
+set(CMAKE_MAP_IMPORTED_CONFIG_RELEASE Release RelWithDebInfo MinSizeRel None "")
+set(CMAKE_MAP_IMPORTED_CONFIG_MINSIZEREL MinSizeRel Release RelWithDebInfo None "")
 
 # run_step(TEXT COMMAND...): runs one step of OBS's build; its output matters only when it fails.
 function(run_step text)
@@ -52,14 +53,16 @@ if(EXISTS "${obs_stamp}")
 endif()
 if(NOT "${obs_built}" STREQUAL "${obs_wanted}")
   file(REMOVE "${obs_stamp}")
-  # Options stay beside their values.
+  # With the hashes it takes what is there; else it would fetch the same again. Options stay beside their values.
   # cmake-format: off
   run_step(
     "Configuring OBS ${version}"
     "${CMAKE_COMMAND}" -S "${obs}" -B "${obs}/build_x64" -G "${CMAKE_GENERATOR}"
     -A "x64,version=${CMAKE_VS_WINDOWS_TARGET_PLATFORM_VERSION}"
     -DOBS_CMAKE_VERSION:STRING=3.0.0 -DENABLE_PLUGINS:BOOL=OFF -DENABLE_FRONTEND:BOOL=OFF
-    -DOBS_VERSION_OVERRIDE:STRING=${version} "-DCMAKE_PREFIX_PATH=${prebuilt}\;${qt}"
+    -DOBS_VERSION_OVERRIDE:STRING=${version}
+    -DOBS_DEPENDENCY_prebuilt_x64_HASH:STRING=${prebuilt_sha256} -DOBS_DEPENDENCY_qt6_x64_HASH:STRING=${qt_sha256}
+    "-DCMAKE_PREFIX_PATH=${prebuilt}\;${qt}"
   )
   foreach(configuration IN ITEMS Debug Release)
     run_step(

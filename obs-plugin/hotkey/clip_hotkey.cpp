@@ -1,3 +1,5 @@
+#include <QStringList>
+
 #include "dock/preferences_file.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/combination_text.hpp"
@@ -36,6 +38,24 @@ void unregisterClipHotkey()
 obs_hotkey_id clipHotkeyId()
 {
 	return hotkeyId;
+}
+
+QString currentHotkeyText()
+{
+	if (clipHotkeyId() == OBS_INVALID_HOTKEY_ID)
+		return {};
+
+	QStringList texts;
+	obs_enum_hotkey_bindings(
+		[](void *data, size_t, obs_hotkey_binding_t *binding) {
+			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId())
+				*static_cast<QStringList *>(data)
+					<< hotkeyComboText(obs_hotkey_binding_get_key_combination(binding));
+			return true;
+		},
+		&texts);
+	texts.removeAll(QString());
+	return texts.join(u", ");
 }
 
 obs_key_combination defaultCombination()

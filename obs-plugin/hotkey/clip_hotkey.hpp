@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <obs.hpp>
 
 // The OBS hotkey that clips. OBS keeps its bindings in its own save data; the preferences file is the fallback for a
@@ -13,6 +15,9 @@ void unregisterClipHotkey();
 
 /// The hotkey's id; OBS_INVALID_HOTKEY_ID before registration. Any thread.
 obs_hotkey_id clipHotkeyId();
+
+/// The texts of all its bindings, joined with ", "; empty when it has none. Any thread: libobs locks its hotkey tables.
+QString currentHotkeyText();
 
 /// The default binding that the dock offers: Ctrl+Shift+C.
 obs_key_combination defaultCombination();

@@ -23,21 +23,3 @@ QString hotkeyComboText(const obs_key_combination &combination)
 	}
 	return parts.join(u'+');
 }
-
-QString currentHotkeyText()
-{
-	if (clipHotkeyId() == OBS_INVALID_HOTKEY_ID)
-		return {};
-
-	QStringList texts;
-	obs_enum_hotkey_bindings(
-		[](void *data, size_t, obs_hotkey_binding_t *binding) {
-			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId())
-				*static_cast<QStringList *>(data)
-					<< hotkeyComboText(obs_hotkey_binding_get_key_combination(binding));
-			return true;
-		},
-		&texts);
-	texts.removeAll(QString());
-	return texts.join(u", ");
-}

@@ -7,10 +7,6 @@
 #include "module/websocket_vendor.hpp"
 
 #include <obs-frontend-api.h>
-
-// obs-module.h declares this one without EXPORT, which must not be added to a function afterwards.
-extern "C" EXPORT obs_module_t *obs_current_module();
-
 #include <obs-module.h>
 #include <util/text-lookup.h>
 
@@ -21,19 +17,8 @@ namespace {
 constexpr uint32_t oldestApiVersion = MAKE_SEMANTIC_VERSION(31, 1, 1);
 static_assert(LIBOBS_API_VER >= oldestApiVersion, "Kestrune needs the headers of OBS Studio 31.1.1 or newer");
 
-obs_module_t *modulePointer = nullptr;
 lookup_t *locale = nullptr;
 } // namespace
-
-MODULE_EXPORT void obs_module_set_pointer(obs_module_t *newModule)
-{
-	modulePointer = newModule;
-}
-
-obs_module_t *obs_current_module()
-{
-	return modulePointer;
-}
 
 MODULE_EXPORT uint32_t obs_module_ver()
 {
@@ -44,7 +29,7 @@ MODULE_EXPORT void obs_module_set_locale(const char *localeName)
 {
 	if (locale)
 		text_lookup_destroy(locale);
-	locale = obs_module_load_locale(modulePointer, "en-US", localeName);
+	locale = obs_module_load_locale(obs_current_module(), "en-US", localeName);
 }
 
 MODULE_EXPORT void obs_module_free_locale()

@@ -1,6 +1,6 @@
 #include <QString>
 
-#include "hotkey/combination_text.hpp"
+#include "hotkey/clip_hotkey.hpp"
 #include "module/dock_access.hpp"
 #include "module/log.hpp"
 #include "module/websocket_vendor.hpp"

@@ -6,8 +6,8 @@
 #include "host/hotkeys.hpp"
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/hotkey_conflicts.hpp"
 #include "hotkey/combination_text.hpp"
+#include "hotkey/hotkey_conflicts.hpp"
 
 #include <vector>
 

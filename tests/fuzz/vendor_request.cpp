@@ -5,7 +5,6 @@
 #include "host.hpp"
 #include "host/fake_websocket.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/combination_text.hpp"
 #include "module/websocket_vendor.hpp"
 
 #include <optional>

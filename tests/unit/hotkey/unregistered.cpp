@@ -3,7 +3,6 @@
 #include "host/test_program.hpp"
 #include "host/obs_session.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/combination_text.hpp"
 
 #include <obs.hpp>
 
