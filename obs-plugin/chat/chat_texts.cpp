@@ -14,14 +14,17 @@ bool chatGranted(const QJsonObject &chat)
 QString chatStateText(const QJsonObject &chat)
 {
 	const QString error = chat[u"error"].toString();
-	if (!error.isEmpty())
+	if (!error.isEmpty()) {
 		return shownText(error).toHtmlEscaped();
-	if (!chat[u"enabled"].toBool())
+	}
+	if (!chat[u"enabled"].toBool()) {
 		return QStringLiteral("Off.");
-	if (!chat[u"granted"].toBool())
+	}
+	if (!chat[u"granted"].toBool()) {
 		return QStringLiteral("One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
 				      "It switches on by itself afterwards.")
 			.arg(shownText(chat[u"consent_url"].toString()).toHtmlEscaped());
+	}
 	return QStringLiteral("On: mods can type <b>%1</b> (%2 used this stream).")
 		.arg(shownText(chat[u"command"].toString()).toHtmlEscaped(),
 		     QString::number(chat[u"stream_count"].toInt()));

@@ -8,8 +8,9 @@ bool enableReplayBuffer(config_t *profile)
 	// The output mode not in use as well, so that switching modes later keeps the Replay Buffer on.
 	for (const char *section : std::array{"SimpleOutput", "AdvOut"}) {
 		if (config_get_bool(profile, section, "RecRB") &&
-		    config_get_int(profile, section, "RecRBTime") >= minimumReplayTime_s)
+		    config_get_int(profile, section, "RecRBTime") >= minimumReplayTime_s) {
 			continue;
+		}
 		config_set_bool(profile, section, "RecRB", true);
 		config_set_int(profile, section, "RecRBTime", minimumReplayTime_s);
 		changed = true;

@@ -15,32 +15,37 @@ QString displayName(ChoiceTable table, const QString &key)
 void fillChoices(QComboBox *box, ChoiceTable table)
 {
 	box->clear();
-	for (const Choice &choice : table)
+	for (const Choice &choice : table) {
 		box->addItem(QString::fromUtf8(choice.displayName), QString::fromUtf8(choice.key));
+	}
 	box->setCurrentIndex(0);
 }
 
 void refillChoices(QComboBox *box, ChoiceTable table, const QStringList &keys, const QString &desiredKey)
 {
-	if (keys.isEmpty())
+	if (keys.isEmpty()) {
 		return;
+	}
 
 	const QString previousKey = currentKey(box);
 	box->clear();
-	for (const QString &key : keys)
+	for (const QString &key : keys) {
 		box->addItem(shownText(displayName(table, key)), key);
+	}
 	box->setCurrentIndex(0);
 	selectByKey(box, desiredKey.isEmpty() ? previousKey : desiredKey);
 }
 
 void selectByKey(QComboBox *box, const QString &key)
 {
-	if (key.isEmpty())
+	if (key.isEmpty()) {
 		return;
+	}
 
 	const int index = box->findData(key);
-	if (index >= 0)
+	if (index >= 0) {
 		box->setCurrentIndex(index);
+	}
 }
 
 QString currentKey(const QComboBox *box)

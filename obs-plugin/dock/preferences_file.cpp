@@ -19,8 +19,9 @@ constexpr const char *backupSuffix = "bak";
 std::optional<QJsonObject> membersOf(const QString &path)
 {
 	QFile file(path);
-	if (!file.open(QIODevice::ReadOnly))
+	if (!file.open(QIODevice::ReadOnly)) {
 		return std::nullopt;
+	}
 	const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
 	return document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
@@ -45,8 +46,9 @@ QString settingsPath()
 OBSDataAutoRelease readPreferences()
 {
 	const QString path = settingsPath();
-	if (path.isEmpty())
+	if (path.isEmpty()) {
 		return nullptr;
+	}
 
 	return obs_data_create_from_json_file_safe(path.toUtf8().constData(), backupSuffix);
 }
@@ -54,8 +56,9 @@ OBSDataAutoRelease readPreferences()
 void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
 {
 	const QString path = settingsPath();
-	if (path.isEmpty())
+	if (path.isEmpty()) {
 		return;
+	}
 
 	QDir().mkpath(QFileInfo(path).absolutePath());
 	// An unreadable file is replaced by its backup here, so that it does not become the next backup.
@@ -72,8 +75,9 @@ void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
 	}
 
 	const QJsonObject changedMembers = QJsonDocument::fromJson(obs_data_get_json(changed)).object();
-	for (auto member = changedMembers.begin(); member != changedMembers.end(); ++member)
+	for (auto member = changedMembers.begin(); member != changedMembers.end(); ++member) {
 		members->insert(member.key(), member.value());
+	}
 
 	const QByteArray json = QJsonDocument(*members).toJson();
 	os_quick_write_utf8_file_safe(path.toUtf8().constData(), json.constData(), static_cast<size_t>(json.size()),

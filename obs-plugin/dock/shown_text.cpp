@@ -2,8 +2,9 @@
 
 QString shownText(const QString &text)
 {
-	if (text.size() <= longestShownText)
+	if (text.size() <= longestShownText) {
 		return text;
+	}
 
 	// A character of two code units stays whole.
 	const bool splits = text[longestShownText - 1].isHighSurrogate();

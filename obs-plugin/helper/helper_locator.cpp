@@ -9,14 +9,16 @@
 QString locateHelper()
 {
 	QString override = qEnvironmentVariable("KESTRUNE_HELPER");
-	if (!override.isEmpty())
+	if (!override.isEmpty()) {
 		return override;
+	}
 
 	BPtr<char> moduleFile = obs_find_module_file(obs_current_module(), "helper/Kestrune.exe");
 	if (moduleFile) {
 		const QString path = QString::fromUtf8(moduleFile.Get());
-		if (QFileInfo::exists(path))
+		if (QFileInfo::exists(path)) {
 			return path;
+		}
 	}
 
 	return QDir(qEnvironmentVariable("LOCALAPPDATA")).filePath(QStringLiteral("Programs/Kestrune/Kestrune.exe"));

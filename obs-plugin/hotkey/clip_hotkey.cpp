@@ -13,14 +13,16 @@ obs_hotkey_id hotkeyId = OBS_INVALID_HOTKEY_ID;
 // OBS's hotkey thread: the clip itself is made on the dock's.
 void onClipHotkey(void *, obs_hotkey_id, obs_hotkey_t *, bool pressed)
 {
-	if (pressed)
+	if (pressed) {
 		invokeDockSlot("clipThat");
+	}
 }
 
 void bindUnlessEmpty(obs_data_array_t *bindings)
 {
-	if (bindings && obs_data_array_count(bindings) > 0)
+	if (bindings && obs_data_array_count(bindings) > 0) {
 		bindClipHotkey(bindings);
+	}
 }
 } // namespace
 
@@ -31,8 +33,9 @@ void registerClipHotkey()
 
 void unregisterClipHotkey()
 {
-	if (hotkeyId != OBS_INVALID_HOTKEY_ID)
+	if (hotkeyId != OBS_INVALID_HOTKEY_ID) {
 		obs_hotkey_unregister(hotkeyId);
+	}
 }
 
 obs_hotkey_id clipHotkeyId()
@@ -42,15 +45,17 @@ obs_hotkey_id clipHotkeyId()
 
 QString currentHotkeyText()
 {
-	if (clipHotkeyId() == OBS_INVALID_HOTKEY_ID)
+	if (clipHotkeyId() == OBS_INVALID_HOTKEY_ID) {
 		return {};
+	}
 
 	QStringList texts;
 	obs_enum_hotkey_bindings(
 		[](void *data, size_t, obs_hotkey_binding_t *binding) {
-			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId())
+			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId()) {
 				*static_cast<QStringList *>(data)
 					<< hotkeyComboText(obs_hotkey_binding_get_key_combination(binding));
+			}
 			return true;
 		},
 		&texts);
@@ -66,8 +71,9 @@ obs_key_combination defaultCombination()
 void saveOrLoadClipHotkey(obs_data_t *saveData, bool saving, void *)
 {
 	if (saving) {
-		if (hotkeyId == OBS_INVALID_HOTKEY_ID)
+		if (hotkeyId == OBS_INVALID_HOTKEY_ID) {
 			return;
+		}
 		const OBSDataArrayAutoRelease bindings = obs_hotkey_save(hotkeyId);
 		obs_data_set_array(saveData, saveDataKey, bindings);
 		return;
@@ -75,28 +81,32 @@ void saveOrLoadClipHotkey(obs_data_t *saveData, bool saving, void *)
 
 	const OBSDataArrayAutoRelease bindings = obs_data_get_array(saveData, saveDataKey);
 	bindUnlessEmpty(bindings);
-	if (!dockExists())
+	if (!dockExists()) {
 		return;
+	}
 	loadHotkeyFromSettings();
 	invokeDockSlot("refreshHotkeyUi");
 }
 
 void loadHotkeyFromSettings()
 {
-	if (hotkeyId == OBS_INVALID_HOTKEY_ID || !currentHotkeyText().isEmpty())
+	if (hotkeyId == OBS_INVALID_HOTKEY_ID || !currentHotkeyText().isEmpty()) {
 		return;
+	}
 
 	const OBSDataAutoRelease preferences = readPreferences();
-	if (!preferences)
+	if (!preferences) {
 		return;
+	}
 	const OBSDataArrayAutoRelease bindings = obs_data_get_array(preferences, "hotkey");
 	bindUnlessEmpty(bindings);
 }
 
 void bindClipHotkey(obs_data_array_t *bindings)
 {
-	if (hotkeyId != OBS_INVALID_HOTKEY_ID)
+	if (hotkeyId != OBS_INVALID_HOTKEY_ID) {
 		obs_hotkey_load(hotkeyId, bindings);
+	}
 }
 
 void storeHotkeyInSettings(obs_data_array_t *bindings)

@@ -7,8 +7,9 @@ QString hotkeyComboText(const obs_key_combination &combination)
 {
 	QStringList parts;
 	const auto addModifier = [&](uint32_t modifier, const QString &name) {
-		if ((combination.modifiers & modifier) != 0)
+		if ((combination.modifiers & modifier) != 0) {
 			parts << name;
+		}
 	};
 	addModifier(INTERACT_CONTROL_KEY, QStringLiteral("Ctrl"));
 	addModifier(INTERACT_ALT_KEY, QStringLiteral("Alt"));
@@ -17,8 +18,9 @@ QString hotkeyComboText(const obs_key_combination &combination)
 
 	if (combination.key != OBS_KEY_NONE) {
 		QString name = QString::fromUtf8(obs_key_to_name(combination.key));
-		if (name.startsWith(u"OBS_KEY_"))
+		if (name.startsWith(u"OBS_KEY_")) {
 			name.remove(0, 8);
+		}
 		parts << name;
 	}
 	return parts.join(u'+');

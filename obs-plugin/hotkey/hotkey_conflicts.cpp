@@ -14,8 +14,9 @@ bool addIfConflicting(void *data, size_t, obs_hotkey_binding_t *binding)
 	auto *search = static_cast<ConflictSearch *>(data);
 	const obs_key_combination bound = obs_hotkey_binding_get_key_combination(binding);
 	if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId() || bound.key != search->combination.key ||
-	    bound.modifiers != search->combination.modifiers)
+	    bound.modifiers != search->combination.modifiers) {
 		return true;
+	}
 
 	const obs_hotkey_t *hotkey = obs_hotkey_binding_get_hotkey(binding);
 	search->found << (hotkey ? QString::fromUtf8(obs_hotkey_get_description(hotkey))

@@ -4,9 +4,10 @@ using namespace Qt::StringLiterals;
 
 QString hotkeySetText(const QString &combinationText, const QStringList &conflicts)
 {
-	if (conflicts.isEmpty())
+	if (conflicts.isEmpty()) {
 		return QStringLiteral("Hotkey set: ") + combinationText +
 		       QStringLiteral(" (also in Settings → Hotkeys).");
+	}
 	return QStringLiteral("Hotkey set: %1, but it is also used by \"%2\"; both will fire. "
 			      "Pick another with Set hotkey.")
 		.arg(combinationText, conflicts.join(QStringLiteral("\", \"")));
@@ -19,7 +20,8 @@ QString defaultHotkeyText(const QStringList &conflicts)
 
 QString defaultHotkeyToolTip(const QStringList &conflicts)
 {
-	if (conflicts.isEmpty())
+	if (conflicts.isEmpty()) {
 		return QStringLiteral("Suggested default");
+	}
 	return QStringLiteral("Warning: Ctrl+Shift+C is already used by ") + conflicts.join(u", ");
 }

@@ -19,10 +19,12 @@ obs_key_t qtKeyToObsKey(const QKeyEvent &event)
 
 obs_key_t obsKeyFromQtKey(int qtKey)
 {
-	if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
+	if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)) {
 		return namedKey(QChar(qtKey));
-	if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24)
+	}
+	if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24) {
 		return namedKey(QStringLiteral("F%1").arg(qtKey - Qt::Key_F1 + 1));
+	}
 
 	switch (qtKey) {
 	case Qt::Key_Space:
@@ -47,13 +49,17 @@ obs_key_t obsKeyFromQtKey(int qtKey)
 uint32_t obsModifiers(Qt::KeyboardModifiers modifiers)
 {
 	uint32_t obs = INTERACT_NONE;
-	if (modifiers.testFlag(Qt::ControlModifier))
+	if (modifiers.testFlag(Qt::ControlModifier)) {
 		obs |= INTERACT_CONTROL_KEY;
-	if (modifiers.testFlag(Qt::ShiftModifier))
+	}
+	if (modifiers.testFlag(Qt::ShiftModifier)) {
 		obs |= INTERACT_SHIFT_KEY;
-	if (modifiers.testFlag(Qt::AltModifier))
+	}
+	if (modifiers.testFlag(Qt::AltModifier)) {
 		obs |= INTERACT_ALT_KEY;
-	if (modifiers.testFlag(Qt::MetaModifier))
+	}
+	if (modifiers.testFlag(Qt::MetaModifier)) {
 		obs |= INTERACT_COMMAND_KEY;
+	}
 	return obs;
 }

@@ -27,8 +27,9 @@ MODULE_EXPORT uint32_t obs_module_ver()
 
 MODULE_EXPORT void obs_module_set_locale(const char *localeName)
 {
-	if (locale)
+	if (locale) {
 		text_lookup_destroy(locale);
+	}
 	locale = obs_module_load_locale(obs_current_module(), "en-US", localeName);
 }
 

@@ -55,12 +55,14 @@ Calldata newCalldata()
 
 bool findWebsocketHandler()
 {
-	if (websocketHandler)
+	if (websocketHandler) {
 		return true;
+	}
 
 	const Calldata call = newCalldata();
-	if (!proc_handler_call(obs_get_proc_handler(), "obs_websocket_api_get_ph", call.get()))
+	if (!proc_handler_call(obs_get_proc_handler(), "obs_websocket_api_get_ph", call.get())) {
 		blog(LOG_DEBUG, "Unable to fetch obs-websocket proc handler object. obs-websocket not installed?");
+	}
 	websocketHandler = static_cast<proc_handler_t *>(calldata_ptr(call.get(), "ph"));
 	return websocketHandler != nullptr;
 }
@@ -76,8 +78,9 @@ void registerRequest(const char *type, RequestCallback *callback)
 
 void registerVendor()
 {
-	if (!findWebsocketHandler())
+	if (!findWebsocketHandler()) {
 		return;
+	}
 
 	const Calldata call = newCalldata();
 	calldata_set_string(call.get(), "name", "Kestrune");

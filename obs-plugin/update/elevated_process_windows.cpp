@@ -15,8 +15,9 @@ ElevatedProcess::~ElevatedProcess()
 
 std::optional<int> ElevatedProcess::exitCode() const
 {
-	if (WaitForSingleObject(handle_, 0) == WAIT_TIMEOUT)
+	if (WaitForSingleObject(handle_, 0) == WAIT_TIMEOUT) {
 		return std::nullopt;
+	}
 
 	DWORD code = 1;
 	GetExitCodeProcess(handle_, &code);
@@ -35,7 +36,8 @@ ElevatedStart startElevated(const QString &program, const QString &parameters)
 	info.lpFile = file.c_str();
 	info.lpParameters = arguments.c_str();
 	info.nShow = SW_HIDE;
-	if (!ShellExecuteExW(&info) || !info.hProcess)
+	if (!ShellExecuteExW(&info) || !info.hProcess) {
 		return {nullptr, GetLastError()};
+	}
 	return {std::make_unique<ElevatedProcess>(info.hProcess), 0};
 }

@@ -11,8 +11,9 @@ namespace {
 QString manifestPath()
 {
 	QString override = qEnvironmentVariable("KESTRUNE_MANIFEST");
-	if (!override.isEmpty())
+	if (!override.isEmpty()) {
 		return override;
+	}
 
 	const BPtr<char> moduleFile = obs_find_module_file(obs_current_module(), "manifest.json");
 	return QString::fromUtf8(moduleFile.Get());
@@ -23,8 +24,9 @@ QString installedVersion()
 {
 	const QString path = manifestPath();
 	QFile manifest(path);
-	if (path.isEmpty() || !manifest.open(QIODevice::ReadOnly))
+	if (path.isEmpty() || !manifest.open(QIODevice::ReadOnly)) {
 		return {};
+	}
 	return manifestVersion(manifest.readAll());
 }
 

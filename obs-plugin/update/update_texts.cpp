@@ -50,8 +50,9 @@ QString downloadHelperStoppedText(int exitCode)
 QString installerStartFailedText(quint32 error)
 {
 	constexpr quint32 promptDeclined = 1223; // ERROR_CANCELLED
-	if (error == promptDeclined)
+	if (error == promptDeclined) {
 		return retry(QStringLiteral("Update cancelled: the Windows admin prompt was declined."));
+	}
 	return retry(QStringLiteral("Update failed: couldn't start the installer (error %1).").arg(error));
 }
 

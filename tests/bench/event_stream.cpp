@@ -19,10 +19,11 @@ QByteArray lineOf(const QJsonObject &event)
 QByteArray realisticEvents()
 {
 	QJsonArray clips;
-	for (int index = 0; index < 20; ++index)
+	for (int index = 0; index < 20; ++index) {
 		clips.append(QJsonObject{
 			{QStringLiteral("path"), QStringLiteral("/home/ana/Videos/Shorts/%1.mp4").arg(index)},
 			{QStringLiteral("name"), QStringLiteral("Replay 2025-01-%1 short.mp4").arg(index)}});
+	}
 	const QJsonArray choices{QStringLiteral("vtuber-bubble"), QStringLiteral("gameplay"),
 				 QStringLiteral("podcast")};
 	return lineOf({{QStringLiteral("event"), QStringLiteral("status")},
@@ -52,9 +53,11 @@ void bareParse(benchmark::State &state)
 {
 	const QByteArray bytes = megabyteOfEvents();
 	const QByteArrayList lines = bytes.split('\n');
-	while (state.KeepRunning())
-		for (const QByteArray &line : lines)
+	while (state.KeepRunning()) {
+		for (const QByteArray &line : lines) {
 			benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
+		}
+	}
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
 }
 BENCHMARK(bareParse)->Unit(benchmark::kMillisecond);
@@ -67,8 +70,9 @@ int feed(const QByteArray &bytes, qsizetype chunk_bytes)
 	int count = 0;
 	for (qsizetype begin = 0; begin < output.size(); begin += chunk_bytes) {
 		stream.append(output.sliced(begin, qMin(chunk_bytes, output.size() - begin)));
-		while (stream.next())
+		while (stream.next()) {
 			++count;
+		}
 	}
 	return count;
 }
@@ -77,8 +81,9 @@ int feed(const QByteArray &bytes, qsizetype chunk_bytes)
 void events(benchmark::State &state)
 {
 	const QByteArray bytes = megabyteOfEvents();
-	while (state.KeepRunning())
+	while (state.KeepRunning()) {
 		benchmark::DoNotOptimize(feed(bytes, state.range(0)));
+	}
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes.size());
 }
 BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
@@ -96,10 +101,12 @@ QByteArray hugeEvent(int64_t size_MiB)
 void bareHugeEvent(benchmark::State &state)
 {
 	const QByteArray line = hugeEvent(state.range(0));
-	if (!QJsonDocument::fromJson(line).isObject())
+	if (!QJsonDocument::fromJson(line).isObject()) {
 		state.SkipWithError("not read as an event");
-	while (state.KeepRunning())
+	}
+	while (state.KeepRunning()) {
 		benchmark::DoNotOptimize(QJsonDocument::fromJson(line).object());
+	}
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * line.size());
 }
 BENCHMARK(bareHugeEvent)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
@@ -108,10 +115,12 @@ BENCHMARK(bareHugeEvent)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::
 void hugeEvent(benchmark::State &state)
 {
 	const QByteArray line = hugeEvent(state.range(0));
-	if (feed(line, state.range(1)) != 1)
+	if (feed(line, state.range(1)) != 1) {
 		state.SkipWithError("not read as one event");
-	while (state.KeepRunning())
+	}
+	while (state.KeepRunning()) {
 		benchmark::DoNotOptimize(feed(line, state.range(1)));
+	}
 	state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * line.size());
 }
 BENCHMARK(hugeEvent)
@@ -126,8 +135,9 @@ int main(int argc, char *argv[])
 	mallopt(M_MMAP_MAX, 0);
 	mallopt(M_TRIM_THRESHOLD, -1);
 	benchmark::Initialize(&argc, argv);
-	if (benchmark::ReportUnrecognizedArguments(argc, argv))
+	if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
 		return 1;
+	}
 	benchmark::RunSpecifiedBenchmarks();
 	benchmark::Shutdown();
 	return 0;

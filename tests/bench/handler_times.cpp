@@ -85,8 +85,9 @@ void count(const Kind &kind, const Moment &begin, const Span &held)
 {
 	static const qint64 from_ns =
 		begin.time_ns + qEnvironmentVariableIntValue("HANDLER_TIMES_DELAY_MS") * 1'000'000LL;
-	if (begin.time_ns < from_ns)
+	if (begin.time_ns < from_ns) {
 		return;
+	}
 	Times &times = kinds()[kind];
 	++times.count;
 	times.longest_ns = std::max(times.longest_ns, held.time_ns);
@@ -97,8 +98,9 @@ void count(const Kind &kind, const Moment &begin, const Span &held)
 bool isInDock(const QObject *object)
 {
 	// OBS calls the window around the dock by the dock's id.
-	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive))
+	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive)) {
 		object = object->parent();
+	}
 	return object;
 }
 
@@ -106,12 +108,14 @@ bool isInDock(const QObject *object)
 QByteArray describe(const QObject *receiver, const QEvent *event)
 {
 	QByteArray text = receiver->metaObject()->className() + (' ' + receiver->objectName().toLatin1());
-	if (const auto *process = qobject_cast<const QProcess *>(receiver->parent()))
+	if (const auto *process = qobject_cast<const QProcess *>(receiver->parent())) {
 		return text + process->arguments().value(0).toLatin1();
+	}
 	if (receiver->isWindowType() && event->isSinglePointEvent()) {
 		const QPoint position = static_cast<const QSinglePointEvent *>(event)->globalPosition().toPoint();
-		if (const QWidget *widget = QApplication::widgetAt(position))
+		if (const QWidget *widget = QApplication::widgetAt(position)) {
 			text += " on " + describe(widget, event);
+		}
 	}
 	return text;
 }
@@ -126,8 +130,9 @@ __attribute__((destructor)) void report()
 {
 	const char *path = std::getenv("HANDLER_TIMES_FILE");
 	FILE *file = path && !kinds().empty() ? std::fopen(path, "w") : nullptr;
-	if (!file)
+	if (!file) {
 		return;
+	}
 	const auto events = QMetaEnum::fromType<QEvent::Type>();
 	for (const auto &[kind, times] : kinds()) {
 		const QJsonObject line{
@@ -150,8 +155,9 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 		reinterpret_cast<Notify>(dlsym(RTLD_NEXT, "_ZN12QApplication6notifyEP7QObjectP6QEvent"));
 	static int depth = 0;
 
-	if (QThread::currentThread() != thread() || depth > 0)
+	if (QThread::currentThread() != thread() || depth > 0) {
 		return original(this, receiver, event);
+	}
 
 	// Either may be gone afterwards.
 	const Kind kind{isInDock(receiver), describe(receiver, event), static_cast<quint16>(event->type())};
@@ -171,8 +177,9 @@ extern "C" __attribute__((visibility("default"))) void obs_frontend_replay_buffe
 {
 	static const auto original =
 		reinterpret_cast<StartReplayBuffer>(dlsym(RTLD_NEXT, "obs_frontend_replay_buffer_start"));
-	if (QThread::currentThread() != qApp->thread())
+	if (QThread::currentThread() != qApp->thread()) {
 		return original();
+	}
 
 	const Moment begin;
 	original();

@@ -46,8 +46,9 @@ public:
 		: thread_([this, press = std::move(press)] {
 			for (;;) {
 				wanted_.acquire();
-				if (over_)
+				if (over_) {
 					return;
+				}
 				// The user interface is given the time to wait for events again.
 				std::this_thread::sleep_for(std::chrono::milliseconds(2));
 				pressed_ns_ = now_ns();
@@ -69,16 +70,18 @@ public:
 	{
 		happened_ns_ = 0;
 		wanted_.release();
-		while (happened_ns_ == 0)
+		while (happened_ns_ == 0) {
 			QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+		}
 		return happened_ns_ - pressed_ns_;
 	}
 
 	/// To be called by what the press leads to, on the thread that waits for it.
 	void happened()
 	{
-		if (happened_ns_ == 0)
+		if (happened_ns_ == 0) {
 			happened_ns_ = now_ns();
+		}
 	}
 
 private:
@@ -106,8 +109,9 @@ class PressToSave : public DockTest {
 		QList<qint64> times_ns;
 		Presser presser([hotkey] { obs_hotkey_trigger_routed_callback(hotkey, true); });
 		frontend().onSaveRequest = [&presser] { presser.happened(); };
-		for (int turn = 0; turn < presses; ++turn)
+		for (int turn = 0; turn < presses; ++turn) {
 			times_ns << presser.time_ns();
+		}
 		frontend().onSaveRequest = {};
 		report(name, times_ns);
 	}
@@ -147,8 +151,9 @@ class PressToSave : public DockTest {
 		char *const arguments[]{program.data(), nullptr};
 		pid_t child = 0;
 		const qint64 begin_ns = now_ns();
-		if (posix_spawn(&child, program.constData(), nullptr, nullptr, arguments, environ) != 0)
+		if (posix_spawn(&child, program.constData(), nullptr, nullptr, arguments, environ) != 0) {
 			return -1;
+		}
 		const qint64 time_ns = firstInstruction_ns() - begin_ns;
 		waitpid(child, nullptr, 0);
 		return time_ns;
@@ -178,8 +183,9 @@ private Q_SLOTS:
 			QMetaObject::invokeMethod(&receiver, [&waiting] { waiting->happened(); }, Qt::QueuedConnection);
 		});
 		waiting = &presser;
-		for (int turn = 0; turn < presses; ++turn)
+		for (int turn = 0; turn < presses; ++turn) {
 			times_ns << presser.time_ns();
+		}
 		report("a queued call", times_ns);
 	}
 
@@ -226,8 +232,9 @@ private Q_SLOTS:
 
 	void cleanup()
 	{
-		if (pipe_ >= 0)
+		if (pipe_ >= 0) {
 			close(std::exchange(pipe_, -1));
+		}
 		DockTest::cleanup();
 		qunsetenv("FIRST_INSTRUCTION_FILE");
 	}

@@ -13,8 +13,9 @@ QImage picture()
 	QImage image(1080, 1920, QImage::Format_RGB32);
 	QRandomGenerator noise(1);
 	for (int y = 0; y < image.height(); ++y) {
-		for (int x = 0; x < image.width(); ++x)
+		for (int x = 0; x < image.width(); ++x) {
 			image.setPixel(x, y, qRgb(x / 5, y / 8, ((x / 40 + y / 40) % 2 * 128) + noise.bounded(16)));
+		}
 	}
 	return image;
 }
@@ -29,15 +30,17 @@ QByteArray png()
 void decode(benchmark::State &state)
 {
 	const QByteArray bytes = png();
-	while (state.KeepRunning())
+	while (state.KeepRunning()) {
 		benchmark::DoNotOptimize(QImage::fromData(bytes));
+	}
 }
 
 void fit(benchmark::State &state)
 {
 	const QImage image = picture();
-	while (state.KeepRunning())
+	while (state.KeepRunning()) {
 		benchmark::DoNotOptimize(image.scaled(160, 284, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+	}
 }
 
 BENCHMARK(decode)->Unit(benchmark::kMillisecond);

@@ -27,9 +27,10 @@ std::vector<obs_key_combination> bound()
 	std::vector<obs_key_combination> combinations;
 	obs_enum_hotkey_bindings(
 		[](void *found, size_t, obs_hotkey_binding_t *binding) {
-			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId())
+			if (obs_hotkey_binding_get_hotkey_id(binding) == clipHotkeyId()) {
 				static_cast<std::vector<obs_key_combination> *>(found)->push_back(
 					obs_hotkey_binding_get_key_combination(binding));
+			}
 			return true;
 		},
 		&combinations);
@@ -52,8 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
 	startHost();
 	const OBSDataAutoRelease saveData = obs_data_create_from_json(toBytes(data, size).constData());
-	if (!saveData)
+	if (!saveData) {
 		return -1;
+	}
 
 	const OBSDataArrayAutoRelease none = obs_data_array_create();
 	bindClipHotkey(none);
@@ -66,7 +68,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	require(boundCombinations(clipHotkeyId()) == texts, "bindings saved and loaded are the same");
 	require(saved() == first, "bindings saved, loaded and saved are the same");
 
-	for (const obs_key_combination &combination : bound())
+	for (const obs_key_combination &combination : bound()) {
 		requireRoundTrip(combination);
+	}
 	return 0;
 }

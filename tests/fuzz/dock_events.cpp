@@ -44,19 +44,22 @@ void answerNewestRun(const ShownDock &dock, const Command &command, const QByteA
 		dock->onReplaySaved();
 	}
 	const std::shared_ptr<FakeRunner::Run> run = helper.runInFlight(name);
-	if (!run)
+	if (!run) {
 		return; // not now, says the dock
+	}
 	FakeRunner::answer(*run, output + '\n');
-	if (ends)
+	if (ends) {
 		helper.end(run, 0);
+	}
 }
 
 void openEverything(const ShownDock &dock)
 {
 	dock.invoke("openFolder");
 	auto *clips = dock->findChild<QListWidget *>();
-	if (clips->count() > 0)
+	if (clips->count() > 0) {
 		Q_EMIT clips->itemDoubleClicked(clips->item(0));
+	}
 }
 
 void requireOrder(const ShownDock &dock)
@@ -73,12 +76,14 @@ void requireOrder(const ShownDock &dock)
 void perform(const ShownDock &dock, const QByteArray &line)
 {
 	const char letter = line.isEmpty() ? '\0' : line[0];
-	if (letter == 'o')
+	if (letter == 'o') {
 		openEverything(dock);
+	}
 	for (const Command &command : commands) {
 		const char capital = static_cast<char>(command.letter - 'a' + 'A');
-		if (letter == command.letter || letter == capital)
+		if (letter == command.letter || letter == capital) {
 			answerNewestRun(dock, command, line.sliced(1), letter == capital);
+		}
 	}
 	QCoreApplication::processEvents();
 	requireOrder(dock);
@@ -94,7 +99,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	frontend().lastReplay = "/videos/replay.mkv";
 
 	QByteArray rest = toBytes(data, size);
-	for (int line = 0; line < longestInput_lines && !rest.isEmpty(); ++line)
+	for (int line = 0; line < longestInput_lines && !rest.isEmpty(); ++line) {
 		perform(dock, takeLine(rest));
+	}
 	return 0;
 }

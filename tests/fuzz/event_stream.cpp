@@ -13,8 +13,9 @@ using Events = std::vector<QJsonObject>;
 
 void takeEvents(EventStream &stream, Events &events)
 {
-	while (const std::optional<QJsonObject> event = stream.next())
+	while (const std::optional<QJsonObject> event = stream.next()) {
 		events.push_back(*event);
+	}
 }
 
 Events eventsOfPieces(const QByteArray &output, const QByteArray &lengths)
@@ -50,8 +51,9 @@ Events eventsOfLines(const QByteArray &output)
 	lines.removeLast(); // not ended by a newline
 	for (const QByteArray &line : lines) {
 		const QJsonDocument document = QJsonDocument::fromJson(line.trimmed());
-		if (document.isObject())
+		if (document.isObject()) {
 			events.push_back(document.object());
+		}
 	}
 	return events;
 }

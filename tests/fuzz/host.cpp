@@ -33,16 +33,18 @@ void lookForLeaksNowAndThen()
 #ifdef KESTRUNE_FUZZ
 	constexpr int interval = 500;
 	static int docks = 0;
-	if (++docks % interval == 0)
+	if (++docks % interval == 0) {
 		require(__lsan_do_recoverable_leak_check() == 0, "nothing leaks");
+	}
 #endif
 }
 
 /// Warnings about odd inputs are what Qt owes us here; only the reason of a finding is news.
 void printFatal(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
-	if (type == QtFatalMsg)
+	if (type == QtFatalMsg) {
 		std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+	}
 }
 } // namespace
 
@@ -55,8 +57,9 @@ char *obs_module_get_config_path(obs_module_t *, const char *file)
 
 void startHost()
 {
-	if (session)
+	if (session) {
 		return;
+	}
 
 	qputenv("QT_QPA_PLATFORM", "offscreen");
 	qInstallMessageHandler(printFatal);
@@ -111,8 +114,9 @@ QByteArray takeLine(QByteArray &rest)
 
 void require(bool holds, const char *what)
 {
-	if (!holds)
+	if (!holds) {
 		qFatal("does not hold: %s", what);
+	}
 }
 
 ShownDock::ShownDock()
@@ -124,8 +128,9 @@ ShownDock::ShownDock()
 	dock_ = new KestruneDock(&window_, {}, std::move(helper));
 	setCurrentDock(dock_);
 	window_.setCentralWidget(dock_);
-	for (QToolButton *toggle : dock_->findChildren<QToolButton *>())
+	for (QToolButton *toggle : dock_->findChildren<QToolButton *>()) {
 		toggle->setChecked(true);
+	}
 	window_.resize(360, 720);
 	window_.show();
 }

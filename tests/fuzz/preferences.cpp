@@ -41,8 +41,9 @@ void choose(const ShownDock &dock, const QByteArray &picks)
 /// What the file holds besides the choices, as far as libobs's data objects can hold it.
 QJsonObject foreignMembers(obs_data_t *preferences)
 {
-	for (const QString &name : memberNames)
+	for (const QString &name : memberNames) {
 		obs_data_erase(preferences, name.toUtf8().constData());
+	}
 	return QJsonDocument::fromJson(obs_data_get_json(preferences)).object();
 }
 
@@ -50,8 +51,9 @@ QJsonObject foreignMembers(obs_data_t *preferences)
 QJsonObject foreignMembers(const QByteArray &file)
 {
 	QJsonObject members = QJsonDocument::fromJson(file).object();
-	for (const QString &name : memberNames)
+	for (const QString &name : memberNames) {
 		members.remove(name);
+	}
 	return members;
 }
 
@@ -101,10 +103,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	const OBSDataAutoRelease after = readPreferences();
 	require(after != nullptr, "the saved file can be read");
 	const QJsonObject members = QJsonDocument::fromJson(obs_data_get_json(after)).object();
-	for (auto choice = chosen.begin(); choice != chosen.end(); ++choice)
+	for (auto choice = chosen.begin(); choice != chosen.end(); ++choice) {
 		require(members[choice.key()] == choice.value(), "the file holds the choices");
-	if (before)
+	}
+	if (before) {
 		requireKept(before, file, after);
+	}
 	if (!picks.isEmpty()) {
 		const ShownDock next;
 		require(choices(next) == chosen, "the next dock shows the choices that were saved");

@@ -21,8 +21,9 @@ int main(int argc, char **argv)
 		std::printf("%s\n", qUtf8Printable(name));
 		std::fflush(stdout);
 		QFile file(folder.filePath(name));
-		if (!file.open(QIODevice::ReadOnly))
+		if (!file.open(QIODevice::ReadOnly)) {
 			return 1;
+		}
 		const QByteArray input = file.readAll();
 		LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(input.constData()),
 				       static_cast<size_t>(input.size()));

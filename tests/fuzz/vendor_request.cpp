@@ -59,14 +59,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 		const QByteArray line = takeLine(rest);
 		const char letter = line.isEmpty() ? '\0' : line[0];
 		const OBSDataAutoRelease json = obs_data_create_from_json(line.mid(1).constData());
-		if (letter == 'B' && json)
+		if (letter == 'B' && json) {
 			saveOrLoadClipHotkey(json, false, nullptr);
-		else if (letter == 'r')
+		} else if (letter == 'r') {
 			frontend().replayBufferActive = !frontend().replayBufferActive;
-		else if (letter == 'd')
+		} else if (letter == 'd') {
 			dock ? dock.reset() : void(dock.emplace());
-		else if (letter == 'C' || letter == 'G')
+		} else if (letter == 'C' || letter == 'G') {
 			requireAnswers(json, dock.has_value());
+		}
 		QCoreApplication::processEvents();
 	}
 	return 0;

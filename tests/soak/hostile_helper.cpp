@@ -42,8 +42,9 @@ QByteArray someBytes(int size)
 	std::minstd_rand random(20);
 	std::uniform_int_distribution<int> byte(0, 255);
 	QByteArray bytes(size, Qt::Uninitialized);
-	for (char &each : bytes)
+	for (char &each : bytes) {
 		each = static_cast<char>(byte(random));
+	}
 	return bytes;
 }
 } // namespace
@@ -112,10 +113,11 @@ private Q_SLOTS:
 
 		const EventLoopGaps gaps;
 		QVERIFY(invoke("refreshRecent"));
-		if (ends)
+		if (ends) {
 			QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--recent"_s), 600'000);
-		else
+		} else {
 			QTRY_VERIFY_WITH_TIMEOUT(gaps.ticks() > scaled(10'000), 600'000);
+		}
 
 		const qint64 grown_KiB = processFigures().peakMemory_KiB - before_KiB;
 		qInfo("longest gap of the event loop %lld ms, %lld turns, peak memory +%lld MiB",

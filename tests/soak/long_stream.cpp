@@ -28,15 +28,17 @@ class LongStreamTest : public DockTest {
 	void writeSamples() const
 	{
 		const QString path = qEnvironmentVariable("KESTRUNE_SOAK_TABLE");
-		if (path.isEmpty())
+		if (path.isEmpty()) {
 			return;
+		}
 		QFile file(path);
 		QVERIFY(file.open(QIODevice::WriteOnly));
 		QTextStream table(&file);
 		table << "memory_KiB,file_descriptors,objects,child_processes\n";
-		for (const Sample &sample : samples_)
+		for (const Sample &sample : samples_) {
 			table << sample.process.memory_KiB << ',' << sample.process.fileDescriptors << ','
 			      << sample.objects << ',' << sample.process.childProcesses << '\n';
+		}
 	}
 
 private Q_SLOTS:
@@ -70,22 +72,25 @@ private Q_SLOTS:
 
 		const int rounds = scaled(1000);
 		for (int round = 0; round < rounds; ++round) {
-			for (int times = 0; times < 2; ++times)
+			for (int times = 0; times < 2; ++times) {
 				QVERIFY(invoke("refreshStatus"));
+			}
 			QTRY_VERIFY_WITH_TIMEOUT(idle(), 60'000);
 			for (int times = 0; times < 5; ++times) {
 				QVERIFY(invoke("clipThat"));
 				frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
 			}
-			for (int times = 0; times < 10; ++times)
+			for (int times = 0; times < 10; ++times) {
 				QVERIFY(invoke("refreshPreview"));
+			}
 			for (int times = 0; times < 20; ++times) {
 				QVERIFY(invoke("pollTriggers"));
 				QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--poll-triggers"_s), 60'000);
 			}
 			QTRY_VERIFY_WITH_TIMEOUT(idle(), 60'000);
-			if (round % qMax(1, rounds / 100) == 0)
+			if (round % qMax(1, rounds / 100) == 0) {
 				takeSample();
+			}
 		}
 		takeSample();
 		writeSamples();

@@ -24,8 +24,9 @@ ProcessFigures processFigures()
 	qsizetype children = 0;
 	const QStringList threads =
 		QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-	for (const QString &thread : threads)
+	for (const QString &thread : threads) {
 		children += content(QStringLiteral("/proc/self/task/%1/children").arg(thread)).split(' ').size() - 1;
+	}
 	return {statusNumber(status, "VmRSS"), statusNumber(status, "VmHWM"),
 		QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size(), children};
 }
@@ -33,6 +34,7 @@ ProcessFigures processFigures()
 void resetPeakMemory()
 {
 	QFile file(QStringLiteral("/proc/self/clear_refs"));
-	if (file.open(QIODevice::WriteOnly))
+	if (file.open(QIODevice::WriteOnly)) {
 		file.write("5");
+	}
 }

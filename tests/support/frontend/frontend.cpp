@@ -16,15 +16,17 @@ Frontend &frontend()
 void Frontend::emitEvent(obs_frontend_event event) const
 {
 	const auto callbacks = eventCallbacks;
-	for (const auto &[callback, data] : callbacks)
+	for (const auto &[callback, data] : callbacks) {
 		callback(event, data);
+	}
 }
 
 void Frontend::saveOrLoad(obs_data_t *saveData, bool saving) const
 {
 	const auto callbacks = saveCallbacks;
-	for (const auto &[callback, data] : callbacks)
+	for (const auto &[callback, data] : callbacks) {
 		callback(saveData, saving, data);
+	}
 }
 
 void *obs_frontend_get_main_window()
@@ -36,10 +38,12 @@ bool obs_frontend_add_dock_by_id(const char *id, const char *title, void *widget
 {
 	auto *dock = static_cast<QWidget *>(widget);
 	frontend().docks.push_back({QString::fromUtf8(id), QString::fromUtf8(title), dock, dock->parent()});
-	if (frontend().onDockOffered)
+	if (frontend().onDockOffered) {
 		frontend().onDockOffered(dock);
-	if (!frontend().acceptsDocks)
+	}
+	if (!frontend().acceptsDocks) {
 		return false;
+	}
 
 	auto *window = static_cast<QMainWindow *>(frontend().mainWindow);
 	auto *frame = new QDockWidget(QString::fromUtf8(title), window);
@@ -76,17 +80,20 @@ bool obs_frontend_replay_buffer_active()
 void obs_frontend_replay_buffer_start()
 {
 	++frontend().startRequests;
-	if (frontend().replayBufferStarts)
+	if (frontend().replayBufferStarts) {
 		frontend().replayBufferActive = true;
-	if (frontend().onStartRequest)
+	}
+	if (frontend().onStartRequest) {
 		frontend().onStartRequest();
+	}
 }
 
 void obs_frontend_replay_buffer_save()
 {
 	++frontend().saveRequests;
-	if (frontend().onSaveRequest)
+	if (frontend().onSaveRequest) {
 		frontend().onSaveRequest();
+	}
 }
 
 void obs_frontend_replay_buffer_stop()

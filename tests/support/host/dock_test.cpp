@@ -63,8 +63,9 @@ bool DockTest::loadReady()
 {
 	helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 	frontend().replayBufferActive = true;
-	if (!load())
+	if (!load()) {
 		return false;
+	}
 	invoke("refreshStatus");
 	const bool ready = QTest::qWaitFor([this] { return child<QPushButton>(u"clipBtn"_s)->isEnabled(); }, 10000);
 	helper().on(u"--status"_s, HelperScript().hang());
@@ -117,8 +118,9 @@ void DockTest::choose(const QString &box, const QVariant &data) const
 {
 	auto *comboBox = child<QComboBox>(box);
 	const int index = comboBox->findData(data);
-	if (index < 0)
+	if (index < 0) {
 		qFatal("%s has no such entry", qUtf8Printable(box));
+	}
 	comboBox->setCurrentIndex(index);
 	Q_EMIT comboBox->activated(index);
 }
@@ -131,8 +133,9 @@ QString DockTest::preferencesPath() const
 QJsonObject DockTest::preferences() const
 {
 	QFile file(preferencesPath());
-	if (!file.open(QIODevice::ReadOnly))
+	if (!file.open(QIODevice::ReadOnly)) {
 		return {};
+	}
 	return QJsonDocument::fromJson(file.readAll()).object();
 }
 
@@ -140,7 +143,8 @@ void DockTest::writePreferences(const QByteArray &text, const QString &fileName)
 {
 	QDir().mkpath(obs().configFolder());
 	QFile file(QDir(obs().configFolder()).filePath(fileName));
-	if (!file.open(QIODevice::WriteOnly))
+	if (!file.open(QIODevice::WriteOnly)) {
 		qFatal("cannot write %s", qUtf8Printable(file.fileName()));
+	}
 	file.write(text);
 }

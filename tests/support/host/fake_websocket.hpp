@@ -65,9 +65,10 @@ private:
 	}
 	void registerRequest(calldata_t *call)
 	{
-		if (calldata_ptr(call, "vendor") == this && !refusesRequests)
+		if (calldata_ptr(call, "vendor") == this && !refusesRequests) {
 			requests[calldata_string(call, "type")] =
 				*static_cast<const Callback *>(calldata_ptr(call, "callback"));
+		}
 		calldata_set_bool(call, "success", !refusesRequests);
 	}
 

@@ -25,9 +25,10 @@ std::optional<HotkeyInfo> findHotkey(const char *name)
 	obs_enum_hotkeys(
 		[](void *data, obs_hotkey_id id, obs_hotkey_t *hotkey) {
 			auto *wanted = static_cast<Search *>(data);
-			if (std::strcmp(obs_hotkey_get_name(hotkey), wanted->name) == 0)
+			if (std::strcmp(obs_hotkey_get_name(hotkey), wanted->name) == 0) {
 				wanted->found = {id, QString::fromUtf8(obs_hotkey_get_description(hotkey)),
 						 obs_hotkey_get_registerer_type(hotkey)};
+			}
 			return true;
 		},
 		&search);
@@ -64,9 +65,10 @@ QStringList boundCombinations(obs_hotkey_id id)
 		[](void *data, size_t, obs_hotkey_binding_t *binding) {
 			auto *wanted = static_cast<Bindings *>(data);
 			const obs_key_combination combination = obs_hotkey_binding_get_key_combination(binding);
-			if (obs_hotkey_binding_get_hotkey_id(binding) == wanted->id)
+			if (obs_hotkey_binding_get_hotkey_id(binding) == wanted->id) {
 				wanted->texts << QStringLiteral("%1 ").arg(combination.modifiers) +
 							 QString::fromUtf8(obs_key_to_name(combination.key));
+			}
 			return true;
 		},
 		&bindings);
@@ -76,8 +78,9 @@ QStringList boundCombinations(obs_hotkey_id id)
 void pressHotkey(const char *name, bool pressed)
 {
 	const std::optional<HotkeyInfo> hotkey = findHotkey(name);
-	if (!hotkey)
+	if (!hotkey) {
 		return;
+	}
 	obs_hotkey_enable_callback_rerouting(true);
 	std::thread([&] { obs_hotkey_trigger_routed_callback(hotkey->id, pressed); }).join();
 }

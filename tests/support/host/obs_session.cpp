@@ -31,8 +31,9 @@ ObsSession::ObsSession()
 		logLines.clear();
 	}
 	base_set_log_handler(catchLine, nullptr);
-	if (!obs_startup("en-US", folder_.path().toUtf8().constData(), nullptr))
+	if (!obs_startup("en-US", folder_.path().toUtf8().constData(), nullptr)) {
 		qFatal("libobs did not start");
+	}
 }
 
 ObsSession::~ObsSession()

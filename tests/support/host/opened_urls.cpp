@@ -11,12 +11,14 @@ const std::array schemes{QStringLiteral("file"), QStringLiteral("http"), QString
 
 OpenedUrls::OpenedUrls()
 {
-	for (const QString &scheme : schemes)
+	for (const QString &scheme : schemes) {
 		QDesktopServices::setUrlHandler(scheme, this, "open");
+	}
 }
 
 OpenedUrls::~OpenedUrls()
 {
-	for (const QString &scheme : schemes)
+	for (const QString &scheme : schemes) {
 		QDesktopServices::unsetUrlHandler(scheme);
+	}
 }

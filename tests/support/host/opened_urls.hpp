@@ -18,8 +18,9 @@ private Q_SLOTS:
 	void open(const QUrl &url)
 	{
 		// There is nothing at an empty address.
-		if (url.isValid())
+		if (url.isValid()) {
 			urls_ << url;
+		}
 	}
 
 private:

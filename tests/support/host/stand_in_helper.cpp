@@ -83,8 +83,9 @@ void StandInHelper::on(const QString &command, const HelperScript &script) const
 	const QString path = folder_.filePath(command.mid(2) + QStringLiteral(".json"));
 	const QString beside = path + QStringLiteral(".new");
 	QFile file(beside);
-	if (!file.open(QIODevice::WriteOnly))
+	if (!file.open(QIODevice::WriteOnly)) {
 		qFatal("cannot write %s", qUtf8Printable(beside));
+	}
 	file.write(QJsonDocument(script.steps()).toJson());
 	file.close();
 
@@ -94,28 +95,32 @@ void StandInHelper::on(const QString &command, const HelperScript &script) const
 	do {
 		std::filesystem::rename(file.filesystemFileName(), QFileInfo(path).filesystemFilePath(), failure);
 	} while (failure && !deadline.hasExpired());
-	if (failure)
+	if (failure) {
 		qFatal("cannot write %s", qUtf8Printable(path));
+	}
 }
 
 void StandInHelper::open(const QString &gate) const
 {
 	QFile file(folder_.filePath(gate));
-	if (!file.open(QIODevice::WriteOnly))
+	if (!file.open(QIODevice::WriteOnly)) {
 		qFatal("cannot open gate %s", qUtf8Printable(gate));
+	}
 }
 
 QList<QJsonObject> StandInHelper::records(const QString &command) const
 {
 	QFile file(folder_.filePath(QStringLiteral("runs")));
-	if (!file.open(QIODevice::ReadOnly))
+	if (!file.open(QIODevice::ReadOnly)) {
 		return {};
+	}
 
 	QList<QJsonObject> found;
 	while (!file.atEnd()) {
 		const QJsonObject run = QJsonDocument::fromJson(file.readLine()).object();
-		if (command.isEmpty() || run[u"arguments"][0].toString() == command)
+		if (command.isEmpty() || run[u"arguments"][0].toString() == command) {
 			found << run;
+		}
 	}
 	return found;
 }
@@ -123,15 +128,17 @@ QList<QJsonObject> StandInHelper::records(const QString &command) const
 QList<QStringList> StandInHelper::runs(const QString &command) const
 {
 	QList<QStringList> found;
-	for (const QJsonObject &run : records(command))
+	for (const QJsonObject &run : records(command)) {
 		found << run[u"arguments"].toVariant().toStringList();
+	}
 	return found;
 }
 
 QList<qint64> StandInHelper::processIds(const QString &command) const
 {
 	QList<qint64> found;
-	for (const QJsonObject &run : records(command))
+	for (const QJsonObject &run : records(command)) {
 		found << run[u"pid"].toInteger();
+	}
 	return found;
 }

@@ -23,8 +23,9 @@ protected:
 	/// Loads the module and listens to its update states.
 	bool loadListening()
 	{
-		if (!load())
+		if (!load()) {
 			return false;
+		}
 		states_ = std::make_unique<QSignalSpy>(dock(), SIGNAL(updateStateChanged(QString, QString)));
 		return states_->isValid();
 	}
@@ -33,8 +34,9 @@ protected:
 	bool loadOffered(const QString &version = u"1.0.7"_s)
 	{
 		helper().on(u"--check-update"_s, HelperScript().event(offer(version)));
-		if (!loadListening() || !invoke("checkUpdate"))
+		if (!loadListening() || !invoke("checkUpdate")) {
 			return false;
+		}
 		const bool offered = QTest::qWaitFor([this] { return updateButton()->isVisibleTo(dock()); }, 10000);
 		states_->clear();
 		return offered;

@@ -25,8 +25,9 @@ Value findValue(const calldata_t *data, const char *name)
 		size_t size = 0;
 		std::memcpy(&size, data->stack + position, sizeof(size));
 		position += sizeof(size);
-		if (std::strcmp(found, name) == 0)
+		if (std::strcmp(found, name) == 0) {
 			return {data->stack + position, size};
+		}
 		position += size;
 	}
 	return {};
@@ -34,8 +35,9 @@ Value findValue(const calldata_t *data, const char *name)
 
 void append(calldata_t *data, const void *bytes, size_t size)
 {
-	if (size > 0)
+	if (size > 0) {
 		std::memcpy(data->stack + data->size, bytes, size);
+	}
 	data->size += size;
 }
 
@@ -51,8 +53,9 @@ void removeValue(calldata_t *data, const char *name, const Value &value)
 bool calldata_get_data(const calldata_t *data, const char *name, void *out, size_t size)
 {
 	const Value value = findValue(data, name);
-	if (!value.bytes || value.size != size)
+	if (!value.bytes || value.size != size) {
 		return false;
+	}
 	std::memcpy(out, value.bytes, size);
 	return true;
 }
@@ -60,16 +63,18 @@ bool calldata_get_data(const calldata_t *data, const char *name, void *out, size
 bool calldata_get_string(const calldata_t *data, const char *name, const char **str)
 {
 	const Value value = findValue(data, name);
-	if (!value.bytes)
+	if (!value.bytes) {
 		return false;
+	}
 	*str = value.size > 0 ? reinterpret_cast<const char *>(value.bytes) : nullptr;
 	return true;
 }
 
 void calldata_set_data(calldata_t *data, const char *name, const void *in, size_t new_size)
 {
-	if (const Value old = findValue(data, name); old.bytes)
+	if (const Value old = findValue(data, name); old.bytes) {
 		removeValue(data, name, old);
+	}
 	const size_t nameSize = std::strlen(name) + 1;
 	data->stack =
 		static_cast<uint8_t *>(brealloc(data->stack, data->size + nameSize + sizeof(new_size) + new_size));
@@ -102,8 +107,9 @@ void proc_handler_add(proc_handler_t *handler, const char *decl_string, proc_han
 
 bool proc_handler_call(proc_handler_t *handler, const char *name, calldata_t *params)
 {
-	if (!handler || !handler->procedures.contains(name))
+	if (!handler || !handler->procedures.contains(name)) {
 		return false;
+	}
 	const auto [procedure, data] = handler->procedures[name];
 	procedure(data, params);
 	return true;

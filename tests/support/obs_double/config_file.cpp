@@ -22,10 +22,11 @@ Sections parse(const QString &text)
 	for (const QString &line : lines) {
 		const QString trimmed = line.trimmed();
 		const qsizetype equals = trimmed.indexOf(u'=');
-		if (trimmed.startsWith(u'[') && trimmed.endsWith(u']'))
+		if (trimmed.startsWith(u'[') && trimmed.endsWith(u']')) {
 			section = trimmed.sliced(1, trimmed.size() - 2);
-		else if (equals > 0)
+		} else if (equals > 0) {
 			sections[section][trimmed.first(equals)] = trimmed.sliced(equals + 1);
+		}
 	}
 	return sections;
 }
@@ -44,8 +45,9 @@ void setValue(config_t *config, const char *section, const char *name, const QSt
 int config_open(config_t **config, const char *file, enum config_open_type)
 {
 	QFile source(QString::fromUtf8(file));
-	if (!source.open(QIODevice::ReadOnly))
+	if (!source.open(QIODevice::ReadOnly)) {
 		return CONFIG_FILENOTFOUND;
+	}
 	*config = new config_data{source.fileName(), parse(QString::fromUtf8(source.readAll()))};
 	return CONFIG_SUCCESS;
 }
@@ -59,12 +61,14 @@ int config_open_string(config_t **config, const char *str)
 int config_save_safe(config_t *config, const char *, const char *)
 {
 	QSaveFile target(config->path);
-	if (!target.open(QIODevice::WriteOnly))
+	if (!target.open(QIODevice::WriteOnly)) {
 		return CONFIG_ERROR;
+	}
 	for (auto section = config->sections.cbegin(); section != config->sections.cend(); ++section) {
 		target.write('[' + section.key().toUtf8() + "]\n");
-		for (auto entry = section->cbegin(); entry != section->cend(); ++entry)
+		for (auto entry = section->cbegin(); entry != section->cend(); ++entry) {
 			target.write(entry.key().toUtf8() + '=' + entry.value().toUtf8() + '\n');
+		}
 	}
 	return target.commit() ? CONFIG_SUCCESS : CONFIG_ERROR;
 }

@@ -19,8 +19,9 @@ QJsonValue member(const obs_data_t *data, const char *name)
 
 void setMember(obs_data_t *data, const char *name, const QJsonValue &value)
 {
-	if (data)
+	if (data) {
 		data->members[QString::fromUtf8(name)] = value;
+	}
 }
 
 obs_data_t *fromFile(const QString &path)
@@ -38,8 +39,9 @@ obs_data_t *obs_data_create()
 obs_data_t *obs_data_create_from_json(const char *json_string)
 {
 	const QJsonDocument document = QJsonDocument::fromJson(json_string);
-	if (document.isNull())
+	if (document.isNull()) {
 		return nullptr;
+	}
 	obs_data_t *data = obs_data_create();
 	data->members = document.object();
 	return data;
@@ -53,12 +55,14 @@ obs_data_t *obs_data_create_from_json_file(const char *json_file)
 obs_data_t *obs_data_create_from_json_file_safe(const char *json_file, const char *backup_ext)
 {
 	const QString path = QString::fromUtf8(json_file);
-	if (obs_data_t *data = fromFile(path))
+	if (obs_data_t *data = fromFile(path)) {
 		return data;
+	}
 
 	const QString backup = path + u'.' + QString::fromUtf8(backup_ext);
-	if (!QFile::exists(backup))
+	if (!QFile::exists(backup)) {
 		return nullptr;
+	}
 	blog(LOG_WARNING, "obs-data: attempting backup file");
 	QFile::remove(path);
 	QFile::rename(backup, path);
@@ -67,20 +71,23 @@ obs_data_t *obs_data_create_from_json_file_safe(const char *json_file, const cha
 
 void obs_data_addref(obs_data_t *data)
 {
-	if (data)
+	if (data) {
 		++data->owners;
+	}
 }
 
 void obs_data_release(obs_data_t *data)
 {
-	if (data && --data->owners == 0)
+	if (data && --data->owners == 0) {
 		delete data;
+	}
 }
 
 const char *obs_data_get_json(obs_data_t *data)
 {
-	if (!data)
+	if (!data) {
 		return nullptr;
+	}
 	data->json = QJsonDocument(data->members).toJson(QJsonDocument::Compact).toStdString();
 	return data->json.c_str();
 }
@@ -93,10 +100,12 @@ bool obs_data_save_json_safe(obs_data_t *data, const char *file, const char *tem
 
 void obs_data_apply(obs_data_t *target, obs_data_t *apply_data)
 {
-	if (!target || !apply_data)
+	if (!target || !apply_data) {
 		return;
-	for (auto value = apply_data->members.begin(); value != apply_data->members.end(); ++value)
+	}
+	for (auto value = apply_data->members.begin(); value != apply_data->members.end(); ++value) {
 		target->members.insert(value.key(), value.value());
+	}
 }
 
 void obs_data_set_string(obs_data_t *data, const char *name, const char *val)
@@ -117,9 +126,11 @@ void obs_data_set_bool(obs_data_t *data, const char *name, bool val)
 void obs_data_set_array(obs_data_t *data, const char *name, obs_data_array_t *array)
 {
 	QJsonArray items;
-	if (array)
-		for (const obs_data_t *item : array->items)
+	if (array) {
+		for (const obs_data_t *item : array->items) {
 			items << item->members;
+		}
+	}
 	setMember(data, name, items);
 }
 
@@ -130,8 +141,9 @@ bool obs_data_has_user_value(obs_data_t *data, const char *name)
 
 const char *obs_data_get_string(obs_data_t *data, const char *name)
 {
-	if (!data)
+	if (!data) {
 		return "";
+	}
 	std::string &text = data->texts[name];
 	text = member(data, name).toString().toStdString();
 	return text.c_str();
@@ -150,13 +162,15 @@ bool obs_data_get_bool(obs_data_t *data, const char *name)
 obs_data_array_t *obs_data_get_array(obs_data_t *data, const char *name)
 {
 	const QJsonValue value = member(data, name);
-	if (!value.isArray())
+	if (!value.isArray()) {
 		return nullptr;
+	}
 	obs_data_array_t *array = obs_data_array_create();
 	const QJsonArray items = value.toArray();
 	for (const QJsonValue &item : items) {
-		if (!item.isObject())
+		if (!item.isObject()) {
 			continue;
+		}
 		obs_data_t *object = obs_data_create();
 		object->members = item.toObject();
 		array->items.push_back(object);
@@ -171,16 +185,19 @@ obs_data_array_t *obs_data_array_create()
 
 void obs_data_array_addref(obs_data_array_t *array)
 {
-	if (array)
+	if (array) {
 		++array->owners;
+	}
 }
 
 void obs_data_array_release(obs_data_array_t *array)
 {
-	if (!array || --array->owners > 0)
+	if (!array || --array->owners > 0) {
 		return;
-	for (obs_data_t *item : array->items)
+	}
+	for (obs_data_t *item : array->items) {
 		obs_data_release(item);
+	}
 	delete array;
 }
 
@@ -191,8 +208,9 @@ size_t obs_data_array_count(obs_data_array_t *array)
 
 obs_data_t *obs_data_array_item(obs_data_array_t *array, size_t idx)
 {
-	if (!array || idx >= array->items.size())
+	if (!array || idx >= array->items.size()) {
 		return nullptr;
+	}
 	obs_data_addref(array->items[idx]);
 	return array->items[idx];
 }

@@ -54,9 +54,11 @@ void removeBindings(obs_hotkey_id id)
 obs_key_combination_t combinationOf(obs_data_t *record)
 {
 	obs_key_combination_t combination{INTERACT_NONE, obs_key_from_name(obs_data_get_string(record, "key"))};
-	for (const Modifier &modifier : modifiers)
-		if (obs_data_get_bool(record, modifier.name))
+	for (const Modifier &modifier : modifiers) {
+		if (obs_data_get_bool(record, modifier.name)) {
 			combination.modifiers |= modifier.flag;
+		}
+	}
 	return combination;
 }
 } // namespace
@@ -73,8 +75,9 @@ void forgetHotkeys()
 obs_hotkey_id obs_hotkey_register_frontend(const char *name, const char *description, obs_hotkey_func func, void *data)
 {
 	const std::lock_guard lock(mutex);
-	if (!obs_initialized())
+	if (!obs_initialized()) {
 		return OBS_INVALID_HOTKEY_ID;
+	}
 	hotkeys.push_back({nextId, name, description, func, data});
 	return nextId++;
 }
@@ -89,8 +92,9 @@ void obs_hotkey_unregister(obs_hotkey_id id)
 void obs_hotkey_load(obs_hotkey_id id, obs_data_array_t *data)
 {
 	const std::lock_guard lock(mutex);
-	if (!find(id))
+	if (!find(id)) {
 		return;
+	}
 	removeBindings(id);
 	for (size_t index = 0; index < obs_data_array_count(data); ++index) {
 		const OBSDataAutoRelease record = obs_data_array_item(data, index);
@@ -101,16 +105,20 @@ void obs_hotkey_load(obs_hotkey_id id, obs_data_array_t *data)
 obs_data_array_t *obs_hotkey_save(obs_hotkey_id id)
 {
 	const std::lock_guard lock(mutex);
-	if (!find(id))
+	if (!find(id)) {
 		return nullptr;
+	}
 	obs_data_array_t *records = obs_data_array_create();
 	for (const obs_hotkey_binding &binding : bindings) {
-		if (binding.id != id)
+		if (binding.id != id) {
 			continue;
+		}
 		const OBSDataAutoRelease record = obs_data_create();
-		for (const Modifier &modifier : modifiers)
-			if ((binding.combination.modifiers & modifier.flag) != 0)
+		for (const Modifier &modifier : modifiers) {
+			if ((binding.combination.modifiers & modifier.flag) != 0) {
 				obs_data_set_bool(record, modifier.name, true);
+			}
+		}
 		obs_data_set_string(record, "key", obs_key_to_name(binding.combination.key));
 		obs_data_array_push_back(records, record);
 	}
@@ -120,18 +128,22 @@ obs_data_array_t *obs_hotkey_save(obs_hotkey_id id)
 void obs_enum_hotkeys(obs_hotkey_enum_func func, void *data)
 {
 	const std::lock_guard lock(mutex);
-	for (obs_hotkey &hotkey : hotkeys)
-		if (!func(data, hotkey.id, &hotkey))
+	for (obs_hotkey &hotkey : hotkeys) {
+		if (!func(data, hotkey.id, &hotkey)) {
 			return;
+		}
+	}
 }
 
 void obs_enum_hotkey_bindings(obs_hotkey_binding_enum_func func, void *data)
 {
 	const std::lock_guard lock(mutex);
 	size_t index = 0;
-	for (obs_hotkey_binding &binding : bindings)
-		if (!func(data, index++, &binding))
+	for (obs_hotkey_binding &binding : bindings) {
+		if (!func(data, index++, &binding)) {
 			return;
+		}
+	}
 }
 
 const char *obs_hotkey_get_name(const obs_hotkey_t *key)
@@ -170,8 +182,9 @@ void obs_hotkey_inject_event(obs_key_combination_t hotkey, bool pressed)
 	for (const obs_hotkey_binding &binding : bindings) {
 		obs_hotkey *bound = find(binding.id);
 		if (!rerouted && bound && binding.combination.key == hotkey.key &&
-		    binding.combination.modifiers == hotkey.modifiers)
+		    binding.combination.modifiers == hotkey.modifiers) {
 			bound->callback(bound->data, bound->id, bound, pressed);
+		}
 	}
 }
 
@@ -185,6 +198,7 @@ void obs_hotkey_trigger_routed_callback(obs_hotkey_id id, bool pressed)
 {
 	const std::lock_guard lock(mutex);
 	obs_hotkey *hotkey = rerouted ? find(id) : nullptr;
-	if (hotkey)
+	if (hotkey) {
 		hotkey->callback(hotkey->data, id, hotkey, pressed);
+	}
 }

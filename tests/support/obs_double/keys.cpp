@@ -36,30 +36,39 @@ const char *obs_key_to_name(obs_key_t key)
 
 obs_key_t obs_key_from_name(const char *name)
 {
-	for (size_t index = 0; index < names.size(); ++index)
-		if (std::strcmp(names[index], name) == 0)
+	for (size_t index = 0; index < names.size(); ++index) {
+		if (std::strcmp(names[index], name) == 0) {
 			return static_cast<obs_key_t>(index);
+		}
+	}
 	return OBS_KEY_NONE;
 }
 
 int obs_key_to_virtual_key(obs_key_t key)
 {
-	if (key >= OBS_KEY_A && key <= OBS_KEY_Z)
+	if (key >= OBS_KEY_A && key <= OBS_KEY_Z) {
 		return 'A' + key - OBS_KEY_A;
-	if (key >= OBS_KEY_0 && key <= OBS_KEY_9)
+	}
+	if (key >= OBS_KEY_0 && key <= OBS_KEY_9) {
 		return '0' + key - OBS_KEY_0;
-	if (key >= OBS_KEY_F1 && key <= OBS_KEY_F24)
+	}
+	if (key >= OBS_KEY_F1 && key <= OBS_KEY_F24) {
 		return VK_F1 + key - OBS_KEY_F1;
-	for (const VirtualKey &known : virtualKeys)
-		if (known.key == key)
+	}
+	for (const VirtualKey &known : virtualKeys) {
+		if (known.key == key) {
 			return known.code;
+		}
+	}
 	return 0;
 }
 
 obs_key_t obs_key_from_virtual_key(int code)
 {
-	for (int key = 0; key < OBS_KEY_LAST_VALUE; ++key)
-		if (obs_key_to_virtual_key(static_cast<obs_key_t>(key)) == code)
+	for (int key = 0; key < OBS_KEY_LAST_VALUE; ++key) {
+		if (obs_key_to_virtual_key(static_cast<obs_key_t>(key)) == code) {
 			return static_cast<obs_key_t>(key);
+		}
+	}
 	return OBS_KEY_NONE;
 }

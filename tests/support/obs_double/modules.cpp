@@ -56,10 +56,12 @@ bool obs_initialized()
 void obs_shutdown()
 {
 	for (const auto &module : modules) {
-		if (const auto freeLocale = module->entry<void()>("obs_module_free_locale"))
+		if (const auto freeLocale = module->entry<void()>("obs_module_free_locale")) {
 			freeLocale();
-		if (const auto unload = module->entry<void()>("obs_module_unload"); unload && module->loaded)
+		}
+		if (const auto unload = module->entry<void()>("obs_module_unload"); unload && module->loaded) {
 			unload();
+		}
 	}
 	modules.clear();
 	forgetHotkeys();
@@ -76,8 +78,9 @@ int obs_open_module(obs_module_t **module, const char *path, const char *data_pa
 {
 	const QFileInfo file(QString::fromUtf8(path));
 	HMODULE library = LoadLibraryW(QDir::toNativeSeparators(file.absoluteFilePath()).toStdWString().c_str());
-	if (!library)
+	if (!library) {
 		return MODULE_FILE_NOT_FOUND;
+	}
 
 	auto opened = std::make_unique<obs_module>();
 	opened->fileName = file.fileName().toStdString();
@@ -86,15 +89,18 @@ int obs_open_module(obs_module_t **module, const char *path, const char *data_pa
 	opened->library = library;
 	const auto setPointer = opened->entry<void(obs_module_t *)>("obs_module_set_pointer");
 	const auto version = opened->entry<uint32_t()>("obs_module_ver");
-	if (!setPointer || !version || !opened->entry<bool()>("obs_module_load"))
+	if (!setPointer || !version || !opened->entry<bool()>("obs_module_load")) {
 		return MODULE_MISSING_EXPORTS;
-	if (version() > LIBOBS_API_VER)
+	}
+	if (version() > LIBOBS_API_VER) {
 		return MODULE_INCOMPATIBLE_VER;
+	}
 
 	*module = modules.emplace_back(std::move(opened)).get();
 	setPointer(*module);
-	if (const auto setLocale = (*module)->entry<void(const char *)>("obs_module_set_locale"))
+	if (const auto setLocale = (*module)->entry<void(const char *)>("obs_module_set_locale")) {
 		setLocale(locale.c_str());
+	}
 	return MODULE_SUCCESS;
 }
 
@@ -116,16 +122,18 @@ void *obs_get_module_lib(obs_module_t *module)
 
 char *obs_find_module_file(obs_module_t *module, const char *file)
 {
-	if (!module)
+	if (!module) {
 		return nullptr;
+	}
 	const QString path = module->data.filePath(QString::fromUtf8(file));
 	return QFileInfo::exists(path) ? newText(path) : nullptr;
 }
 
 char *obs_module_get_config_path(obs_module_t *module, const char *file)
 {
-	if (!module)
+	if (!module) {
 		return nullptr;
+	}
 	return newText(configFolder + u'/' + module->name + u'/' + QString::fromUtf8(file));
 }
 
@@ -135,7 +143,8 @@ lookup_t *obs_module_load_locale(obs_module_t *module, const char *default_local
 		return module->data.filePath(QStringLiteral("locale/%1.ini").arg(QString::fromUtf8(name))).toUtf8();
 	};
 	lookup_t *lookup = text_lookup_create(path(default_locale).constData());
-	if (lookup)
+	if (lookup) {
 		text_lookup_add(lookup, path(wanted).constData());
+	}
 	return lookup;
 }

@@ -76,8 +76,9 @@ bool os_quick_write_utf8_file_safe(const char *path, const char *str, size_t len
 	const QString temporary = target + u'.' + QString::fromUtf8(temp_ext);
 	const QString backup = target + u'.' + QString::fromUtf8(backup_ext);
 	QFile file(temporary);
-	if (!file.open(QIODevice::WriteOnly) || file.write(str, static_cast<qint64>(len)) < 0)
+	if (!file.open(QIODevice::WriteOnly) || file.write(str, static_cast<qint64>(len)) < 0) {
 		return false;
+	}
 	file.close();
 	if (QFile::exists(target)) {
 		QFile::remove(backup);
@@ -99,13 +100,15 @@ lookup_t *text_lookup_create(const char *path)
 bool text_lookup_add(lookup_t *lookup, const char *path)
 {
 	QFile file(QString::fromUtf8(path));
-	if (!file.open(QIODevice::ReadOnly))
+	if (!file.open(QIODevice::ReadOnly)) {
 		return false;
+	}
 	while (!file.atEnd()) {
 		const QByteArray line = file.readLine().trimmed();
 		const qsizetype value = line.indexOf("=\"");
-		if (value > 0 && line.endsWith('"'))
+		if (value > 0 && line.endsWith('"')) {
 			lookup->texts[line.first(value)] = line.sliced(value + 2).chopped(1);
+		}
 	}
 	return true;
 }
@@ -117,11 +120,13 @@ void text_lookup_destroy(lookup_t *lookup)
 
 bool text_lookup_getstr(lookup_t *lookup, const char *lookup_val, const char **out)
 {
-	if (!lookup)
+	if (!lookup) {
 		return false;
+	}
 	const auto found = lookup->texts.constFind(lookup_val);
-	if (found == lookup->texts.cend())
+	if (found == lookup->texts.cend()) {
 		return false;
+	}
 	*out = found->constData();
 	return true;
 }

@@ -34,8 +34,9 @@ void note(const QStringList &arguments)
 QJsonArray script(const QStringList &arguments)
 {
 	QFile file(folder().filePath(arguments.value(0).remove(0, 2) + QStringLiteral(".json")));
-	if (!file.open(QIODevice::ReadOnly))
+	if (!file.open(QIODevice::ReadOnly)) {
 		return {};
+	}
 	return QJsonDocument::fromJson(file.readAll()).array();
 }
 
@@ -54,19 +55,23 @@ void perform(const QJsonObject &step)
 	} else if (action == u"complain") {
 		write(stderr, bytes);
 	} else if (action == u"await") {
-		while (!folder().exists(step[u"gate"].toString()))
+		while (!folder().exists(step[u"gate"].toString())) {
 			std::this_thread::sleep_for(2ms);
+		}
 	} else if (action == u"repeat") {
-		for (int left = step[u"count"].toInt(); left > 0; --left)
+		for (int left = step[u"count"].toInt(); left > 0; --left) {
 			write(stdout, bytes);
+		}
 	} else if (action == u"close output") {
 		std::fclose(stdout);
 	} else if (action == u"flood") {
-		while (std::ferror(stdout) == 0)
+		while (std::ferror(stdout) == 0) {
 			write(stdout, bytes);
+		}
 	} else if (action == u"hang") {
-		for (;;)
+		for (;;) {
 			std::this_thread::sleep_for(1h);
+		}
 	} else if (action == u"crash") {
 		crash();
 	} else if (action == u"exit") {
@@ -82,6 +87,7 @@ int main(int argc, char **argv)
 	const QStringList arguments = QCoreApplication::arguments().mid(1);
 	note(arguments);
 	const QJsonArray steps = script(arguments);
-	for (const QJsonValue &step : steps)
+	for (const QJsonValue &step : steps) {
 		perform(step.toObject());
+	}
 }

@@ -13,8 +13,9 @@ QJsonObject windowState()
 void append(const QString &path, const QByteArray &bytes)
 {
 	QFile file(path);
-	if (!file.open(QIODevice::Append | QIODevice::Unbuffered) || file.write(bytes) != bytes.size())
+	if (!file.open(QIODevice::Append | QIODevice::Unbuffered) || file.write(bytes) != bytes.size()) {
 		std::abort();
+	}
 }
 
 void writeBytesUnchanged() {}

@@ -26,12 +26,14 @@ void append(const QString &path, const QByteArray &bytes)
 	while (file == INVALID_HANDLE_VALUE) {
 		file = CreateFileW(name.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
 				   FILE_ATTRIBUTE_NORMAL, nullptr);
-		if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_SHARING_VIOLATION)
+		if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_SHARING_VIOLATION) {
 			std::abort();
+		}
 	}
 	DWORD written = 0;
-	if (!WriteFile(file, bytes.constData(), static_cast<DWORD>(bytes.size()), &written, nullptr))
+	if (!WriteFile(file, bytes.constData(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
 		std::abort();
+	}
 	CloseHandle(file);
 }
 

@@ -21,8 +21,9 @@ int wmain(int, wchar_t **argv)
 		.write(reinterpret_cast<const char *>(called.data()),
 		       static_cast<std::streamsize>(called.size() * sizeof(wchar_t)));
 
-	while (std::filesystem::exists(beside(L".wait")))
+	while (std::filesystem::exists(beside(L".wait"))) {
 		Sleep(5);
+	}
 
 	unsigned code = 0;
 	std::ifstream(std::filesystem::path(beside(L".code"))) >> code;

@@ -13,8 +13,9 @@ class TriggerPollingTest : public DockTest {
 		helper().on(
 			u"--chat-get"_s,
 			HelperScript().event({{u"event"_s, u"chat"_s}, {u"enabled"_s, true}, {u"granted"_s, true}}));
-		if (!loadReady())
+		if (!loadReady()) {
 			return false;
+		}
 		return QTest::qWaitFor(
 			[this] { return label(u"On: mods can type <b></b> (0 used this stream)."_s) != nullptr; },
 			10000);

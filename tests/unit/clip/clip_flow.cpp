@@ -111,8 +111,9 @@ private Q_SLOTS:
 	void emptyChoicesAreLeftOut()
 	{
 		QVERIFY(loadReady());
-		for (const char *box : {"layout", "style", "font"})
+		for (const char *box : {"layout", "style", "font"}) {
 			child<QComboBox>(QString::fromLatin1(box))->clear();
+		}
 		clip({});
 		QCOMPARE(processArguments(),
 			 QStringList({u"--process"_s, u"/replays/Replay ä.mkv"_s, u"--seconds"_s, u"60"_s, u"--scene"_s,

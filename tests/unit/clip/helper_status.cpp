@@ -26,8 +26,9 @@ class HelperStatusTest : public DockTest {
 
 	static QJsonObject withMembers(QJsonObject object, const QJsonObject &more)
 	{
-		for (auto member = more.begin(); member != more.end(); ++member)
+		for (auto member = more.begin(); member != more.end(); ++member) {
 			object[member.key()] = member.value();
+		}
 		return object;
 	}
 
@@ -42,8 +43,9 @@ class HelperStatusTest : public DockTest {
 	{
 		const auto *box = child<QComboBox>(QString::fromLatin1(name));
 		QStringList list;
-		for (int index = 0; index < box->count(); ++index)
+		for (int index = 0; index < box->count(); ++index) {
 			list << box->itemData(index).toString() + u'=' + box->itemText(index);
+		}
 		return list;
 	}
 	QString current(const char *name) const

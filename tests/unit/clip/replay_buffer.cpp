@@ -44,8 +44,9 @@ class ReplayBufferTest : public DockTest {
 private Q_SLOTS:
 	void cleanup()
 	{
-		if (frontend().profile)
+		if (frontend().profile) {
 			config_close(frontend().profile);
+		}
 		frontend().profile = nullptr;
 		DockTest::cleanup();
 	}

@@ -40,9 +40,11 @@ class AccessibilityTest : public DockTest {
 	QWidgetList visibleControls() const
 	{
 		QWidgetList controls;
-		for (QWidget *widget : dock()->findChildren<QWidget *>())
-			if (isTabStop(widget))
+		for (QWidget *widget : dock()->findChildren<QWidget *>()) {
+			if (isTabStop(widget)) {
 				controls << widget;
+			}
+		}
 		std::ranges::stable_sort(controls, {}, [this](const QWidget *widget) {
 			const QPoint corner = widget->mapTo(dock(), QPoint());
 			return std::pair(corner.y(), corner.x());
@@ -53,8 +55,9 @@ class AccessibilityTest : public DockTest {
 	QList<Control> described(const QWidgetList &widgets) const
 	{
 		QList<Control> controls;
-		for (QWidget *widget : widgets)
+		for (QWidget *widget : widgets) {
 			controls << Control(nameOf(widget), roleOf(widget));
+		}
 		return controls;
 	}
 
@@ -67,10 +70,12 @@ class AccessibilityTest : public DockTest {
 		while (order.size() < 100) {
 			QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
 			QWidget *next = QApplication::focusWidget();
-			if (next == first)
+			if (next == first) {
 				break;
-			if (next != order.last())
+			}
+			if (next != order.last()) {
 				order << next;
+			}
 		}
 		return order;
 	}
@@ -85,9 +90,11 @@ class AccessibilityTest : public DockTest {
 	/// The dock on the screen with all its sections open, and the window that takes the keys.
 	void showWhole() const
 	{
-		for (QToolButton *toggle : dock()->findChildren<QToolButton *>())
-			if (toggle->isCheckable())
+		for (QToolButton *toggle : dock()->findChildren<QToolButton *>()) {
+			if (toggle->isCheckable()) {
 				toggle->setChecked(true);
+			}
+		}
 		QWidget *window = dock()->window();
 		dock()->parentWidget()->show();
 		window->resize(500, 1400);

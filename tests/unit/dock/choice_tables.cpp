@@ -12,8 +12,9 @@ class ChoiceTablesTest : public QObject {
 	static QStringList entries(const QComboBox &box)
 	{
 		QStringList list;
-		for (int index = 0; index < box.count(); ++index)
+		for (int index = 0; index < box.count(); ++index) {
 			list << box.itemData(index).toString() + u'=' + box.itemText(index);
+		}
 		return list;
 	}
 

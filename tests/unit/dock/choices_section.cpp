@@ -29,8 +29,9 @@ class ChoicesSectionTest : public DockTest {
 	QTimer *previewTimer() const
 	{
 		for (QTimer *timer : dock()->findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
-			if (timer->isSingleShot())
+			if (timer->isSingleShot()) {
 				return timer;
+			}
 		}
 		return nullptr;
 	}
@@ -98,8 +99,9 @@ private Q_SLOTS:
 	void installedFontsShowTheirOwnFace()
 	{
 		const QString family = u"DejaVu Sans Mono"_s;
-		if (!QFontDatabase::families().contains(family))
+		if (!QFontDatabase::families().contains(family)) {
 			QSKIP("DejaVu Sans Mono is not installed");
+		}
 		offerFonts({u"dejavu sans mono"_s, u"No Such Font"_s});
 
 		const QVariant face = box("font")->itemData(0, Qt::FontRole);
@@ -164,8 +166,9 @@ private Q_SLOTS:
 		QTRY_VERIFY(!preview()->isHidden());
 
 		QJsonObject answer{{u"event"_s, u"preview"_s}};
-		if (!path.isUndefined())
+		if (!path.isUndefined()) {
 			answer[u"path"] = path;
+		}
 		answerPreview(answer);
 		invoke("refreshPreview");
 		QTRY_VERIFY(preview()->isHidden());

@@ -61,8 +61,9 @@ class HostileMembersTest : public DockTest {
 		HelperScript script;
 		for (const auto &[kind, members] : answer.events.asKeyValueRange()) {
 			QJsonObject event{{u"event"_s, kind}};
-			for (const QString &member : members)
+			for (const QString &member : members) {
 				event[member] = value;
+			}
 			script.event(event);
 		}
 		return script;
@@ -98,13 +99,15 @@ private Q_SLOTS:
 		qputenv("KESTRUNE_UPDATE_RUNNER", "/nowhere");
 		QVERIFY(loadReady());
 		// A widget that nobody sees is not laid out.
-		for (QToolButton *section : dock()->findChildren<QToolButton *>())
+		for (QToolButton *section : dock()->findChildren<QToolButton *>()) {
 			section->setChecked(true);
+		}
 		QVERIFY(child<QComboBox>(u"font"_s)->isVisible());
 		// First all the scripts: the answers themselves lead to further runs.
 		const QList<Answer> answers = everyAnswer();
-		for (const Answer &answer : answers)
+		for (const Answer &answer : answers) {
 			helper().on(QString::fromLatin1(answer.command), scriptWith(answer, value));
+		}
 		for (const Answer &answer : answers) {
 			QVERIFY(invoke(answer.slot));
 			frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);

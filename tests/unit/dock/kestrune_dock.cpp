@@ -42,8 +42,9 @@ class KestruneDockTest : public DockTest {
 	static QStringList entries(const QComboBox *box)
 	{
 		QStringList list;
-		for (int index = 0; index < box->count(); ++index)
+		for (int index = 0; index < box->count(); ++index) {
 			list << box->itemData(index).toString() + u"="_s + box->itemText(index);
+		}
 		return list;
 	}
 
@@ -202,8 +203,9 @@ private Q_SLOTS:
 		QCOMPARE(rowLabels(form),
 			 QStringList({u"Layout"_s, u"Caption style"_s, u"Font"_s, u"Caption position"_s, u"-"_s}));
 		const QStringList names{u"layout"_s, u"style"_s, u"font"_s, u"pos"_s, u"preview"_s};
-		for (int row = 0; row < names.size(); ++row)
+		for (int row = 0; row < names.size(); ++row) {
 			QCOMPARE(rowWidget(form, row)->objectName(), names.at(row));
+		}
 		const auto *preview = child<QLabel>(u"preview"_s);
 		QCOMPARE(preview->text(), QString());
 		QCOMPARE(preview->alignment(), Qt::AlignCenter);
@@ -308,8 +310,9 @@ private Q_SLOTS:
 		QList<QWidget *> expected{child<QPushButton>(u"clipBtn"_s), child<QPushButton>(u"updateBtn"_s),
 					  button(u"Connect account"_s)};
 		for (const char *name :
-		     {"seconds", "styleSectionToggle", "layout", "style", "font", "pos", "hotkeySectionToggle"})
+		     {"seconds", "styleSectionToggle", "layout", "style", "font", "pos", "hotkeySectionToggle"}) {
 			expected << body(name);
+		}
 		expected << button(u"Use Ctrl+Shift+C"_s) << button(u"Set hotkey"_s) << body("chatBoxToggle")
 			 << in<QCheckBox>("chatBox") << in<QLineEdit>("chatBox");
 		expected << body("chatBox")->findChildren<QSpinBox *>().at(0)
@@ -320,8 +323,9 @@ private Q_SLOTS:
 		QList<QWidget *> order;
 		QWidget *widget = expected.first();
 		do {
-			if (expected.contains(widget))
+			if (expected.contains(widget)) {
 				order << widget;
+			}
 			widget = widget->nextInFocusChain();
 		} while (widget != expected.first());
 		QCOMPARE(order, expected);
@@ -345,8 +349,9 @@ private Q_SLOTS:
 			bool operator==(const Timer &) const = default;
 		};
 		QList<Timer> timers;
-		for (const QTimer *timer : dock()->findChildren<QTimer *>(Qt::FindDirectChildrenOnly))
+		for (const QTimer *timer : dock()->findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
 			timers << Timer{timer->interval(), timer->isSingleShot(), timer->isActive()};
+		}
 
 		QCOMPARE(timers.size(), 5);
 		QVERIFY(timers.contains(Timer{2500, true, true}));

@@ -172,8 +172,9 @@ private Q_SLOTS:
 	void selectionsMadeByCodeAreNotSaved()
 	{
 		QVERIFY(load());
-		for (const char *box : {"seconds", "layout", "style", "font", "pos"})
+		for (const char *box : {"seconds", "layout", "style", "font", "pos"}) {
 			child<QComboBox>(QString::fromLatin1(box))->setCurrentIndex(2);
+		}
 		QVERIFY(!QFile::exists(preferencesPath()));
 	}
 
@@ -185,8 +186,9 @@ private Q_SLOTS:
 		const QJsonObject before = preferences();
 		choose(u"style"_s, u"clean"_s);
 		const QJsonObject after = preferences();
-		for (const char *key : {"hotkey", "hotkey_offered", "from a later version"})
+		for (const char *key : {"hotkey", "hotkey_offered", "from a later version"}) {
 			QCOMPARE(after[QString::fromLatin1(key)], before[QString::fromLatin1(key)]);
+		}
 		QCOMPARE(after[u"style"_s].toString(), u"clean"_s);
 		QCOMPARE(after[u"seconds"_s].toInt(), 120);
 		QCOMPARE(after.size(), 8);
@@ -203,8 +205,9 @@ private Q_SLOTS:
 	void otherKeysStayInAFileThatOnlyLibobsReads()
 	{
 		QFETCH(QByteArray, text);
-		if (const OBSDataAutoRelease readable = obs_data_create_from_json(text.constData()); !readable)
+		if (const OBSDataAutoRelease readable = obs_data_create_from_json(text.constData()); !readable) {
 			QSKIP("not read by this libobs either");
+		}
 		writePreferences(text);
 		QVERIFY(load());
 		choose(u"style"_s, u"meme"_s);

@@ -28,8 +28,9 @@ class RecentSectionTest : public DockTest {
 	QStringList shown() const
 	{
 		QStringList texts;
-		for (int row = 0; row < list()->count(); ++row)
+		for (int row = 0; row < list()->count(); ++row) {
 			texts << list()->item(row)->text();
+		}
 		return texts;
 	}
 

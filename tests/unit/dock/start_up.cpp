@@ -19,8 +19,9 @@ private Q_SLOTS:
 		while (firstSeen_ms.size() < commands.size() && clock.elapsed() < 20000) {
 			QTest::qWait(10);
 			for (const QString &command : commands) {
-				if (!firstSeen_ms.contains(command) && helper().count(command) > 0)
+				if (!firstSeen_ms.contains(command) && helper().count(command) > 0) {
 					firstSeen_ms[command] = clock.elapsed();
+				}
 			}
 		}
 
@@ -35,8 +36,9 @@ private Q_SLOTS:
 			 qPrintable(QString::number(firstSeen_ms[u"--preview"_s])));
 		QVERIFY2(between(u"--check-update"_s, 7600, 11500),
 			 qPrintable(QString::number(firstSeen_ms[u"--check-update"_s])));
-		for (const QString &command : commands)
+		for (const QString &command : commands) {
 			QCOMPARE(helper().count(command), 1);
+		}
 	}
 
 	void aDockThatGoesFirstAsksNothing()

@@ -65,8 +65,9 @@ std::optional<bool> diesAt(int stop, const std::function<void()> &work)
 	constexpr int untraceable = 77;
 	const pid_t child = fork();
 	if (child == 0) {
-		if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+		if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
 			_exit(untraceable);
+		}
 		std::raise(SIGSTOP);
 		work();
 		_exit(0);
@@ -83,8 +84,9 @@ std::optional<bool> diesAt(int stop, const std::function<void()> &work)
 		waitpid(child, &status, 0);
 		return true;
 	}
-	if (WIFEXITED(status) && WEXITSTATUS(status) == untraceable)
+	if (WIFEXITED(status) && WEXITSTATUS(status) == untraceable) {
 		return std::nullopt;
+	}
 	return false;
 }
 } // namespace
@@ -153,8 +155,9 @@ private Q_SLOTS:
 		{
 			const FullDisk full(static_cast<rlim_t>(room_bytes));
 			// A user tries again.
-			for (const QString &style : {u"neon"_s, u"clean"_s, u"neon"_s})
+			for (const QString &style : {u"neon"_s, u"clean"_s, u"neon"_s}) {
 				choose(u"style"_s, style);
+			}
 		}
 		QCOMPARE(readable(), oldFile);
 		dockSavesAgain();
@@ -171,8 +174,9 @@ private Q_SLOTS:
 	{
 		QFETCH(QString, suffix);
 		QVERIFY(loadWithOldFile());
-		if (suffix.isEmpty())
+		if (suffix.isEmpty()) {
 			QVERIFY(QFile::rename(filePath(), filePath(u".bak"_s)));
+		}
 		QVERIFY(QDir().mkpath(filePath(suffix) + u"/full"_s));
 		choose(u"style"_s, u"neon"_s);
 		QCOMPARE(child<QComboBox>(u"style"_s)->currentData().toString(), u"neon"_s);
@@ -194,8 +198,9 @@ private Q_SLOTS:
 			QFile::remove(filePath(u".tmp"_s));
 			writePreferences(QJsonDocument(oldFile).toJson());
 			const std::optional<bool> answer = diesAt(stop, [this] { choose(u"style"_s, u"neon"_s); });
-			if (!answer)
+			if (!answer) {
 				QSKIP("this machine lets no test watch the system calls of a process");
+			}
 			died = *answer;
 			stops = stop;
 

@@ -15,8 +15,9 @@ QByteArray eventsOf(const QByteArrayList &pieces)
 	QByteArray result;
 	for (const QByteArray &piece : pieces) {
 		stream.append(piece);
-		while (const std::optional<QJsonObject> event = stream.next())
+		while (const std::optional<QJsonObject> event = stream.next()) {
 			result += QJsonDocument(*event).toJson(QJsonDocument::Compact);
+		}
 		result += '|';
 	}
 	return result;
@@ -69,12 +70,14 @@ private Q_SLOTS:
 	{
 		const QByteArray output = "{\"a\":1}\r\nnoise\n{\"b\":\"\xc3\xa4\"}\n{\"c\":3}\n{\"unfinished\"";
 		const QByteArray whole = eventsOf({output}).replace('|', "");
-		for (qsizetype cut = 0; cut <= output.size(); ++cut)
+		for (qsizetype cut = 0; cut <= output.size(); ++cut) {
 			QCOMPARE(eventsOf({output.first(cut), output.sliced(cut)}).replace('|', ""), whole);
+		}
 
 		QByteArrayList bytes;
-		for (const char byte : output)
+		for (const char byte : output) {
 			bytes << QByteArray(1, byte);
+		}
 		QCOMPARE(eventsOf(bytes).replace('|', ""), whole);
 	}
 

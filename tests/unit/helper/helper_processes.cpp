@@ -20,8 +20,9 @@ class HelperProcessesTest : public DockTest {
 	static QList<QUrl> urls(const QStringList &names)
 	{
 		QList<QUrl> list;
-		for (const QString &name : names)
+		for (const QString &name : names) {
 			list << QUrl(u"https://code/"_s + name);
+		}
 		return list;
 	}
 

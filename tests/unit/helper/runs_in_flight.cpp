@@ -38,14 +38,16 @@ private Q_SLOTS:
 		invoke("connectAccount");
 		// Without the event loop nothing of the run is read before the dock goes.
 		QVERIFY(dock()->findChild<QProcess *>()->waitForStarted());
-		while (helper().count(link) == 0)
+		while (helper().count(link) == 0) {
 			QTest::qSleep(5);
+		}
 		QTest::qSleep(100);
 
-		if (withItsWindow)
+		if (withItsWindow) {
 			destroyMainWindow();
-		else
+		} else {
 			delete dock();
+		}
 		QTest::qWait(100);
 
 		QVERIFY(openedUrls().isEmpty());
@@ -70,19 +72,23 @@ private Q_SLOTS:
 	void severalEndTogether()
 	{
 		const QStringList commands{u"--link"_s, u"--status"_s, u"--recent"_s, u"--preview"_s};
-		for (const QString &command : commands)
+		for (const QString &command : commands) {
 			helper().on(command, HelperScript().hang());
+		}
 		QVERIFY(load());
-		for (const char *slot : {"connectAccount", "refreshStatus", "refreshRecent", "refreshPreview"})
+		for (const char *slot : {"connectAccount", "refreshStatus", "refreshRecent", "refreshPreview"}) {
 			invoke(slot);
-		for (const QString &command : commands)
+		}
+		for (const QString &command : commands) {
 			QTRY_VERIFY(helper().count(command) > 0);
+		}
 		const qsizetype runs = helper().runs().size();
 		destroyMainWindow();
 		QTest::qWait(100);
 		QCOMPARE(helper().runs().size(), runs);
-		for (const QString &command : commands)
+		for (const QString &command : commands) {
 			QVERIFY(!isAlive(helper().processIds(command).front()));
+		}
 	}
 
 	void aRunThatNeverStartedIsNoTrouble()

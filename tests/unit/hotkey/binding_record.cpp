@@ -53,8 +53,9 @@ private Q_SLOTS:
 		const OBSDataArrayAutoRelease bindings = hotkeyComboToData({modifiers, key});
 		QCOMPARE(obs_data_array_count(bindings), 1U);
 		const OBSDataAutoRelease record = obs_data_array_item(bindings, 0);
-		for (const char *member : {"shift", "control", "alt", "command", "key"})
+		for (const char *member : {"shift", "control", "alt", "command", "key"}) {
 			QVERIFY(obs_data_has_user_value(record, member));
+		}
 		QCOMPARE(obs_data_get_bool(record, "shift"), (modifiers & shiftKey) != 0);
 		QCOMPARE(obs_data_get_bool(record, "control"), (modifiers & controlKey) != 0);
 		QCOMPARE(obs_data_get_bool(record, "alt"), (modifiers & altKey) != 0);

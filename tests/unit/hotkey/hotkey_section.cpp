@@ -30,9 +30,10 @@ class HotkeySectionTest : public DockTest {
 	{
 		cleanup();
 		DockTest::init();
-		for (const QByteArray &description : descriptions)
+		for (const QByteArray &description : descriptions) {
 			addForeignHotkey(QByteArray("test." + description).constData(), description.constData(),
 					 {INTERACT_CONTROL_KEY | INTERACT_SHIFT_KEY, OBS_KEY_C});
+		}
 		QVERIFY(load());
 		setButton_ = button(u"Set hotkey"_s);
 	}

@@ -36,12 +36,15 @@ private Q_SLOTS:
 		const auto row = [](int qtKey, const QByteArray &name) {
 			QTest::newRow(name.constData()) << qtKey << name;
 		};
-		for (char letter = 'A'; letter <= 'Z'; ++letter)
+		for (char letter = 'A'; letter <= 'Z'; ++letter) {
 			row(letter, QByteArray("OBS_KEY_") + letter);
-		for (char digit = '0'; digit <= '9'; ++digit)
+		}
+		for (char digit = '0'; digit <= '9'; ++digit) {
 			row(digit, QByteArray("OBS_KEY_") + digit);
-		for (int number = 1; number <= 24; ++number)
+		}
+		for (int number = 1; number <= 24; ++number) {
 			row(Qt::Key_F1 + number - 1, "OBS_KEY_F" + QByteArray::number(number));
+		}
 		row(Qt::Key_Space, "OBS_KEY_SPACE");
 		row(Qt::Key_Insert, "OBS_KEY_INSERT");
 		row(Qt::Key_Pause, "OBS_KEY_PAUSE");
@@ -79,8 +82,9 @@ private Q_SLOTS:
 		      Qt::Key_F25,         Qt::Key_F35,    Qt::Key_Escape,  Qt::Key_Return, Qt::Key_Tab,
 		      Qt::Key_Plus,        Qt::Key_Comma,  Qt::Key_Slash,   Qt::Key_Colon,  Qt::Key_At,
 		      Qt::Key_BracketLeft, Qt::Key_Shift,  Qt::Key_Control, Qt::Key_Alt,    Qt::Key_Meta,
-		      Qt::Key_Exclam,      Qt::Key_unknown})
+		      Qt::Key_Exclam,      Qt::Key_unknown}) {
 			QTest::addRow("%s", QMetaEnum::fromType<Qt::Key>().valueToKey(key)) << int{key};
+		}
 		QTest::newRow("a lower-case letter's code") << int{'a'};
 		QTest::newRow("no key") << 0;
 	}

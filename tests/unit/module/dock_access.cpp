@@ -33,8 +33,9 @@ public:
 	~Hammer()
 	{
 		stopped_ = true;
-		for (std::thread &thread : threads_)
+		for (std::thread &thread : threads_) {
 			thread.join();
+		}
 	}
 	Q_DISABLE_COPY_MOVE(Hammer)
 
@@ -76,8 +77,9 @@ class DockAccessTest : public DockTest {
 	{
 		choose(u"style"_s, u"meme"_s);
 		choose(u"seconds"_s, 90);
-		for (const char *slot : {"startHotkeyCapture", "refreshHotkeyUi", "refreshRecent", "refreshPreview"})
+		for (const char *slot : {"startHotkeyCapture", "refreshHotkeyUi", "refreshRecent", "refreshPreview"}) {
 			QVERIFY(invoke(slot));
+		}
 		bindHotkey(findHotkey("kestrune.clip_that")->id,
 			   {{INTERACT_CONTROL_KEY, OBS_KEY_C}, {INTERACT_ALT_KEY, OBS_KEY_F9}});
 		const OBSDataAutoRelease saveData = obs_data_create();
@@ -108,13 +110,15 @@ private Q_SLOTS:
 
 		Hammer hammer;
 		startHammering(hammer, websocket);
-		for (int round = 0; round < 5; ++round)
+		for (int round = 0; round < 5; ++round) {
 			useTheDock();
+		}
 		QTRY_VERIFY_WITH_TIMEOUT(frontend().saveRequests > 0, 10000);
 		QVERIFY(hammer.taken() > 0);
 
-		if (dockGoesFirst)
+		if (dockGoesFirst) {
 			destroyMainWindow();
+		}
 		entryPoint<void()>("obs_module_unload")();
 		const int refusedBefore = hammer.refused();
 		QTRY_VERIFY_WITH_TIMEOUT(hammer.refused() > refusedBefore, 10000);

@@ -19,8 +19,9 @@ class FrontendEventsTest : public DockTest {
 					   event == OBS_FRONTEND_EVENT_REPLAY_BUFFER_STARTED ||
 					   event == OBS_FRONTEND_EVENT_REPLAY_BUFFER_STOPPED ||
 					   event == OBS_FRONTEND_EVENT_FINISHED_LOADING;
-			if (withKnown || !known)
+			if (withKnown || !known) {
 				frontend().emitEvent(static_cast<obs_frontend_event>(event));
+			}
 		}
 	}
 
@@ -84,10 +85,11 @@ private Q_SLOTS:
 		QVERIFY(loadReady());
 		frontend().lastReplay = "/replay.mkv";
 		invoke("clipThat");
-		if (withItsWindow)
+		if (withItsWindow) {
 			destroyMainWindow();
-		else
+		} else {
 			delete dock();
+		}
 		QVERIFY(!dock());
 
 		const qsizetype runs = helper().runs().size();

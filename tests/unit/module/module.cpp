@@ -34,8 +34,9 @@ private Q_SLOTS:
 		for (const char *name :
 		     {"obs_module_set_pointer", "obs_current_module", "obs_module_ver", "obs_module_set_locale",
 		      "obs_module_free_locale", "obs_module_get_string", "obs_module_name", "obs_module_description",
-		      "obs_module_load", "obs_module_post_load", "obs_module_unload"})
+		      "obs_module_load", "obs_module_post_load", "obs_module_unload"}) {
 			QTest::newRow(name) << QByteArray(name);
+		}
 	}
 	void exportsWhatObsLooksUp()
 	{
@@ -191,15 +192,17 @@ private Q_SLOTS:
 			const QMetaObject *meta = dock->metaObject();
 			for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
 				const QMetaMethod method = meta->method(index);
-				if (method.methodType() != QMetaMethod::Slot)
+				if (method.methodType() != QMetaMethod::Slot) {
 					continue;
+				}
 				++called;
-				if (method.parameterCount() == 0)
+				if (method.parameterCount() == 0) {
 					QVERIFY(method.invoke(dock, Qt::DirectConnection));
-				else if (method.parameterType(0) == QMetaType::Int)
+				} else if (method.parameterType(0) == QMetaType::Int) {
 					QVERIFY(method.invoke(dock, Qt::DirectConnection, Q_ARG(int, 0)));
-				else
+				} else {
 					QVERIFY(method.invoke(dock, Qt::DirectConnection, Q_ARG(QString, u"x"_s)));
+				}
 			}
 		};
 		QVERIFY(load());
@@ -243,8 +246,9 @@ private Q_SLOTS:
 		entryPoint<void()>("obs_module_unload")();
 		for (const obs_frontend_event event :
 		     {OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED, OBS_FRONTEND_EVENT_REPLAY_BUFFER_STOPPED,
-		      OBS_FRONTEND_EVENT_REPLAY_BUFFER_STARTED})
+		      OBS_FRONTEND_EVENT_REPLAY_BUFFER_STARTED}) {
 			eventCallback.first(event, eventCallback.second);
+		}
 
 		QCOMPARE(status()->text(), text);
 		QCOMPARE(frontend().lastReplayQueries, 0);

@@ -25,8 +25,9 @@ class ElevatedInstallerTest : public UpdateTest {
 	{
 		const QString path = scratchPath(name);
 		QDir().mkpath(QFileInfo(path).absolutePath());
-		if (!QFile::copy(QStringLiteral(STAND_IN_INSTALLER), path))
+		if (!QFile::copy(QStringLiteral(STAND_IN_INSTALLER), path)) {
 			qFatal("cannot write %s", qUtf8Printable(path));
+		}
 		write(path + u".code"_s, QByteArray::number(code));
 		return path;
 	}
@@ -35,8 +36,9 @@ class ElevatedInstallerTest : public UpdateTest {
 	QStringList call(const QString &installerPath) const
 	{
 		QFile file(installerPath + u".called"_s);
-		if (!file.open(QIODevice::ReadOnly))
+		if (!file.open(QIODevice::ReadOnly)) {
 			return {};
+		}
 		const QByteArray bytes = file.readAll();
 		return QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData()), bytes.size() / 2)
 			.split(u'\n');

@@ -54,8 +54,9 @@ private Q_SLOTS:
 	{
 		const quintptr before = nextHandle();
 		std::vector<HANDLE> open(200);
-		for (HANDLE &handle : open)
+		for (HANDLE &handle : open) {
 			handle = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+		}
 		QVERIFY(nextHandle() >= before + 4 * 150);
 		std::ranges::for_each(open, CloseHandle);
 	}
@@ -64,8 +65,9 @@ private Q_SLOTS:
 	{
 		runOnce(); // what the first start loads, stays
 		const quintptr before = nextHandle();
-		for (int run = 0; run < 200; ++run)
+		for (int run = 0; run < 200; ++run) {
 			runOnce();
+		}
 		QVERIFY2(nextHandle() < before + 4 * 50, qPrintable(QString::number(nextHandle() - before)));
 	}
 

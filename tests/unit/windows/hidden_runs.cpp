@@ -13,13 +13,15 @@ class HiddenRunsTest : public DockTest {
 	/// The path that the helper got for the saved replay.
 	QString pathArrivingFor(const QString &replay)
 	{
-		if (!loadReady())
+		if (!loadReady()) {
 			return u"not ready"_s;
+		}
 		frontend().lastReplay = replay.toUtf8();
 		invoke("clipThat");
 		frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
-		if (!QTest::qWaitFor([this] { return helper().count(u"--process"_s) == 1; }, 30000))
+		if (!QTest::qWaitFor([this] { return helper().count(u"--process"_s) == 1; }, 30000)) {
 			return u"no run"_s;
+		}
 		return helper().runs(u"--process"_s).front().value(1);
 	}
 
