@@ -8,6 +8,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void describe(QCommandLineParser &parser)
@@ -41,14 +43,14 @@ int dispatch(const QStringList &arguments)
 		if (unknown.isEmpty()) {
 			throw Failure(parser.errorText());
 		}
-		const QString dashes = unknown.first().size() == 1 ? QStringLiteral("-") : QStringLiteral("--");
-		throw Failure(QStringLiteral("The sample helper doesn't know %1%2 yet.").arg(dashes, unknown.first()));
+		const QString dashes = unknown.first().size() == 1 ? u"-"_s : u"--"_s;
+		throw Failure(u"The sample helper doesn't know %1%2 yet."_s.arg(dashes, unknown.first()));
 	}
-	if (parser.isSet(QStringLiteral("help"))) {
+	if (parser.isSet(u"help"_s)) {
 		return print(helpText());
 	}
-	if (parser.isSet(QStringLiteral("version"))) {
-		return print(QStringLiteral("sample-helper %1\n").arg(QCoreApplication::applicationVersion()));
+	if (parser.isSet(u"version"_s)) {
+		return print(u"sample-helper %1\n"_s.arg(QCoreApplication::applicationVersion()));
 	}
 	const Command *wanted = nullptr;
 	for (const Command &command : commands()) {
@@ -56,17 +58,16 @@ int dispatch(const QStringList &arguments)
 			continue;
 		}
 		if (wanted != nullptr) {
-			throw Failure(QStringLiteral("The sample helper takes one command at a time."));
+			throw Failure(u"The sample helper takes one command at a time."_s);
 		}
 		wanted = &command;
 	}
 	if (wanted == nullptr) {
-		throw Failure(QStringLiteral("Nothing to do. Try sample-helper --help."));
+		throw Failure(u"Nothing to do. Try sample-helper --help."_s);
 	}
 	const QStringList words = parser.positionalArguments();
 	if (!words.isEmpty() && QLatin1String(wanted->words).isEmpty()) {
-		throw Failure(
-			QStringLiteral("The sample helper doesn't know what to do with \"%1\".").arg(words.first()));
+		throw Failure(u"The sample helper doesn't know what to do with \"%1\"."_s.arg(words.first()));
 	}
 	return wanted->run(parser);
 }
@@ -76,16 +77,16 @@ int dispatch(const QStringList &arguments)
 int main(int argc, char *argv[])
 {
 	const QCoreApplication application(argc, argv);
-	QCoreApplication::setApplicationName(QStringLiteral("sample-helper"));
-	QCoreApplication::setApplicationVersion(QStringLiteral(SAMPLE_HELPER_VERSION));
+	QCoreApplication::setApplicationName(u"sample-helper"_s);
+	QCoreApplication::setApplicationVersion(u"" SAMPLE_HELPER_VERSION ""_s);
 	startLog();
 	try {
 		return dispatch(QCoreApplication::arguments());
 	} catch (const Failure &failure) {
 		qWarning("%s", failure.what());
 		QJsonObject members = failure.members();
-		members[QStringLiteral("error")] = failure.text();
-		sendEvent(QStringLiteral("error"), members);
+		members[u"error"_s] = failure.text();
+		sendEvent(u"error"_s, members);
 		return 1;
 	}
 }

@@ -18,24 +18,23 @@ QString chatStateText(const QJsonObject &chat)
 		return shownText(error).toHtmlEscaped();
 	}
 	if (!chat[u"enabled"].toBool()) {
-		return QStringLiteral("Off.");
+		return u"Off."_s;
 	}
 	if (!chat[u"granted"].toBool()) {
-		return QStringLiteral("One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
-				      "It switches on by itself afterwards.")
-			.arg(shownText(chat[u"consent_url"].toString()).toHtmlEscaped());
+		return u"One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
+		       "It switches on by itself afterwards."_s.arg(
+			       shownText(chat[u"consent_url"].toString()).toHtmlEscaped());
 	}
-	return QStringLiteral("On: mods can type <b>%1</b> (%2 used this stream).")
-		.arg(shownText(chat[u"command"].toString()).toHtmlEscaped(),
-		     QString::number(chat[u"stream_count"].toInt()));
+	return u"On: mods can type <b>%1</b> (%2 used this stream)."_s.arg(
+		shownText(chat[u"command"].toString()).toHtmlEscaped(), QString::number(chat[u"stream_count"].toInt()));
 }
 
 QString chatSettingsJson(bool enabled, const QString &command, int cooldown_s, int perStreamCap)
 {
-	const QJsonObject settings{{QStringLiteral("enabled"), enabled},
-				   {QStringLiteral("command"), command.trimmed()},
-				   {QStringLiteral("cooldown_s"), cooldown_s},
-				   {QStringLiteral("per_stream_cap"), perStreamCap}};
+	const QJsonObject settings{{u"enabled"_s, enabled},
+				   {u"command"_s, command.trimmed()},
+				   {u"cooldown_s"_s, cooldown_s},
+				   {u"per_stream_cap"_s, perStreamCap}};
 	return QString::fromUtf8(QJsonDocument(settings).toJson(QJsonDocument::Compact));
 }
 

@@ -6,6 +6,8 @@
 #include <obs-module.h>
 #include <util/util.hpp>
 
+using namespace Qt::StringLiterals;
+
 QString locateHelper()
 {
 	QString override = qEnvironmentVariable("KESTRUNE_HELPER");
@@ -21,5 +23,5 @@ QString locateHelper()
 		}
 	}
 
-	return QDir(qEnvironmentVariable("LOCALAPPDATA")).filePath(QStringLiteral("Programs/Kestrune/Kestrune.exe"));
+	return QDir(qEnvironmentVariable("LOCALAPPDATA")).filePath(u"Programs/Kestrune/Kestrune.exe"_s);
 }

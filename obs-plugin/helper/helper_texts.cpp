@@ -1,26 +1,26 @@
 #include "helper/helper_texts.hpp"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 QString addonsPage()
 {
-	return QStringLiteral(KESTRUNE_WEBSITE "/addons");
+	return u"" KESTRUNE_WEBSITE "/addons"_s;
 }
 } // namespace
 
 QString helperMissingText()
 {
-	return QStringLiteral("Kestrune helper missing. Reinstall from ") + addonsPage();
+	return u"Kestrune helper missing. Reinstall from "_s + addonsPage();
 }
 
 QString helperStartFailedText()
 {
-	return QStringLiteral("Couldn't start the Kestrune helper (blocked by antivirus?). Reinstall from ") +
-	       addonsPage();
+	return u"Couldn't start the Kestrune helper (blocked by antivirus?). Reinstall from "_s + addonsPage();
 }
 
 QString helperStoppedText(int exitCode)
 {
-	return QStringLiteral("The Kestrune helper stopped unexpectedly (code %1). "
-			      "Details: %APPDATA%\\Kestrune\\logs\\helper.log")
-		.arg(exitCode);
+	return u"The Kestrune helper stopped unexpectedly (code %1). "
+	       "Details: %APPDATA%\\Kestrune\\logs\\helper.log"_s.arg(exitCode);
 }

@@ -3,6 +3,8 @@
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/combination_text.hpp"
 
+using namespace Qt::StringLiterals;
+
 QString hotkeyComboText(const obs_key_combination &combination)
 {
 	QStringList parts;
@@ -11,10 +13,10 @@ QString hotkeyComboText(const obs_key_combination &combination)
 			parts << name;
 		}
 	};
-	addModifier(INTERACT_CONTROL_KEY, QStringLiteral("Ctrl"));
-	addModifier(INTERACT_ALT_KEY, QStringLiteral("Alt"));
-	addModifier(INTERACT_SHIFT_KEY, QStringLiteral("Shift"));
-	addModifier(INTERACT_COMMAND_KEY, QStringLiteral("Win"));
+	addModifier(INTERACT_CONTROL_KEY, u"Ctrl"_s);
+	addModifier(INTERACT_ALT_KEY, u"Alt"_s);
+	addModifier(INTERACT_SHIFT_KEY, u"Shift"_s);
+	addModifier(INTERACT_COMMAND_KEY, u"Win"_s);
 
 	if (combination.key != OBS_KEY_NONE) {
 		QString name = QString::fromUtf8(obs_key_to_name(combination.key));

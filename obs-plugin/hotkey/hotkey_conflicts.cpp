@@ -3,6 +3,8 @@
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/hotkey_conflicts.hpp"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 struct ConflictSearch {
 	obs_key_combination combination{};
@@ -19,8 +21,7 @@ bool addIfConflicting(void *data, size_t, obs_hotkey_binding_t *binding)
 	}
 
 	const obs_hotkey_t *hotkey = obs_hotkey_binding_get_hotkey(binding);
-	search->found << (hotkey ? QString::fromUtf8(obs_hotkey_get_description(hotkey))
-				 : QStringLiteral("another OBS hotkey"));
+	search->found << (hotkey ? QString::fromUtf8(obs_hotkey_get_description(hotkey)) : u"another OBS hotkey"_s);
 	return true;
 }
 } // namespace

@@ -5,23 +5,21 @@ using namespace Qt::StringLiterals;
 QString hotkeySetText(const QString &combinationText, const QStringList &conflicts)
 {
 	if (conflicts.isEmpty()) {
-		return QStringLiteral("Hotkey set: ") + combinationText +
-		       QStringLiteral(" (also in Settings → Hotkeys).");
+		return u"Hotkey set: "_s + combinationText + u" (also in Settings → Hotkeys)."_s;
 	}
-	return QStringLiteral("Hotkey set: %1, but it is also used by \"%2\"; both will fire. "
-			      "Pick another with Set hotkey.")
-		.arg(combinationText, conflicts.join(QStringLiteral("\", \"")));
+	return u"Hotkey set: %1, but it is also used by \"%2\"; both will fire. "
+	       "Pick another with Set hotkey."_s.arg(combinationText, conflicts.join(u"\", \""_s));
 }
 
 QString defaultHotkeyText(const QStringList &conflicts)
 {
-	return conflicts.isEmpty() ? QStringLiteral("Use Ctrl+Shift+C") : QStringLiteral("Use Ctrl+Shift+C (in use!)");
+	return conflicts.isEmpty() ? u"Use Ctrl+Shift+C"_s : u"Use Ctrl+Shift+C (in use!)"_s;
 }
 
 QString defaultHotkeyToolTip(const QStringList &conflicts)
 {
 	if (conflicts.isEmpty()) {
-		return QStringLiteral("Suggested default");
+		return u"Suggested default"_s;
 	}
-	return QStringLiteral("Warning: Ctrl+Shift+C is already used by ") + conflicts.join(u", ");
+	return u"Warning: Ctrl+Shift+C is already used by "_s + conflicts.join(u", ");
 }

@@ -4,10 +4,12 @@
 
 #include <obs.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 obs_key_t namedKey(const QString &name)
 {
-	return obs_key_from_name(QStringLiteral("OBS_KEY_%1").arg(name).toUtf8().constData());
+	return obs_key_from_name(u"OBS_KEY_%1"_s.arg(name).toUtf8().constData());
 }
 } // namespace
 
@@ -23,7 +25,7 @@ obs_key_t obsKeyFromQtKey(int qtKey)
 		return namedKey(QChar(qtKey));
 	}
 	if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24) {
-		return namedKey(QStringLiteral("F%1").arg(qtKey - Qt::Key_F1 + 1));
+		return namedKey(u"F%1"_s.arg(qtKey - Qt::Key_F1 + 1));
 	}
 
 	switch (qtKey) {

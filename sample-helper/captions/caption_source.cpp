@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The subtitles of a long film take a tenth of that.
@@ -33,23 +35,23 @@ QList<Cue> readSidecar(const QString &path)
 	const QString name = QFileInfo(path).fileName();
 	QFile file(path);
 	if (!file.open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("%1 can't be read.").arg(name));
+		throw Failure(u"%1 can't be read."_s.arg(name));
 	}
 	if (file.size() > largestSidecarBytes) {
-		throw Failure(QStringLiteral("%1 is too large.").arg(name));
+		throw Failure(u"%1 is too large."_s.arg(name));
 	}
 	const QByteArray content = file.read(largestSidecarBytes);
 	const QList<Cue> cues = isText(content) ? parseSubtitles(content) : QList<Cue>();
 	if (cues.isEmpty()) {
-		throw Failure(QStringLiteral("%1 holds no subtitles.").arg(name));
+		throw Failure(u"%1 holds no subtitles."_s.arg(name));
 	}
 	return cues;
 }
 
 QList<Cue> momentOf(const Excerpt &excerpt)
 {
-	const QString moment = QFileInfo(excerpt.replay).lastModified().toString(QStringLiteral("HH:mm"));
-	return {{0, qRound64(excerpt.length_s * 1000), QStringLiteral("Clipped at %1").arg(moment)}};
+	const QString moment = QFileInfo(excerpt.replay).lastModified().toString(u"HH:mm"_s);
+	return {{0, qRound64(excerpt.length_s * 1000), u"Clipped at %1"_s.arg(moment)}};
 }
 
 } // namespace
@@ -64,7 +66,7 @@ QList<Cue> captionsOf(const Excerpt &excerpt, const QString &folder, QStringList
 		}
 		return transcription::isWanted() ? transcription::transcribe(excerpt, folder) : momentOf(excerpt);
 	} catch (const Failure &failure) {
-		notes += QStringLiteral("without captions, %1").arg(failure.clause());
+		notes += u"without captions, %1"_s.arg(failure.clause());
 		return {};
 	}
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace captiontext {
 namespace {
 
@@ -27,17 +29,14 @@ int widthOf(char32_t letter)
 
 QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events)
 {
-	QString text =
-		QStringLiteral("[Script Info]\nScriptType: v4.00+\nPlayResX: %1\nPlayResY: %2\nWrapStyle: 0\n"
-			       "ScaledBorderAndShadow: yes\n\n[V4+ Styles]\n"
-			       "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
-			       "BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
-			       "BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\n")
-			.arg(width_px)
-			.arg(height_px);
+	QString text = u"[Script Info]\nScriptType: v4.00+\nPlayResX: %1\nPlayResY: %2\nWrapStyle: 0\n"
+		       "ScaledBorderAndShadow: yes\n\n[V4+ Styles]\n"
+		       "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
+		       "BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
+		       "BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\n"_s.arg(width_px)
+			       .arg(height_px);
 	text += styleLines;
-	text += QStringLiteral(
-		"\n[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\n");
+	text += u"\n[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\n"_s;
 	text += events;
 	return text.toUtf8();
 }
@@ -45,8 +44,7 @@ QByteArray makeScript(int width_px, int height_px, const QString &styleLines, co
 QString formatTime(qint64 time_ms)
 {
 	const qint64 hundredths = time_ms / 10;
-	return QStringLiteral("%1:%2:%3.%4")
-		.arg(hundredths / 360000)
+	return u"%1:%2:%3.%4"_s.arg(hundredths / 360000)
 		.arg(hundredths / 6000 % 60, 2, 10, QLatin1Char('0'))
 		.arg(hundredths / 100 % 60, 2, 10, QLatin1Char('0'))
 		.arg(hundredths % 100, 2, 10, QLatin1Char('0'));
@@ -67,7 +65,7 @@ QString breakLines(const QString &text)
 		}
 		wholeWidth += width;
 		if (wholeWidth > greatestWidth || lines > mostLines) {
-			return result + QStringLiteral("…");
+			return result + u"…"_s;
 		}
 		if (letter == U' ' || letter == U'\n') {
 			wordWidth = 0;
@@ -106,7 +104,7 @@ QString escape(const QString &text)
 			result += QLatin1String("\\N");
 		} else if (letter == QLatin1Char('\\')) {
 			// The invisible word joiner behind it keeps the backslash from being the start of a command.
-			result += QStringLiteral("\\\u2060");
+			result += u"\\\u2060"_s;
 		} else if (letter == QLatin1Char('{') || letter == QLatin1Char('}')) {
 			result += QLatin1Char('\\') + letter;
 		} else {

@@ -6,6 +6,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// How letters are painted, in the words of the script format: colours are &H, alpha (00 is opaque), blue, green, red.
@@ -91,8 +93,7 @@ QString styleLine(const Style &style, std::size_t layer, const Font &font)
 {
 	const Layer &paint = style.layers[layer];
 	// A font family that is not installed is replaced by the nearest one that is. The 5 is "centred on its place".
-	return QStringLiteral("Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n")
-		.arg(layer)
+	return u"Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n"_s.arg(layer)
 		.arg(QLatin1String(font.family))
 		.arg(style.fontSize_px)
 		.arg(QLatin1String(paint.letters), QLatin1String(paint.outline), QLatin1String(paint.shadow))
@@ -108,8 +109,7 @@ QString cueLines(const Style &style, const Cue &cue, int y)
 	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::fontScale(text));
 	QString lines{};
 	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
-		lines += QStringLiteral("Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7")
-				 .arg(layer)
+		lines += u"Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7"_s.arg(layer)
 				 .arg(captiontext::formatTime(cue.start_ms), captiontext::formatTime(cue.end_ms))
 				 .arg(shortWidth_px / 2)
 				 .arg(y)
@@ -135,7 +135,7 @@ QStringList fontKeys()
 
 QStringList positionKeys()
 {
-	return {QStringLiteral("auto"), QStringLiteral("top"), QStringLiteral("middle"), QStringLiteral("bottom")};
+	return {u"auto"_s, u"top"_s, u"middle"_s, u"bottom"_s};
 }
 
 bool hasCaptions(const Look &look)

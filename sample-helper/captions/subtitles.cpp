@@ -43,21 +43,21 @@ std::optional<qint64> timeOf(const QRegularExpressionMatch &match, int firstGrou
 QRegularExpressionMatch timing(const QString &line)
 {
 	static const QRegularExpression pattern(
-		QStringLiteral(R"(^\s*(?:([0-9]{1,3}):)?([0-9]{1,2}):([0-9]{1,2})[.,]([0-9]{1,3})\s*-->)"
-			       R"(\s*(?:([0-9]{1,3}):)?([0-9]{1,2}):([0-9]{1,2})[.,]([0-9]{1,3})(?:\s|$))"));
+		uR"(^\s*(?:([0-9]{1,3}):)?([0-9]{1,2}):([0-9]{1,2})[.,]([0-9]{1,3})\s*-->)"
+		R"(\s*(?:([0-9]{1,3}):)?([0-9]{1,2}):([0-9]{1,2})[.,]([0-9]{1,3})(?:\s|$))"_s);
 	return pattern.match(line);
 }
 
 bool isNumber(const QString &line)
 {
-	static const QRegularExpression pattern(QStringLiteral(R"(^\s*[0-9]+\s*$)"));
+	static const QRegularExpression pattern(uR"(^\s*[0-9]+\s*$)"_s);
 	return pattern.match(line).hasMatch();
 }
 
 QString withoutMarkup(QString line)
 {
 	// <i>, <font color="red">, <v Ana>, <00:00:01.500> and {\an8}; "a < b" and "<3" stay.
-	static const QRegularExpression markup(QStringLiteral(R"(</?[A-Za-z][^<>]*>|<[0-9][0-9:.]*>|\{\\[^{}]*\})"));
+	static const QRegularExpression markup(uR"(</?[A-Za-z][^<>]*>|<[0-9][0-9:.]*>|\{\\[^{}]*\})"_s);
 	line.remove(markup);
 	static constexpr std::pair<const char *, const char16_t *> entities[]{
 		{"&lt;", u"<"}, {"&gt;", u">"}, {"&nbsp;", u" "}, {"&lrm;", u""}, {"&rlm;", u""}, {"&amp;", u"&"}};

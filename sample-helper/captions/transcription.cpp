@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace transcription {
 namespace {
 
@@ -19,18 +21,17 @@ namespace {
 void extractSound(const Excerpt &excerpt, const QString &folder)
 {
 	const QStringList arguments =
-		inputArguments(excerpt) +
-		QStringList{QStringLiteral("-map"),      QStringLiteral("0:%1").arg(excerpt.video.audioStream),
-			    QStringLiteral("-ac"),       QStringLiteral("1"),
-			    QStringLiteral("-ar"),       QStringLiteral("16000"),
-			    QStringLiteral("-c:a"),      QStringLiteral("pcm_s16le"),
-			    QStringLiteral("-f"),        QStringLiteral("wav"),
-			    QStringLiteral("speech.wav")};
+		inputArguments(excerpt) + QStringList{u"-map"_s,      u"0:%1"_s.arg(excerpt.video.audioStream),
+						      u"-ac"_s,       u"1"_s,
+						      u"-ar"_s,       u"16000"_s,
+						      u"-c:a"_s,      u"pcm_s16le"_s,
+						      u"-f"_s,        u"wav"_s,
+						      u"speech.wav"_s};
 	const QString problem = ffmpeg::tryToRun(arguments, folder);
 	if (!problem.isEmpty()) {
 		// What to do about it would be too much for a note.
 		qWarning("%s", qUtf8Printable(problem));
-		throw Failure(QStringLiteral("its sound couldn't be read."));
+		throw Failure(u"its sound couldn't be read."_s);
 	}
 }
 
@@ -38,10 +39,10 @@ QString requireModel()
 {
 	const QString model = environment::whisperModel();
 	if (model.isEmpty()) {
-		throw Failure(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set."));
+		throw Failure(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set."_s);
 	}
 	if (!QFileInfo(model).isFile()) {
-		throw Failure(QStringLiteral("the model %1 doesn't exist.").arg(QFileInfo(model).fileName()));
+		throw Failure(u"the model %1 doesn't exist."_s.arg(QFileInfo(model).fileName()));
 	}
 	return QFileInfo(model).absoluteFilePath();
 }
@@ -51,15 +52,15 @@ QString reason(const subprocess::Result &result)
 {
 	switch (result.outcome) {
 	case subprocess::Outcome::NotStarted:
-		return QStringLiteral("couldn't be started");
+		return u"couldn't be started"_s;
 	case subprocess::Outcome::Crashed:
-		return QStringLiteral("crashed");
+		return u"crashed"_s;
 	case subprocess::Outcome::TimedOut:
-		return QStringLiteral("took too long");
+		return u"took too long"_s;
 	case subprocess::Outcome::Finished:
 		break;
 	}
-	return QStringLiteral("failed");
+	return u"failed"_s;
 }
 
 } // namespace
@@ -72,11 +73,11 @@ bool isWanted()
 QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 {
 	const QString configured = environment::whisperProgram();
-	const QString wanted = configured.isEmpty() ? QStringLiteral("whisper-cli") : configured;
+	const QString wanted = configured.isEmpty() ? u"whisper-cli"_s : configured;
 	const QString name = QFileInfo(wanted).fileName();
 	const QString path = QStandardPaths::findExecutable(wanted);
 	if (path.isEmpty()) {
-		throw Failure(QStringLiteral("%1 isn't installed.").arg(name));
+		throw Failure(u"%1 isn't installed."_s.arg(name));
 	}
 	const QString model = requireModel();
 	if (excerpt.video.audioStream < 0) {
@@ -85,20 +86,19 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	extractSound(excerpt, folder);
 	// Any language; lines as short as captions need them, without words cut in two. The names of the files are
 	// relative, since a folder may have letters that the program can't open on Windows.
-	const subprocess::Result result = subprocess::run(
-		path,
-		{QStringLiteral("-m"), model, QStringLiteral("-f"), QStringLiteral("speech.wav"), QStringLiteral("-l"),
-		 QStringLiteral("auto"), QStringLiteral("-ml"), QStringLiteral("40"), QStringLiteral("-sow"),
-		 QStringLiteral("-np"), QStringLiteral("-osrt"), QStringLiteral("-of"), QStringLiteral("speech")},
-		folder, environment::whisperLimit_ms());
+	const subprocess::Result result =
+		subprocess::run(path,
+				{u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s, u"-ml"_s, u"40"_s,
+				 u"-sow"_s, u"-np"_s, u"-osrt"_s, u"-of"_s, u"speech"_s},
+				folder, environment::whisperLimit_ms());
 	// The program answers 0 after some failures; only what it wrote counts.
-	QFile file(QDir(folder).filePath(QStringLiteral("speech.srt")));
+	QFile file(QDir(folder).filePath(u"speech.srt"_s));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("%1 %2.").arg(name, reason(result)));
+		throw Failure(u"%1 %2."_s.arg(name, reason(result)));
 	}
 	QList<Cue> cues = parseSubtitles(file.readAll());
 	// What is no speech comes as "[BLANK_AUDIO]" or "(music)".
-	static const QRegularExpression noise(QStringLiteral(R"(^(\[[^\]\n]*\]|\([^)\n]*\))$)"));
+	static const QRegularExpression noise(uR"(^(\[[^\]\n]*\]|\([^)\n]*\))$)"_s);
 	cues.removeIf([](const Cue &cue) { return noise.match(cue.text).hasMatch(); });
 	return cuesWithin(cues, 0, qRound64(excerpt.length_s * 1000));
 }

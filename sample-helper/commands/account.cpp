@@ -11,6 +11,8 @@
 #include <QRandomGenerator>
 #include <QThread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QLatin1StringView accountFile("account.json");
@@ -26,13 +28,13 @@ void storeLink(const QString &value)
 /// Four letters, a dash and four digits. Letters that look like digits are left out: people read codes aloud.
 QString randomCode()
 {
-	const QString letters = QStringLiteral("ABCDEFGHJKLMNPQRSTUVWXYZ");
+	const QString letters = u"ABCDEFGHJKLMNPQRSTUVWXYZ"_s;
 	QRandomGenerator *random = QRandomGenerator::system();
 	QString code{};
 	for (int i = 0; i < 4; ++i) {
 		code += letters.at(random->bounded(static_cast<int>(letters.size())));
 	}
-	return code + QStringLiteral("-%1").arg(random->bounded(10000), 4, 10, QLatin1Char('0'));
+	return code + u"-%1"_s.arg(random->bounded(10000), 4, 10, QLatin1Char('0'));
 }
 
 } // namespace
@@ -50,36 +52,34 @@ int runStatus(const QCommandLineParser &)
 {
 	const Link link = currentLink();
 	const Look look = storedLook();
-	QJsonObject members{{QStringLiteral("linked"), link == Link::linked},
-			    {QStringLiteral("offline"), environment::isOffline()},
-			    {QStringLiteral("layout"), look.layout},
-			    {QStringLiteral("style"), look.style},
-			    {QStringLiteral("font"), look.font},
-			    {QStringLiteral("layouts"), QJsonArray::fromStringList(layoutKeys())},
-			    {QStringLiteral("styles"), QJsonArray::fromStringList(styleKeys())},
-			    {QStringLiteral("fonts"), QJsonArray::fromStringList(fontKeys())}};
+	QJsonObject members{{u"linked"_s, link == Link::linked},
+			    {u"offline"_s, environment::isOffline()},
+			    {u"layout"_s, look.layout},
+			    {u"style"_s, look.style},
+			    {u"font"_s, look.font},
+			    {u"layouts"_s, QJsonArray::fromStringList(layoutKeys())},
+			    {u"styles"_s, QJsonArray::fromStringList(styleKeys())},
+			    {u"fonts"_s, QJsonArray::fromStringList(fontKeys())}};
 	if (link == Link::linked) {
-		members[QStringLiteral("login")] = QStringLiteral("sample");
+		members[u"login"_s] = u"sample"_s;
 	} else if (link == Link::revoked) {
-		members[QStringLiteral("error")] = QStringLiteral("revoked");
+		members[u"error"_s] = u"revoked"_s;
 	}
-	sendEvent(QStringLiteral("status"), members);
+	sendEvent(u"status"_s, members);
 	return 0;
 }
 
 int runLink(const QCommandLineParser &)
 {
 	const QString code = randomCode();
-	const QString text = QStringLiteral("Code <b>%1</b>. There is nothing to click and no network is used: "
-					    "this device links itself in a moment. You can close this page.")
-				     .arg(code);
-	const QString address =
-		state::writePage(QStringLiteral("link.html"), QStringLiteral("Kestrune sample helper"), text);
-	sendEvent(QStringLiteral("code"), {{QStringLiteral("url"), address}, {QStringLiteral("code"), code}});
+	const QString text = u"Code <b>%1</b>. There is nothing to click and no network is used: "
+			     "this device links itself in a moment. You can close this page."_s.arg(code);
+	const QString address = state::writePage(u"link.html"_s, u"Kestrune sample helper"_s, text);
+	sendEvent(u"code"_s, {{u"url"_s, address}, {u"code"_s, code}});
 	QThread::msleep(static_cast<unsigned long>(environment::linkDelay_ms()));
 	storeLink(linkedValue);
 	qInfo("linked");
-	sendEvent(QStringLiteral("linked"));
+	sendEvent(u"linked"_s);
 	return 0;
 }
 

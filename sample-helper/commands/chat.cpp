@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QLatin1StringView chatFile("chat.json");
@@ -42,9 +44,8 @@ bool isOn(const QJsonObject &chat)
 
 void fillInDefaults(QJsonObject &chat)
 {
-	const QJsonObject defaults{{enabledKey, false}, {commandKey, QStringLiteral("!rune")},
-				   {cooldownKey, 30},   {capKey, 10},
-				   {grantedKey, false}, {countKey, 0}};
+	const QJsonObject defaults{{enabledKey, false}, {commandKey, u"!rune"_s}, {cooldownKey, 30},
+				   {capKey, 10},        {grantedKey, false},      {countKey, 0}};
 	for (auto member = defaults.begin(); member != defaults.end(); ++member) {
 		if (!chat.contains(member.key())) {
 			chat[member.key()] = member.value();
@@ -80,13 +81,12 @@ void sendChat(const QJsonObject &chat)
 		members[key] = chat.value(key);
 	}
 	if (chat.value(enabledKey).toBool() && !chat.value(grantedKey).toBool()) {
-		members[QStringLiteral("consent_url")] = state::writePage(
-			QStringLiteral("consent.html"), QStringLiteral("Kestrune sample helper"),
-			QStringLiteral(
-				"Reading the chat counts as allowed in a moment. There is nothing to click, and no "
-				"real chat is read: messages come from <b>sample-helper --say NAME</b>."));
+		members[u"consent_url"_s] = state::writePage(
+			u"consent.html"_s, u"Kestrune sample helper"_s,
+			u"Reading the chat counts as allowed in a moment. There is nothing to click, and no "
+			"real chat is read: messages come from <b>sample-helper --say NAME</b>."_s);
 	}
-	sendEvent(QStringLiteral("chat"), members);
+	sendEvent(u"chat"_s, members);
 }
 
 bool isWholeNumber(const QJsonValue &value, int least, int most)
@@ -99,25 +99,24 @@ bool isWholeNumber(const QJsonValue &value, int least, int most)
 QString complaintAbout(const QJsonDocument &document)
 {
 	if (!document.isObject()) {
-		return QStringLiteral("The chat settings aren't a JSON object.");
+		return u"The chat settings aren't a JSON object."_s;
 	}
 	const QJsonObject wanted = document.object();
 	if (wanted.contains(enabledKey) && !wanted.value(enabledKey).isBool()) {
-		return QStringLiteral("\"enabled\" must be true or false.");
+		return u"\"enabled\" must be true or false."_s;
 	}
 	if (wanted.contains(commandKey)) {
 		const QString command = wanted.value(commandKey).toString();
 		const bool hasBlank = std::any_of(command.begin(), command.end(), [](QChar c) { return c.isSpace(); });
 		if (command.size() < 2 || !command.startsWith(QLatin1Char('!')) || hasBlank) {
-			return QStringLiteral(
-				"The command must be one word that begins with \"!\", for example !rune.");
+			return u"The command must be one word that begins with \"!\", for example !rune."_s;
 		}
 	}
 	if (wanted.contains(cooldownKey) && !isWholeNumber(wanted.value(cooldownKey), 0, 3600)) {
-		return QStringLiteral("The cooldown must be a whole number from 0 to 3600 seconds.");
+		return u"The cooldown must be a whole number from 0 to 3600 seconds."_s;
 	}
 	if (wanted.contains(capKey) && !isWholeNumber(wanted.value(capKey), 0, 100)) {
-		return QStringLiteral("The cap per stream must be a whole number from 0 to 100 (0 for no cap).");
+		return u"The cap per stream must be a whole number from 0 to 100 (0 for no cap)."_s;
 	}
 	return {};
 }
@@ -161,14 +160,14 @@ int runChatGet(const QCommandLineParser &)
 
 int runChatSet(const QCommandLineParser &parser)
 {
-	const QJsonDocument document = QJsonDocument::fromJson(parser.value(QStringLiteral("chat-set")).toUtf8());
+	const QJsonDocument document = QJsonDocument::fromJson(parser.value(u"chat-set"_s).toUtf8());
 	const QString complaint = complaintAbout(document);
 	if (!complaint.isEmpty()) {
 		// Without "command" the dock leaves what was typed in its fields, so that it can be corrected there.
 		const QJsonObject stored = state::update(chatFile, bringUpToDate);
-		sendEvent(QStringLiteral("chat"), {{errorKey, complaint},
-						   {enabledKey, stored.value(enabledKey)},
-						   {grantedKey, stored.value(grantedKey)}});
+		sendEvent(u"chat"_s, {{errorKey, complaint},
+				      {enabledKey, stored.value(enabledKey)},
+				      {grantedKey, stored.value(grantedKey)}});
 		return 1;
 	}
 	const QJsonObject wanted = document.object();
@@ -190,14 +189,14 @@ int runPollTriggers(const QCommandLineParser &)
 		bringUpToDate(chat);
 		triggers = takeTriggers(chat);
 	});
-	sendEvent(QStringLiteral("triggers"), {{QStringLiteral("triggers"), triggers}});
+	sendEvent(u"triggers"_s, {{u"triggers"_s, triggers}});
 	return 0;
 }
 
 int runSay(const QCommandLineParser &parser)
 {
 	constexpr qsizetype mostMessages = 100;
-	const QString by = parser.value(QStringLiteral("say"));
+	const QString by = parser.value(u"say"_s);
 	QString text = parser.positionalArguments().join(QLatin1Char(' '));
 	state::update(chatFile, [&](QJsonObject &chat) {
 		bringUpToDate(chat);
@@ -211,7 +210,7 @@ int runSay(const QCommandLineParser &parser)
 		}
 		chat[messagesKey] = messages;
 	});
-	sendEvent(QStringLiteral("said"), {{byKey, by}, {textKey, text}});
+	sendEvent(u"said"_s, {{byKey, by}, {textKey, text}});
 	return 0;
 }
 

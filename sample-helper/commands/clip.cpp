@@ -22,6 +22,8 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int longestClip_s = 3600;
@@ -29,9 +31,9 @@ constexpr int longestClip_s = 3600;
 int requestedLength_s(const QCommandLineParser &parser)
 {
 	bool isNumber = false;
-	const int length_s = parser.value(QStringLiteral("seconds")).toInt(&isNumber);
+	const int length_s = parser.value(u"seconds"_s).toInt(&isNumber);
 	if (!isNumber || length_s < 1 || length_s > longestClip_s) {
-		throw Failure(QStringLiteral("--seconds needs a whole number from 1 to %1.").arg(longestClip_s));
+		throw Failure(u"--seconds needs a whole number from 1 to %1."_s.arg(longestClip_s));
 	}
 	return length_s;
 }
@@ -40,21 +42,20 @@ void requireReadable(const QString &path)
 {
 	const QFileInfo file(path);
 	if (!file.exists()) {
-		throw Failure(QStringLiteral("the replay %1 doesn't exist.").arg(path));
+		throw Failure(u"the replay %1 doesn't exist."_s.arg(path));
 	}
 	if (!file.isFile() || !QFile(path).open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("the replay %1 can't be read.").arg(path));
+		throw Failure(u"the replay %1 can't be read."_s.arg(path));
 	}
 	if (file.size() == 0) {
-		throw Failure(QStringLiteral("the replay %1 is empty.").arg(file.fileName()));
+		throw Failure(u"the replay %1 is empty."_s.arg(file.fileName()));
 	}
 }
 
 /// A name that sorts by time; the end keeps apart clips of the same second.
 QString newShortName()
 {
-	return QStringLiteral("short-%1-%2")
-		.arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")))
+	return u"short-%1-%2"_s.arg(QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s))
 		.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
 }
 
@@ -66,7 +67,7 @@ bool storeScript(const QString &path, const QByteArray &script, QStringList &not
 		return true;
 	} catch (const Failure &failure) {
 		qWarning("%s", failure.what());
-		notes += QStringLiteral("without captions, they couldn't be stored");
+		notes += u"without captions, they couldn't be stored"_s;
 		return false;
 	}
 }
@@ -79,20 +80,18 @@ QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &f
 	}
 	// Plain names in ffmpeg's working folder need none of its escaping rules.
 	const QDir files(folder);
-	if (!storeScript(files.filePath(QStringLiteral("trial.ass")),
-			 captionScript(look, {{0, 1000, QStringLiteral("Trial")}}), notes)) {
+	if (!storeScript(files.filePath(u"trial.ass"_s), captionScript(look, {{0, 1000, u"Trial"_s}}), notes)) {
 		return {};
 	}
-	if (!ffmpeg::canDraw(QStringLiteral("ass=trial.ass"), folder)) {
-		notes += QStringLiteral("without captions, this ffmpeg can't draw text");
+	if (!ffmpeg::canDraw(u"ass=trial.ass"_s, folder)) {
+		notes += u"without captions, this ffmpeg can't draw text"_s;
 		return {};
 	}
 	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
-	if (cues.isEmpty() ||
-	    !storeScript(files.filePath(QStringLiteral("captions.ass")), captionScript(look, cues), notes)) {
+	if (cues.isEmpty() || !storeScript(files.filePath(u"captions.ass"_s), captionScript(look, cues), notes)) {
 		return {};
 	}
-	return QStringLiteral(",ass=captions.ass");
+	return u",ass=captions.ass"_s;
 }
 
 /// Makes the Short and returns its path.
@@ -104,24 +103,23 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	state::makeFolder(output.absolutePath());
 	removeLeftovers(replay);
 
-	const QTemporaryDir scratch(QDir(environment::stateFolder()).filePath(QStringLiteral("run-XXXXXX")));
+	const QTemporaryDir scratch(QDir(environment::stateFolder()).filePath(u"run-XXXXXX"_s));
 	if (!scratch.isValid()) {
-		throw Failure(QStringLiteral("couldn't write to %1 (%2).")
-				      .arg(environment::stateFolder(), scratch.errorString()));
+		throw Failure(u"couldn't write to %1 (%2)."_s.arg(environment::stateFolder(), scratch.errorString()));
 	}
 	const QString graph = layoutGraph(look.layout, cameraRegion(look.layout)) +
 			      captionFilter(excerpt, look, scratch.path(), notes);
 
 	const QString name = newShortName();
-	const QString part = output.filePath(name + QStringLiteral(".part"));
-	const QString finished = output.filePath(name + QStringLiteral(".mp4"));
+	const QString part = output.filePath(name + u".part"_s);
+	const QString finished = output.filePath(name + u".mp4"_s);
 	const auto removePart = qScopeGuard([&part] { QFile::remove(part); });
 	encode(excerpt, graph, scratch.path(), part, notes);
 	if (ffmpeg::probe(part).duration_s <= 0) {
-		throw Failure(QStringLiteral("ffmpeg found no pictures in %1.").arg(QFileInfo(replay).fileName()));
+		throw Failure(u"ffmpeg found no pictures in %1."_s.arg(QFileInfo(replay).fileName()));
 	}
 	if (!QFile::rename(part, finished)) {
-		throw Failure(QStringLiteral("couldn't store the Short in %1.").arg(output.absolutePath()));
+		throw Failure(u"couldn't store the Short in %1."_s.arg(output.absolutePath()));
 	}
 	return finished;
 }
@@ -133,27 +131,27 @@ int runProcess(const QCommandLineParser &parser)
 	const int length_s = requestedLength_s(parser);
 	QStringList notes{};
 	const Look look = requestedLook(parser, notes);
-	const QString path = makeShort(parser.value(QStringLiteral("process")), length_s, look, notes);
+	const QString path = makeShort(parser.value(u"process"_s), length_s, look, notes);
 	qInfo("made %s", qUtf8Printable(path));
 	storeLook(look);
 
 	const QJsonArray formatted{path};
 	const Link link = currentLink();
 	if (link == Link::revoked) {
-		throw Failure(QStringLiteral("this device was revoked. The Short is %1.").arg(path),
-			      {{QStringLiteral("relink"), true}, {QStringLiteral("formatted"), formatted}});
+		throw Failure(u"this device was revoked. The Short is %1."_s.arg(path),
+			      {{u"relink"_s, true}, {u"formatted"_s, formatted}});
 	}
 	if (environment::isOffline()) {
-		sendEvent(QStringLiteral("pending"), {{QStringLiteral("formatted"), formatted}});
+		sendEvent(u"pending"_s, {{u"formatted"_s, formatted}});
 		return 0;
 	}
 	if (link == Link::unlinked) {
-		notes += QStringLiteral("kept on this computer, no account is connected");
+		notes += u"kept on this computer, no account is connected"_s;
 	}
-	QJsonObject members{{QStringLiteral("formatted"), formatted}};
+	QJsonObject members{{u"formatted"_s, formatted}};
 	if (!notes.isEmpty()) {
-		members[QStringLiteral("note")] = notes.join(QStringLiteral("; "));
+		members[u"note"_s] = notes.join(u"; "_s);
 	}
-	sendEvent(QStringLiteral("done"), members);
+	sendEvent(u"done"_s, members);
 	return 0;
 }

@@ -6,6 +6,8 @@
 
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char *introduction = R"(Usage: sample-helper COMMAND [OPTION]...
@@ -48,10 +50,9 @@ Examples:
 QString helpLine(const char *name, const char *value, const char *words, const char *summary)
 {
 	constexpr qsizetype switchWidth = 23;
-	QStringList parts{QStringLiteral("--") + QLatin1String(name), QLatin1String(value), QLatin1String(words)};
+	QStringList parts{u"--"_s + QLatin1String(name), QLatin1String(value), QLatin1String(words)};
 	parts.removeAll(QString());
-	return QStringLiteral("  %1%2\n")
-		.arg(parts.join(QLatin1Char(' ')).leftJustified(switchWidth), QLatin1String(summary));
+	return u"  %1%2\n"_s.arg(parts.join(QLatin1Char(' ')).leftJustified(switchWidth), QLatin1String(summary));
 }
 
 QString commandLines()
@@ -61,7 +62,7 @@ QString commandLines()
 	for (const Command &command : commands()) {
 		if (command.group != group) {
 			group = command.group;
-			text += QStringLiteral("\n%1:\n").arg(QLatin1String(command.group));
+			text += u"\n%1:\n"_s.arg(QLatin1String(command.group));
 		}
 		text += helpLine(command.name, command.value, command.words, command.summary);
 	}
@@ -83,7 +84,7 @@ QString helpText()
 {
 	return QString::fromUtf8(introduction) + commandLines() + QLatin1Char('\n') +
 	       helpLine("help", "", "", "print this text") + helpLine("version", "", "", "print the version") +
-	       QStringLiteral("\nOptions of --process and --preview (the last clip's choice when left out):\n") +
-	       optionLines(lookOptions()) + QStringLiteral("\nMore options:\n") + optionLines(otherOptions()) +
+	       u"\nOptions of --process and --preview (the last clip's choice when left out):\n"_s +
+	       optionLines(lookOptions()) + u"\nMore options:\n"_s + optionLines(otherOptions()) +
 	       QString::fromUtf8(remarks);
 }

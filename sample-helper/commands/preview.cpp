@@ -17,6 +17,8 @@
 
 #include <filesystem>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Long enough for a streamer to flip through the looks, short enough for a newly installed font to show up.
@@ -25,12 +27,12 @@ constexpr qint64 cacheLifetime_s = 3600;
 QString cachedPath(const Look &look)
 {
 	const Region camera = cameraRegion(look.layout);
-	return environment::stateFolder() + QStringLiteral("/previews/%1-%2-%3-%4-%5-%6-%7-%8.png")
-						    .arg(look.layout, look.style, look.font, look.position)
-						    .arg(camera.x)
-						    .arg(camera.y)
-						    .arg(camera.width)
-						    .arg(camera.height);
+	return environment::stateFolder() +
+	       u"/previews/%1-%2-%3-%4-%5-%6-%7-%8.png"_s.arg(look.layout, look.style, look.font, look.position)
+		       .arg(camera.x)
+		       .arg(camera.y)
+		       .arg(camera.width)
+		       .arg(camera.height);
 }
 
 bool isFresh(const QString &path)
@@ -45,48 +47,45 @@ constexpr int sceneHeight_px = 720;
 /// A stand-in for a stream: coloured stripes as the game (so that cuts can be told), a bordered panel as the camera.
 QString scene(const Region &camera)
 {
-	return QStringLiteral("gradients=s=%5x%6:r=1:n=4:c0=0x1b2a4a:c1=0x2f6f5e:c2=0x6a3d7c:c3=0x20304f"
-			      ":x0=0:y0=0:x1=1279:y1=719:speed=0.00001:seed=1,format=yuv420p,"
-			      "drawgrid=w=80:h=80:t=2:c=white@0.15,"
-			      "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xd98a3d:t=fill,"
-			      "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xffd9a8:t=6")
-		.arg(camera.x)
-		.arg(camera.y)
-		.arg(camera.width)
-		.arg(camera.height)
-		.arg(sceneWidth_px)
-		.arg(sceneHeight_px);
+	return u"gradients=s=%5x%6:r=1:n=4:c0=0x1b2a4a:c1=0x2f6f5e:c2=0x6a3d7c:c3=0x20304f"
+	       ":x0=0:y0=0:x1=1279:y1=719:speed=0.00001:seed=1,format=yuv420p,"
+	       "drawgrid=w=80:h=80:t=2:c=white@0.15,"
+	       "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xd98a3d:t=fill,"
+	       "drawbox=x=iw*%1:y=ih*%2:w=iw*%3:h=ih*%4:c=0xffd9a8:t=6"_s.arg(camera.x)
+		       .arg(camera.y)
+		       .arg(camera.width)
+		       .arg(camera.height)
+		       .arg(sceneWidth_px)
+		       .arg(sceneHeight_px);
 }
 
 /// A script that names the parts of the scene.
 QByteArray labels(const Region &camera)
 {
-	const QString styles =
-		QStringLiteral("Style: Label,Sans,64,&H19FFFFFF,&H19FFFFFF,&HFF000000,&HFF000000,0,0,0,0,"
-			       "100,100,0,0,1,0,0,5,0,0,0,1\n");
-	const QString event =
-		QStringLiteral("Dialogue: 0,0:00:00.00,0:00:10.00,Label,,0,0,0,,{\\pos(%1,%2)\\fs%3}%4\n");
+	const QString styles = u"Style: Label,Sans,64,&H19FFFFFF,&H19FFFFFF,&HFF000000,&HFF000000,0,0,0,0,"
+			       "100,100,0,0,1,0,0,5,0,0,0,1\n"_s;
+	const QString event = u"Dialogue: 0,0:00:00.00,0:00:10.00,Label,,0,0,0,,{\\pos(%1,%2)\\fs%3}%4\n"_s;
 	return captiontext::makeScript(
 		sceneWidth_px, sceneHeight_px, styles,
-		event.arg(sceneWidth_px / 2).arg(sceneHeight_px * 2 / 5).arg(110).arg(QStringLiteral("GAME")) +
+		event.arg(sceneWidth_px / 2).arg(sceneHeight_px * 2 / 5).arg(110).arg(u"GAME"_s) +
 			event.arg(sceneWidth_px * (camera.x + camera.width / 2))
 				.arg(sceneHeight_px * (camera.y + camera.height / 2))
 				.arg(60)
-				.arg(QStringLiteral("CAMERA")));
+				.arg(u"CAMERA"_s));
 }
 
 /// The filter graph of the whole picture; the scripts that it needs go to `folder`.
 QString graphOf(const Look &look, const QDir &folder)
 {
 	const Region camera = cameraRegion(look.layout);
-	state::writeFile(folder.filePath(QStringLiteral("labels.ass")), labels(camera));
-	state::writeFile(folder.filePath(QStringLiteral("captions.ass")),
-			 captionScript(look, {{0, 10000, QStringLiteral("Captions look like this")}}));
-	const bool canDrawText = ffmpeg::canDraw(QStringLiteral("ass=labels.ass"), folder.path());
-	return scene(camera) + (canDrawText ? QStringLiteral(",ass=labels.ass") : QString()) +
-	       QStringLiteral("[source];") + layoutGraph(look.layout, camera) +
-	       (canDrawText && hasCaptions(look) ? QStringLiteral(",ass=captions.ass") : QString()) +
-	       QStringLiteral(",scale=540:960:flags=area[picture]");
+	state::writeFile(folder.filePath(u"labels.ass"_s), labels(camera));
+	state::writeFile(folder.filePath(u"captions.ass"_s),
+			 captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
+	const bool canDrawText = ffmpeg::canDraw(u"ass=labels.ass"_s, folder.path());
+	return scene(camera) + (canDrawText ? u",ass=labels.ass"_s : QString()) + u"[source];"_s +
+	       layoutGraph(look.layout, camera) +
+	       (canDrawText && hasCaptions(look) ? u",ass=captions.ass"_s : QString()) +
+	       u",scale=540:960:flags=area[picture]"_s;
 }
 
 void render(const Look &look, const QString &target)
@@ -94,20 +93,18 @@ void render(const Look &look, const QString &target)
 	state::makeFolder(QFileInfo(target).absolutePath());
 	// The scratch folder is on the target's own file system: the finished picture then appears at once and whole,
 	// even while another run makes the same one.
-	const QTemporaryDir scratch(QFileInfo(target).absolutePath() + QStringLiteral("/run-XXXXXX"));
+	const QTemporaryDir scratch(QFileInfo(target).absolutePath() + u"/run-XXXXXX"_s);
 	if (!scratch.isValid()) {
-		throw Failure(QStringLiteral("couldn't make a preview (%1).").arg(scratch.errorString()));
+		throw Failure(u"couldn't make a preview (%1)."_s.arg(scratch.errorString()));
 	}
-	ffmpeg::run({QStringLiteral("-filter_complex"), graphOf(look, QDir(scratch.path())), QStringLiteral("-map"),
-		     QStringLiteral("[picture]"), QStringLiteral("-frames:v"), QStringLiteral("1"),
-		     QStringLiteral("-update"), QStringLiteral("1"), QStringLiteral("preview.png")},
+	ffmpeg::run({u"-filter_complex"_s, graphOf(look, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
+		     u"-frames:v"_s, u"1"_s, u"-update"_s, u"1"_s, u"preview.png"_s},
 		    scratch.path());
 	std::error_code error{};
-	std::filesystem::rename(QFileInfo(scratch.filePath(QStringLiteral("preview.png"))).filesystemFilePath(),
+	std::filesystem::rename(QFileInfo(scratch.filePath(u"preview.png"_s)).filesystemFilePath(),
 				QFileInfo(target).filesystemFilePath(), error);
 	if (error) {
-		throw Failure(QStringLiteral("couldn't store the preview (%1).")
-				      .arg(QString::fromStdString(error.message())));
+		throw Failure(u"couldn't store the preview (%1)."_s.arg(QString::fromStdString(error.message())));
 	}
 }
 
@@ -124,6 +121,6 @@ int runPreview(const QCommandLineParser &parser)
 	if (!isFresh(path)) {
 		render(look, path);
 	}
-	sendEvent(QStringLiteral("preview"), {{QStringLiteral("path"), path}});
+	sendEvent(u"preview"_s, {{u"path"_s, path}});
 	return 0;
 }

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Release {
@@ -26,12 +28,12 @@ struct Release {
 /// The release on offer; nothing if there is none or it is the installed one. Throws Failure if it makes no sense.
 std::optional<Release> offeredRelease()
 {
-	QFile file(environment::releaseFolder() + QStringLiteral("/release.json"));
+	QFile file(environment::releaseFolder() + u"/release.json"_s);
 	if (!file.exists()) {
 		return std::nullopt;
 	}
 	if (!file.open(QIODevice::ReadOnly)) {
-		throw Failure(QStringLiteral("couldn't read %1 (%2).").arg(file.fileName(), file.errorString()));
+		throw Failure(u"couldn't read %1 (%2)."_s.arg(file.fileName(), file.errorString()));
 	}
 	const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
 	Release release{object.value(QLatin1String("version")).toString(),
@@ -43,7 +45,7 @@ std::optional<Release> offeredRelease()
 				 !release.installer.contains(QLatin1Char('/')) &&
 				 !release.installer.contains(QLatin1Char('\\'));
 	if (release.version.isEmpty() || !isPlainName) {
-		throw Failure(QStringLiteral("%1 names no version or no installer beside it.").arg(file.fileName()));
+		throw Failure(u"%1 names no version or no installer beside it."_s.arg(file.fileName()));
 	}
 	if (release.version == environment::currentVersion()) {
 		return std::nullopt;
@@ -53,7 +55,7 @@ std::optional<Release> offeredRelease()
 
 void sendNoUpdate()
 {
-	sendEvent(QStringLiteral("update"), {{QStringLiteral("update"), false}});
+	sendEvent(u"update"_s, {{u"update"_s, false}});
 }
 
 /// Copies the installer piece by piece at a pace that lets a person follow the progress; returns the path of the copy.
@@ -62,9 +64,9 @@ QString download(const Release &release)
 	constexpr int pieces = 20;
 	QFile source(environment::releaseFolder() + QLatin1Char('/') + release.installer);
 	if (!source.open(QIODevice::ReadOnly) || source.size() == 0) {
-		throw Failure(QStringLiteral("the installer %1 is missing or empty.").arg(source.fileName()));
+		throw Failure(u"the installer %1 is missing or empty."_s.arg(source.fileName()));
 	}
-	const QString folder = environment::stateFolder() + QStringLiteral("/downloads");
+	const QString folder = environment::stateFolder() + u"/downloads"_s;
 	state::makeFolder(folder);
 	// Nothing of an unfinished or refused download ever appears under the installer's name.
 	QSaveFile target(folder + QLatin1Char('/') + release.installer);
@@ -79,17 +81,15 @@ QString download(const Release &release)
 		hash.addData(piece);
 		copied = !piece.isEmpty() && target.write(piece) == piece.size();
 		done += piece.size();
-		sendEvent(QStringLiteral("progress"),
-			  {{QStringLiteral("phase"), QStringLiteral("download")},
-			   {QStringLiteral("percent"), std::min<qint64>(100, done * 100 / size)}});
+		sendEvent(u"progress"_s,
+			  {{u"phase"_s, u"download"_s}, {u"percent"_s, std::min<qint64>(100, done * 100 / size)}});
 	}
 	const QString sha256 = QString::fromLatin1(hash.result().toHex());
 	if (copied && !release.sha256.isEmpty() && release.sha256 != sha256) {
-		throw Failure(QStringLiteral("the downloaded installer is damaged."));
+		throw Failure(u"the downloaded installer is damaged."_s);
 	}
 	if (!copied || !target.commit()) {
-		throw Failure(
-			QStringLiteral("couldn't save the installer in %1 (%2).").arg(folder, target.errorString()));
+		throw Failure(u"couldn't save the installer in %1 (%2)."_s.arg(folder, target.errorString()));
 	}
 	return target.fileName();
 }
@@ -103,9 +103,7 @@ int runCheckUpdate(const QCommandLineParser &)
 		sendNoUpdate();
 		return 0;
 	}
-	sendEvent(QStringLiteral("update"), {{QStringLiteral("update"), true},
-					     {QStringLiteral("latest"), release->version},
-					     {QStringLiteral("notes"), release->notes}});
+	sendEvent(u"update"_s, {{u"update"_s, true}, {u"latest"_s, release->version}, {u"notes"_s, release->notes}});
 	return 0;
 }
 
@@ -117,7 +115,6 @@ int runDownloadUpdate(const QCommandLineParser &)
 		return 0;
 	}
 	const QString path = download(*release);
-	sendEvent(QStringLiteral("downloaded"),
-		  {{QStringLiteral("latest"), release->version}, {QStringLiteral("path"), path}});
+	sendEvent(u"downloaded"_s, {{u"latest"_s, release->version}, {u"path"_s, path}});
 	return 0;
 }

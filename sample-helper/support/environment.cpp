@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace environment {
 namespace {
 
@@ -30,18 +32,18 @@ int millisecondsOr(const char *variable, int fallback)
 QString stateFolder()
 {
 	const QString shared = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_HOME", shared + QStringLiteral("/kestrune-sample-helper")));
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_HOME", shared + u"/kestrune-sample-helper"_s));
 }
 
 QString outputFolder()
 {
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + QStringLiteral("/Shorts")));
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + u"/Shorts"_s));
 }
 
 bool isOffline()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == QStringLiteral("1") ||
-	       QFileInfo::exists(stateFolder() + QStringLiteral("/offline"));
+	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == u"1"_s ||
+	       QFileInfo::exists(stateFolder() + u"/offline"_s);
 }
 
 QString ffmpegFolder()
@@ -96,12 +98,12 @@ int downloadDelay_ms()
 
 QString releaseFolder()
 {
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_UPDATES", stateFolder() + QStringLiteral("/updates")));
+	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_UPDATES", stateFolder() + u"/updates"_s));
 }
 
 QString currentVersion()
 {
-	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", QStringLiteral(SAMPLE_HELPER_VERSION));
+	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", u"" SAMPLE_HELPER_VERSION ""_s);
 }
 
 } // namespace environment

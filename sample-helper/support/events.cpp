@@ -5,9 +5,11 @@
 #include <cstdio>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 void sendEvent(const QString &name, QJsonObject members)
 {
-	members[QStringLiteral("event")] = name;
+	members[u"event"_s] = name;
 	const QByteArray line = QJsonDocument(members).toJson(QJsonDocument::Compact) + '\n';
 	std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
 	std::fflush(stdout);

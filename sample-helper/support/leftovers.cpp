@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A Short that is still being made is written to all the time.
@@ -33,14 +35,13 @@ QFileInfoList abandoned(const QDir &folder, const QString &pattern, QDir::Filter
 
 void removeLeftovers(const QString &replay)
 {
-	for (const QFileInfo &part : abandoned(QDir(environment::outputFolder()), QStringLiteral("short-*.part"),
-					       QDir::Files, partLifetime_s, replay)) {
+	for (const QFileInfo &part :
+	     abandoned(QDir(environment::outputFolder()), u"short-*.part"_s, QDir::Files, partLifetime_s, replay)) {
 		QFile::remove(part.absoluteFilePath());
 	}
-	for (const QString &folder :
-	     {environment::stateFolder(), environment::stateFolder() + QStringLiteral("/previews")}) {
-		for (const QFileInfo &scratch : abandoned(QDir(folder), QStringLiteral("run-*"),
-							  QDir::Dirs | QDir::NoSymLinks, scratchLifetime_s, replay)) {
+	for (const QString &folder : {environment::stateFolder(), environment::stateFolder() + u"/previews"_s}) {
+		for (const QFileInfo &scratch :
+		     abandoned(QDir(folder), u"run-*"_s, QDir::Dirs | QDir::NoSymLinks, scratchLifetime_s, replay)) {
 			QDir(scratch.absoluteFilePath()).removeRecursively();
 		}
 	}

@@ -10,19 +10,20 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 largestLogBytes = 1'000'000;
 
 QString logPath()
 {
-	return environment::stateFolder() + QStringLiteral("/sample-helper.log");
+	return environment::stateFolder() + u"/sample-helper.log"_s;
 }
 
 void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 {
-	const QString line = QStringLiteral("%1 [%2] %3\n")
-				     .arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs))
+	const QString line = u"%1 [%2] %3\n"_s.arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs))
 				     .arg(QCoreApplication::applicationPid())
 				     .arg(message);
 	const QByteArray bytes = line.toUtf8();
@@ -40,7 +41,7 @@ void startLog()
 {
 	QDir().mkpath(environment::stateFolder());
 	if (QFileInfo(logPath()).size() > largestLogBytes) {
-		const QString old = logPath() + QStringLiteral(".old");
+		const QString old = logPath() + u".old"_s;
 		QFile::remove(old);
 		QFile::rename(logPath(), old);
 	}

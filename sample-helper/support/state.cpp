@@ -9,6 +9,8 @@
 #include <QSaveFile>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace state {
 namespace {
 
@@ -24,7 +26,7 @@ QString pathOf(const QString &name)
 void makeFolder(const QString &path)
 {
 	if (!QDir().mkpath(path)) {
-		throw Failure(QStringLiteral("couldn't make the folder %1.").arg(path));
+		throw Failure(u"couldn't make the folder %1."_s.arg(path));
 	}
 }
 
@@ -32,7 +34,7 @@ void writeFile(const QString &path, const QByteArray &content)
 {
 	QSaveFile file(path);
 	if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-		throw Failure(QStringLiteral("couldn't save %1 (%2).").arg(path, file.errorString()));
+		throw Failure(u"couldn't save %1 (%2)."_s.arg(path, file.errorString()));
 	}
 }
 
@@ -52,9 +54,9 @@ QJsonObject read(const QString &name)
 QJsonObject update(const QString &name, const std::function<void(QJsonObject &)> &change)
 {
 	makeFolder(environment::stateFolder());
-	QLockFile lock(pathOf(name) + QStringLiteral(".lock"));
+	QLockFile lock(pathOf(name) + u".lock"_s);
 	if (!lock.tryLock(lockTimeout_ms)) {
-		throw Failure(QStringLiteral("couldn't lock %1; is another helper stuck?").arg(pathOf(name)));
+		throw Failure(u"couldn't lock %1; is another helper stuck?"_s.arg(pathOf(name)));
 	}
 	QJsonObject object = read(name);
 	change(object);
@@ -65,12 +67,10 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 QString writePage(const QString &name, const QString &title, const QString &text)
 {
 	makeFolder(environment::stateFolder());
-	const QString page =
-		QStringLiteral("<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
-			       "<title>%1</title>\n<body style=\"font:20px sans-serif;margin:4em auto;"
-			       "max-width:30em;background:#12141c;color:#e8eaf2\">\n<h1>%1</h1>\n<p>%2</p>\n"
-			       "</body>\n</html>\n")
-			.arg(title, text);
+	const QString page = u"<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
+			     "<title>%1</title>\n<body style=\"font:20px sans-serif;margin:4em auto;"
+			     "max-width:30em;background:#12141c;color:#e8eaf2\">\n<h1>%1</h1>\n<p>%2</p>\n"
+			     "</body>\n</html>\n"_s.arg(title, text);
 	writeFile(pathOf(name), page.toUtf8());
 	return QString::fromLatin1(QUrl::fromLocalFile(pathOf(name)).toEncoded());
 }

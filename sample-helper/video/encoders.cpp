@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// "-one 1 -two 2" as arguments.
@@ -19,33 +21,27 @@ bool canEncode(const Encoder &encoder)
 {
 	// That there is no such card is nothing to log with each clip.
 	return ffmpeg::succeeds(splitArguments("-v quiet") + encoder.device +
-				QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-					    QStringLiteral("color=s=%1x%2:r=30").arg(shortWidth_px).arg(shortHeight_px),
-					    QStringLiteral("-vf"), encoder.filters, QStringLiteral("-frames:v"),
-					    QStringLiteral("1"), QStringLiteral("-c:v"), encoder.name} +
-				encoder.quality +
-				QStringList{QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
+				QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s,
+					    u"color=s=%1x%2:r=30"_s.arg(shortWidth_px).arg(shortHeight_px), u"-vf"_s,
+					    encoder.filters, u"-frames:v"_s, u"1"_s, u"-c:v"_s, encoder.name} +
+				encoder.quality + QStringList{u"-f"_s, u"null"_s, u"-"_s});
 }
 
 } // namespace
 
 const QList<Encoder> &encoders()
 {
-	static const QString plain = QStringLiteral("format=yuv420p");
-	static const QString inHardware = QStringLiteral("format=nv12,hwupload");
+	static const QString plain = u"format=yuv420p"_s;
+	static const QString inHardware = u"format=nv12,hwupload"_s;
 	static const QList<Encoder> all{
-		{QStringLiteral("h264_nvenc"), plain, {}, splitArguments("-preset p4 -rc vbr -cq 23 -b:v 0")},
-		{QStringLiteral("h264_qsv"),
-		 QStringLiteral("format=nv12"),
-		 {},
-		 splitArguments("-preset faster -global_quality 23")},
-		{QStringLiteral("h264_amf"), plain, {}, splitArguments("-quality balanced -rc cqp -qp_i 22 -qp_p 24")},
-		{QStringLiteral("h264_videotoolbox"), plain, {}, splitArguments("-q:v 60")},
-		{QStringLiteral("h264_vaapi"), inHardware,
-		 splitArguments("-init_hw_device vaapi=gpu -filter_hw_device gpu"),
+		{u"h264_nvenc"_s, plain, {}, splitArguments("-preset p4 -rc vbr -cq 23 -b:v 0")},
+		{u"h264_qsv"_s, u"format=nv12"_s, {}, splitArguments("-preset faster -global_quality 23")},
+		{u"h264_amf"_s, plain, {}, splitArguments("-quality balanced -rc cqp -qp_i 22 -qp_p 24")},
+		{u"h264_videotoolbox"_s, plain, {}, splitArguments("-q:v 60")},
+		{u"h264_vaapi"_s, inHardware, splitArguments("-init_hw_device vaapi=gpu -filter_hw_device gpu"),
 		 splitArguments("-rc_mode CQP -qp 23")},
 		// OBS goes on streaming meanwhile: this takes about two thirds of the processor time of "veryfast".
-		{QStringLiteral("libx264"), plain, {}, splitArguments("-preset superfast -bf 0 -crf 22")},
+		{u"libx264"_s, plain, {}, splitArguments("-preset superfast -bf 0 -crf 22")},
 	};
 	return all;
 }
@@ -64,7 +60,7 @@ const Encoder &chooseEncoder(QStringList &notes)
 				return encoder;
 			}
 		}
-		notes += QStringLiteral("unknown encoder \"%1\", used \"%2\"").arg(wanted, softwareEncoder().name);
+		notes += u"unknown encoder \"%1\", used \"%2\""_s.arg(wanted, softwareEncoder().name);
 		return softwareEncoder();
 	}
 	const QSet<QString> offered = ffmpeg::encoderNames();

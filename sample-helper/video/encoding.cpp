@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QStringList soundArguments(const ffmpeg::Video &video)
@@ -15,28 +17,23 @@ QStringList soundArguments(const ffmpeg::Video &video)
 	if (video.audioStream < 0) {
 		return {};
 	}
-	QStringList arguments{QStringLiteral("-map"), QStringLiteral("0:%1").arg(video.audioStream),
-			      QStringLiteral("-c:a"), QStringLiteral("aac"),
-			      QStringLiteral("-b:a"), QStringLiteral("160k")};
+	QStringList arguments{u"-map"_s, u"0:%1"_s.arg(video.audioStream), u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"160k"_s};
 	// Players want two channels at most. One stays one: ffmpeg would spread it over two at half the power each.
 	if (video.audioChannels > 2) {
-		arguments << QStringLiteral("-ac") << QStringLiteral("2");
+		arguments << u"-ac"_s << u"2"_s;
 	}
 	return arguments;
 }
 
 QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const QString &graph, const QString &target)
 {
-	const QString wholeGraph = QStringLiteral("[0:%1]format=yuv420p[source];%2,%3[short]")
-					   .arg(excerpt.video.videoStream)
+	const QString wholeGraph = u"[0:%1]format=yuv420p[source];%2,%3[short]"_s.arg(excerpt.video.videoStream)
 					   .arg(graph, encoder.filters);
 	return encoder.device + inputArguments(excerpt) +
-	       QStringList{QStringLiteral("-filter_complex"), wholeGraph, QStringLiteral("-map"),
-			   QStringLiteral("[short]")} +
-	       soundArguments(excerpt.video) + QStringList{QStringLiteral("-c:v"), encoder.name} + encoder.quality +
-	       QStringList{QStringLiteral("-fpsmax"), QStringLiteral("60"),        QStringLiteral("-map_chapters"),
-			   QStringLiteral("-1"),      QStringLiteral("-movflags"), QStringLiteral("+faststart"),
-			   QStringLiteral("-f"),      QStringLiteral("mp4"),       ffmpeg::fileAddress(target)};
+	       QStringList{u"-filter_complex"_s, wholeGraph, u"-map"_s, u"[short]"_s} + soundArguments(excerpt.video) +
+	       QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
+	       QStringList{u"-fpsmax"_s, u"60"_s,  u"-map_chapters"_s,         u"-1"_s, u"-movflags"_s, u"+faststart"_s,
+			   u"-f"_s,      u"mp4"_s, ffmpeg::fileAddress(target)};
 }
 
 void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const QString &graph, const QString &folder,
@@ -65,6 +62,6 @@ void encode(const Excerpt &excerpt, const QString &graph, const QString &folder,
 	} catch (const Failure &failure) {
 		qWarning("%s: %s", qUtf8Printable(encoder.name), failure.what());
 		encodeWith(softwareEncoder(), excerpt, graph, folder, target);
-		notes += QStringLiteral("%1 failed, used %2").arg(encoder.name, softwareEncoder().name);
+		notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
 	}
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 Excerpt lastSecondsOf(const QString &replay, int length_s)
 {
 	const ffmpeg::Video video = ffmpeg::probe(replay);
@@ -17,9 +19,9 @@ QStringList inputArguments(const Excerpt &excerpt)
 	QStringList arguments{};
 	// ffmpeg finds no place in a file without times, not even its beginning.
 	if (excerpt.start_s > 0) {
-		arguments << QStringLiteral("-ss") << QString::number(excerpt.start_s, 'f', 6);
+		arguments << u"-ss"_s << QString::number(excerpt.start_s, 'f', 6);
 	}
-	arguments << QStringLiteral("-t") << QString::number(excerpt.length_s, 'f', 6) << QStringLiteral("-i")
+	arguments << u"-t"_s << QString::number(excerpt.length_s, 'f', 6) << u"-i"_s
 		  << ffmpeg::fileAddress(excerpt.replay);
 	return arguments;
 }

@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace ffmpeg {
 namespace {
 
@@ -24,7 +26,7 @@ QString locate(const QString &name)
 		program = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
 	}
 	if (program.isEmpty()) {
-		throw Failure(QStringLiteral("%1 isn't installed. Install ffmpeg, then clip again.").arg(name));
+		throw Failure(u"%1 isn't installed. Install ffmpeg, then clip again."_s.arg(name));
 	}
 	return program;
 }
@@ -34,7 +36,7 @@ subprocess::Result execute(const QString &name, const QStringList &arguments, co
 {
 	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limit_ms);
 	if (result.outcome == subprocess::Outcome::NotStarted) {
-		throw Failure(QStringLiteral("%1 couldn't be started. Install ffmpeg again.").arg(name));
+		throw Failure(u"%1 couldn't be started. Install ffmpeg again."_s.arg(name));
 	}
 	return result;
 }
@@ -42,9 +44,8 @@ subprocess::Result execute(const QString &name, const QStringList &arguments, co
 /// Runs ffmpeg with the arguments that every run of it needs in front.
 subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, int limit_ms = -1)
 {
-	const QStringList common{QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error"),
-				 QStringLiteral("-nostdin"), QStringLiteral("-y")};
-	return execute(QStringLiteral("ffmpeg"), common + arguments, workingFolder, limit_ms);
+	const QStringList common{u"-hide_banner"_s, u"-v"_s, u"error"_s, u"-nostdin"_s, u"-y"_s};
+	return execute(u"ffmpeg"_s, common + arguments, workingFolder, limit_ms);
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
@@ -52,15 +53,14 @@ QString explain(const QString &errorOutput)
 {
 	for (const char *text : {"No space left on device", "File too large", "Disk quota exceeded"}) {
 		if (errorOutput.contains(QLatin1String(text))) {
-			return QStringLiteral("the disk is full. Free some space, then clip again.");
+			return u"the disk is full. Free some space, then clip again."_s;
 		}
 	}
 	if (errorOutput.contains(QLatin1String("Unknown encoder"))) {
-		return QStringLiteral("this ffmpeg can't make H.264 video. Install a full build of ffmpeg.");
+		return u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s;
 	}
 	const QString lastLine = errorOutput.section(QLatin1Char('\n'), -1).left(200);
-	return lastLine.isEmpty() ? QStringLiteral("ffmpeg stopped unexpectedly.")
-				  : QStringLiteral("ffmpeg failed: %1.").arg(lastLine);
+	return lastLine.isEmpty() ? u"ffmpeg stopped unexpectedly."_s : u"ffmpeg failed: %1."_s.arg(lastLine);
 }
 
 /// ffmpeg opens still pictures and even plain text as a "video"; neither is a replay.
@@ -75,10 +75,9 @@ bool isMovieFormat(const QString &format)
 double endOfPackets(const QString &path, int stream)
 {
 	const subprocess::Result result =
-		execute(QStringLiteral("ffprobe"),
-			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
-			 QString::number(stream), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
-			 QStringLiteral("-of"), QStringLiteral("csv=p=0"), fileAddress(path)},
+		execute(u"ffprobe"_s,
+			{u"-v"_s, u"error"_s, u"-select_streams"_s, QString::number(stream), u"-show_entries"_s,
+			 u"packet=pts_time"_s, u"-of"_s, u"csv=p=0"_s, fileAddress(path)},
 			{});
 	double end = 0;
 	for (const QByteArray &line : result.output.split('\n')) {
@@ -91,16 +90,15 @@ double endOfPackets(const QString &path, int stream)
 
 QString fileAddress(const QString &path)
 {
-	return QStringLiteral("file:") + QFileInfo(path).absoluteFilePath();
+	return u"file:"_s + QFileInfo(path).absoluteFilePath();
 }
 
 Video probe(const QString &path)
 {
-	const subprocess::Result result =
-		execute(QStringLiteral("ffprobe"),
-			{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
-			 QStringLiteral("-show_format"), QStringLiteral("-show_streams"), fileAddress(path)},
-			{});
+	const subprocess::Result result = execute(
+		u"ffprobe"_s,
+		{u"-v"_s, u"error"_s, u"-of"_s, u"json"_s, u"-show_format"_s, u"-show_streams"_s, fileAddress(path)},
+		{});
 	const QJsonObject answer = QJsonDocument::fromJson(result.output).object();
 	const QJsonObject format = answer.value(QLatin1String("format")).toObject();
 	Video video{-1, -1, 0, format.value(QLatin1String("duration")).toString().toDouble()};
@@ -120,7 +118,7 @@ Video probe(const QString &path)
 	}
 	const bool isMovie = isMovieFormat(format.value(QLatin1String("format_name")).toString());
 	if (!result.succeeded() || video.videoStream < 0 || !isMovie) {
-		throw Failure(QStringLiteral("%1 isn't a video that ffmpeg can read.").arg(QFileInfo(path).fileName()));
+		throw Failure(u"%1 isn't a video that ffmpeg can read."_s.arg(QFileInfo(path).fileName()));
 	}
 	if (video.duration_s <= 0) {
 		video.duration_s = endOfPackets(path, video.videoStream);
@@ -131,7 +129,7 @@ Video probe(const QString &path)
 QSet<QString> encoderNames()
 {
 	QSet<QString> names{};
-	const subprocess::Result result = execute({QStringLiteral("-encoders")}, {}, environment::trialLimit_ms());
+	const subprocess::Result result = execute({u"-encoders"_s}, {}, environment::trialLimit_ms());
 	if (!result.succeeded()) {
 		return names;
 	}
@@ -150,10 +148,8 @@ bool succeeds(const QStringList &arguments)
 bool canDraw(const QString &filter, const QString &workingFolder)
 {
 	const subprocess::Result result =
-		execute({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-			 QStringLiteral("color=c=gray:s=270x480"), QStringLiteral("-vf"),
-			 filter + QStringLiteral(",format=gray"), QStringLiteral("-frames:v"), QStringLiteral("1"),
-			 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")},
+		execute({u"-f"_s, u"lavfi"_s, u"-i"_s, u"color=c=gray:s=270x480"_s, u"-vf"_s,
+			 filter + u",format=gray"_s, u"-frames:v"_s, u"1"_s, u"-f"_s, u"rawvideo"_s, u"-"_s},
 			workingFolder, environment::trialLimit_ms());
 	const QByteArray &picture = result.output;
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();

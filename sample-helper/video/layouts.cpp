@@ -6,6 +6,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Region wholePicture{0, 0, 1, 1};
@@ -18,20 +20,19 @@ constexpr Region cornerFigure{0.7, 0.55, 0.3, 0.45};
 /// The largest part of the region that has the shape of the target, scaled to the target. `x` says where it begins.
 QString cutAt(const Region &region, const QString &x, int width_px, int height_px)
 {
-	return QStringLiteral("crop=w='min(iw*%1,ih*%2*%4/%5)':h='min(ih*%2,iw*%1*%5/%4)'"
-			      ":x='%6':y='ih*%3+(ih*%2-oh)/2',scale=%4:%5:flags=bilinear,setsar=1")
-		.arg(region.width)
-		.arg(region.height)
-		.arg(region.y)
-		.arg(width_px)
-		.arg(height_px)
-		.arg(x);
+	return u"crop=w='min(iw*%1,ih*%2*%4/%5)':h='min(ih*%2,iw*%1*%5/%4)'"
+	       ":x='%6':y='ih*%3+(ih*%2-oh)/2',scale=%4:%5:flags=bilinear,setsar=1"_s.arg(region.width)
+		       .arg(region.height)
+		       .arg(region.y)
+		       .arg(width_px)
+		       .arg(height_px)
+		       .arg(x);
 }
 
 /// The part around the middle of the region.
 QString cut(const Region &region, int width_px, int height_px)
 {
-	return cutAt(region, QStringLiteral("iw*%1+(iw*%2-ow)/2").arg(region.x).arg(region.width), width_px, height_px);
+	return cutAt(region, u"iw*%1+(iw*%2-ow)/2"_s.arg(region.x).arg(region.width), width_px, height_px);
 }
 
 /// The game: the part around the middle of the picture, moved aside where the camera, which is shown by itself, would
@@ -40,18 +41,16 @@ QString cutGame(const Region &camera, int width_px, int height_px)
 {
 	const double left = camera.x;
 	const double right = camera.x + camera.width;
-	const QString aside =
-		left + right > 1 ? QStringLiteral("if(gte(iw*%1,ow),min((iw-ow)/2,iw*%1-ow),(iw-ow)/2)").arg(left)
-				 : QStringLiteral("if(gte(iw*(1-%1),ow),max((iw-ow)/2,iw*%1),(iw-ow)/2)").arg(right);
+	const QString aside = left + right > 1 ? u"if(gte(iw*%1,ow),min((iw-ow)/2,iw*%1-ow),(iw-ow)/2)"_s.arg(left)
+					       : u"if(gte(iw*(1-%1),ow),max((iw-ow)/2,iw*%1),(iw-ow)/2)"_s.arg(right);
 	return cutAt(wholePicture, aside, width_px, height_px);
 }
 
 /// Two pictures, cut out by these filters, one above the other.
 QString stacked(const QString &upper, const QString &lower)
 {
-	return QStringLiteral("[source]split=2[first][second];[first]%1[upper];[second]%2[lower];"
-			      "[upper][lower]vstack=inputs=2")
-		.arg(upper, lower);
+	return u"[source]split=2[first][second];[first]%1[upper];[second]%2[lower];"
+	       "[upper][lower]vstack=inputs=2"_s.arg(upper, lower);
 }
 
 QString cameraAbove(const Region &camera, int cameraHeight_px)
@@ -64,15 +63,14 @@ QString cameraAbove(const Region &camera, int cameraHeight_px)
 /// that take it repeat it; drawing it anew for each frame would cost more than the encoding.
 QString discMask(int size_px)
 {
-	return QStringLiteral("color=c=black:s=%1x%1:r=1,trim=end_frame=1,format=gray,"
-			      "geq=lum='255*clip(%2-hypot(X-%2,Y-%2),0,1)'")
-		.arg(size_px)
-		.arg(size_px / 2);
+	return u"color=c=black:s=%1x%1:r=1,trim=end_frame=1,format=gray,"
+	       "geq=lum='255*clip(%2-hypot(X-%2,Y-%2),0,1)'"_s.arg(size_px)
+		       .arg(size_px / 2);
 }
 
 QString gameplay(const Region &)
 {
-	return QStringLiteral("[source]%1").arg(cut(wholePicture, shortWidth_px, shortHeight_px));
+	return u"[source]%1"_s.arg(cut(wholePicture, shortWidth_px, shortHeight_px));
 }
 
 QString podcast(const Region &)
@@ -100,24 +98,23 @@ QString bubble(const Region &camera)
 	constexpr int ringSize_px = discSize_px + 20;
 	constexpr int discTop_px = gameTop_px + gameHeight_px - discSize_px / 2;
 	// The background is blurred small and then enlarged: it looks the same and takes a fraction of the time.
-	const QString background =
-		cut(wholePicture, shortWidth_px / 8, shortHeight_px / 8) +
-		QStringLiteral(",boxblur=5:2,scale=%1:%2:flags=bilinear").arg(shortWidth_px).arg(shortHeight_px);
-	return QStringLiteral("[source]split=3[back][middle][face];"
-			      "[back]%1[blurred];[middle]%2[game];[face]%3[panel];"
-			      "%4[discmask];[panel][discmask]alphamerge[disc];"
-			      "color=c=white:s=%6x%6:r=1,trim=end_frame=1,format=yuv420p[white];"
-			      "%5[ringmask];[white][ringmask]alphamerge[ring];"
-			      "[blurred][game]overlay=x=0:y=%11[lower];[lower][ring]overlay=x=%7:y=%8[ringed];"
-			      "[ringed][disc]overlay=x=%9:y=%10")
-		.arg(background, cutGame(camera, shortWidth_px, gameHeight_px), cut(camera, discSize_px, discSize_px),
-		     discMask(discSize_px), discMask(ringSize_px))
-		.arg(ringSize_px)
-		.arg((shortWidth_px - ringSize_px) / 2)
-		.arg(discTop_px - (ringSize_px - discSize_px) / 2)
-		.arg((shortWidth_px - discSize_px) / 2)
-		.arg(discTop_px)
-		.arg(gameTop_px);
+	const QString background = cut(wholePicture, shortWidth_px / 8, shortHeight_px / 8) +
+				   u",boxblur=5:2,scale=%1:%2:flags=bilinear"_s.arg(shortWidth_px).arg(shortHeight_px);
+	return u"[source]split=3[back][middle][face];"
+	       "[back]%1[blurred];[middle]%2[game];[face]%3[panel];"
+	       "%4[discmask];[panel][discmask]alphamerge[disc];"
+	       "color=c=white:s=%6x%6:r=1,trim=end_frame=1,format=yuv420p[white];"
+	       "%5[ringmask];[white][ringmask]alphamerge[ring];"
+	       "[blurred][game]overlay=x=0:y=%11[lower];[lower][ring]overlay=x=%7:y=%8[ringed];"
+	       "[ringed][disc]overlay=x=%9:y=%10"_s
+		       .arg(background, cutGame(camera, shortWidth_px, gameHeight_px),
+			    cut(camera, discSize_px, discSize_px), discMask(discSize_px), discMask(ringSize_px))
+		       .arg(ringSize_px)
+		       .arg((shortWidth_px - ringSize_px) / 2)
+		       .arg(discTop_px - (ringSize_px - discSize_px) / 2)
+		       .arg((shortWidth_px - discSize_px) / 2)
+		       .arg(discTop_px)
+		       .arg(gameTop_px);
 }
 
 struct Layout {

@@ -7,6 +7,8 @@
 #include <QCommandLineParser>
 #include <QJsonObject>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QLatin1StringView lookFile("look.json");
@@ -49,7 +51,7 @@ Look requestedLook(const QCommandLineParser &parser, QStringList &notes)
 		}
 		const QString key = parser.value(option);
 		if (!keys.contains(key)) {
-			notes += QStringLiteral("unknown %1 \"%2\", used \"%3\"").arg(option, key, keys.first());
+			notes += u"unknown %1 \"%2\", used \"%3\""_s.arg(option, key, keys.first());
 		}
 		return knownOrFirst(key, keys);
 	};

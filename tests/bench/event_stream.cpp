@@ -7,6 +7,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+using namespace Qt::StringLiterals;
+
 // The event stream against the bare parse of lines that somebody else has split.
 
 namespace {
@@ -20,27 +22,21 @@ QByteArray realisticEvents()
 {
 	QJsonArray clips;
 	for (int index = 0; index < 20; ++index) {
-		clips.append(QJsonObject{
-			{QStringLiteral("path"), QStringLiteral("/home/ana/Videos/Shorts/%1.mp4").arg(index)},
-			{QStringLiteral("name"), QStringLiteral("Replay 2025-01-%1 short.mp4").arg(index)}});
+		clips.append(QJsonObject{{u"path"_s, u"/home/ana/Videos/Shorts/%1.mp4"_s.arg(index)},
+					 {u"name"_s, u"Replay 2025-01-%1 short.mp4"_s.arg(index)}});
 	}
-	const QJsonArray choices{QStringLiteral("vtuber-bubble"), QStringLiteral("gameplay"),
-				 QStringLiteral("podcast")};
-	return lineOf({{QStringLiteral("event"), QStringLiteral("status")},
-		       {QStringLiteral("linked"), true},
-		       {QStringLiteral("login"), QStringLiteral("ana")},
-		       {QStringLiteral("layouts"), choices},
-		       {QStringLiteral("styles"), choices},
-		       {QStringLiteral("fonts"), choices}}) +
-	       lineOf({{QStringLiteral("event"), QStringLiteral("progress")},
-		       {QStringLiteral("phase"), QStringLiteral("download")},
-		       {QStringLiteral("percent"), 40}}) +
-	       lineOf({{QStringLiteral("event"), QStringLiteral("done")},
-		       {QStringLiteral("formatted"), QJsonArray{QStringLiteral("/home/ana/Videos/Shorts/a.mp4")}},
-		       {QStringLiteral("note"), QStringLiteral("captions from a file")}}) +
-	       lineOf({{QStringLiteral("event"), QStringLiteral("recent")},
-		       {QStringLiteral("folder"), QStringLiteral("/home/ana/Videos/Shorts")},
-		       {QStringLiteral("items"), clips}});
+	const QJsonArray choices{u"vtuber-bubble"_s, u"gameplay"_s, u"podcast"_s};
+	return lineOf({{u"event"_s, u"status"_s},
+		       {u"linked"_s, true},
+		       {u"login"_s, u"ana"_s},
+		       {u"layouts"_s, choices},
+		       {u"styles"_s, choices},
+		       {u"fonts"_s, choices}}) +
+	       lineOf({{u"event"_s, u"progress"_s}, {u"phase"_s, u"download"_s}, {u"percent"_s, 40}}) +
+	       lineOf({{u"event"_s, u"done"_s},
+		       {u"formatted"_s, QJsonArray{u"/home/ana/Videos/Shorts/a.mp4"_s}},
+		       {u"note"_s, u"captions from a file"_s}}) +
+	       lineOf({{u"event"_s, u"recent"_s}, {u"folder"_s, u"/home/ana/Videos/Shorts"_s}, {u"items"_s, clips}});
 }
 
 QByteArray megabyteOfEvents()
@@ -92,8 +88,7 @@ BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
 QByteArray hugeEvent(int64_t size_MiB)
 {
 	const qsizetype size_bytes = size_MiB * 1'048'576;
-	QByteArray line =
-		lineOf({{QStringLiteral("event"), QStringLiteral("done")}, {QStringLiteral("note"), QString()}});
+	QByteArray line = lineOf({{u"event"_s, u"done"_s}, {u"note"_s, QString()}});
 	return line.insert(line.lastIndexOf('"'), size_bytes - line.size(), 'x');
 }
 

@@ -23,6 +23,8 @@
 #include <map>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 using Notify = bool (*)(QApplication *, QObject *, QEvent *);
 using StartReplayBuffer = void (*)();
@@ -135,14 +137,13 @@ __attribute__((destructor)) void report()
 	}
 	const auto events = QMetaEnum::fromType<QEvent::Type>();
 	for (const auto &[kind, times] : kinds()) {
-		const QJsonObject line{
-			{QStringLiteral("inDock"), kind.inDock},
-			{QStringLiteral("receiver"), QString::fromLatin1(kind.receiver)},
-			{QStringLiteral("event"), QString::fromLatin1(events.valueToKey(kind.event))},
-			{QStringLiteral("count"), times.count},
-			{QStringLiteral("longest_ms"), static_cast<double>(times.longest_ns) / 1e6},
-			{QStringLiteral("longestProcessor_ms"), static_cast<double>(times.longestProcessor_ns) / 1e6},
-			{QStringLiteral("totalProcessor_ms"), static_cast<double>(times.totalProcessor_ns) / 1e6}};
+		const QJsonObject line{{u"inDock"_s, kind.inDock},
+				       {u"receiver"_s, QString::fromLatin1(kind.receiver)},
+				       {u"event"_s, QString::fromLatin1(events.valueToKey(kind.event))},
+				       {u"count"_s, times.count},
+				       {u"longest_ms"_s, static_cast<double>(times.longest_ns) / 1e6},
+				       {u"longestProcessor_ms"_s, static_cast<double>(times.longestProcessor_ns) / 1e6},
+				       {u"totalProcessor_ms"_s, static_cast<double>(times.totalProcessor_ns) / 1e6}};
 		std::fprintf(file, "%s\n", QJsonDocument(line).toJson(QJsonDocument::Compact).constData());
 	}
 	std::fclose(file);

@@ -12,6 +12,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 // Each line of an input begins with a letter that names a helper command; the rest of the line is what the helper
 // answers to the newest run of that command, which the dock starts first if none is in flight. After a capital letter
 // the run ends; "o" is the user, who opens what there is to open.
@@ -64,10 +66,10 @@ void openEverything(const ShownDock &dock)
 
 void requireOrder(const ShownDock &dock)
 {
-	const auto *status = dock->findChild<QLabel *>(QStringLiteral("status"));
+	const auto *status = dock->findChild<QLabel *>(u"status"_s);
 	require(status->styleSheet() == u"color:#ff6b81" || status->styleSheet() == u"color:#8a90a6",
 		"the status line has one of its two colours");
-	const auto *updateButton = dock->findChild<QPushButton *>(QStringLiteral("updateBtn"));
+	const auto *updateButton = dock->findChild<QPushButton *>(u"updateBtn"_s);
 	require(updateButton->text().size() <= longestShownText + 1 &&
 			updateButton->toolTip().size() <= longestShownText + 1,
 		"the update button's texts stay short enough to be laid out");

@@ -10,15 +10,15 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 // The first line of an input holds the entries that the user picks, a character for each box; the rest is the
 // preferences file that is there when OBS starts. Without picks there is no dock but only a key that is written, which
 // takes a hundredth of the time.
 
 namespace {
-const std::array boxNames{QStringLiteral("seconds"), QStringLiteral("layout"), QStringLiteral("style"),
-			  QStringLiteral("font"), QStringLiteral("pos")};
-const std::array memberNames{QStringLiteral("seconds"), QStringLiteral("layout"), QStringLiteral("style"),
-			     QStringLiteral("font"), QStringLiteral("caption_position")};
+const std::array boxNames{u"seconds"_s, u"layout"_s, u"style"_s, u"font"_s, u"pos"_s};
+const std::array memberNames{u"seconds"_s, u"layout"_s, u"style"_s, u"font"_s, u"caption_position"_s};
 
 QJsonObject choices(const ShownDock &dock)
 {
@@ -66,7 +66,7 @@ void clearHotkey()
 QJsonObject writeKey()
 {
 	updatePreferences([](obs_data_t *changed) { obs_data_set_int(changed, "seconds", 30); });
-	return {{QStringLiteral("seconds"), 30}};
+	return {{u"seconds"_s, 30}};
 }
 
 /// The choices after a dock of the file was given the user's picks, and has saved them.
@@ -82,7 +82,7 @@ QJsonObject pickAndSave(const QByteArray &picks)
 /// `before` and `file`: what libobs read before the file was written, and the bytes it read.
 void requireKept(const OBSDataAutoRelease &before, const QByteArray &file, const OBSDataAutoRelease &after)
 {
-	require(readFile(settingsPath() + QStringLiteral(".bak")) == file, "the previous file is the backup");
+	require(readFile(settingsPath() + u".bak"_s) == file, "the previous file is the backup");
 	require(foreignMembers(before) == foreignMembers(after), "other keys are kept, as libobs reads them");
 	require(!QJsonDocument::fromJson(file).isObject() ||
 			foreignMembers(file) == foreignMembers(readFile(settingsPath())),
@@ -95,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	startHost();
 	QByteArray file = toBytes(data, size);
 	const QByteArray picks = takeLine(file);
-	QFile::remove(settingsPath() + QStringLiteral(".bak"));
+	QFile::remove(settingsPath() + u".bak"_s);
 	writeFile(settingsPath(), file);
 
 	const OBSDataAutoRelease before = readPreferences();

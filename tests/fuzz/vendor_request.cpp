@@ -9,6 +9,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 // Each line of an input begins with a letter: "C" and "G" send ClipThat and GetStatus, "B" loads the clip hotkey's
 // bindings from OBS's save data; the rest of the line is the request's or the save data. "r" starts or stops the Replay
 // Buffer, "d" makes a dock or destroys it; there is none at first.
@@ -27,15 +29,14 @@ void requireAnswers(const OBSDataAutoRelease &request, bool dock)
 {
 	const bool replayBuffer = frontend().replayBufferActive;
 	const QJsonObject clip = websocket().request("ClipThat", request);
-	require(clip == QJsonObject(
-				{{QStringLiteral("ok"), dock}, {QStringLiteral("replay_buffer_active"), replayBuffer}}),
+	require(clip == QJsonObject({{u"ok"_s, dock}, {u"replay_buffer_active"_s, replayBuffer}}),
 		"ClipThat answers by the module's state alone");
 
 	const QJsonObject status = websocket().request("GetStatus", request);
-	require(status == QJsonObject({{QStringLiteral("version"), QStringLiteral(KESTRUNE_VERSION)},
-				       {QStringLiteral("dock"), dock},
-				       {QStringLiteral("replay_buffer_active"), replayBuffer},
-				       {QStringLiteral("hotkey"), dock ? currentHotkeyText() : QString()}}),
+	require(status == QJsonObject({{u"version"_s, u"" KESTRUNE_VERSION ""_s},
+				       {u"dock"_s, dock},
+				       {u"replay_buffer_active"_s, replayBuffer},
+				       {u"hotkey"_s, dock ? currentHotkeyText() : QString()}}),
 		"GetStatus answers by the module's state alone");
 }
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "process_figures.hpp"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 qint64 statusNumber(const QByteArray &status, const QByteArray &name)
 {
@@ -20,20 +22,19 @@ QByteArray content(const QString &path)
 
 ProcessFigures processFigures()
 {
-	const QByteArray status = content(QStringLiteral("/proc/self/status"));
+	const QByteArray status = content(u"/proc/self/status"_s);
 	qsizetype children = 0;
-	const QStringList threads =
-		QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+	const QStringList threads = QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 	for (const QString &thread : threads) {
-		children += content(QStringLiteral("/proc/self/task/%1/children").arg(thread)).split(' ').size() - 1;
+		children += content(u"/proc/self/task/%1/children"_s.arg(thread)).split(' ').size() - 1;
 	}
 	return {statusNumber(status, "VmRSS"), statusNumber(status, "VmHWM"),
-		QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size(), children};
+		QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size(), children};
 }
 
 void resetPeakMemory()
 {
-	QFile file(QStringLiteral("/proc/self/clear_refs"));
+	QFile file(u"/proc/self/clear_refs"_s);
 	if (file.open(QIODevice::WriteOnly)) {
 		file.write("5");
 	}

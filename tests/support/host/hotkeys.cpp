@@ -7,6 +7,8 @@
 #include <cstring>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 struct Search {
 	const char *name{nullptr};
@@ -66,7 +68,7 @@ QStringList boundCombinations(obs_hotkey_id id)
 			auto *wanted = static_cast<Bindings *>(data);
 			const obs_key_combination combination = obs_hotkey_binding_get_key_combination(binding);
 			if (obs_hotkey_binding_get_hotkey_id(binding) == wanted->id) {
-				wanted->texts << QStringLiteral("%1 ").arg(combination.modifiers) +
+				wanted->texts << u"%1 "_s.arg(combination.modifiers) +
 							 QString::fromUtf8(obs_key_to_name(combination.key));
 			}
 			return true;

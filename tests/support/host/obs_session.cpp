@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <mutex>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 std::mutex logMutex;
 QList<LogLine> logLines;
@@ -57,5 +59,5 @@ QList<LogLine> ObsSession::moduleLog() const
 
 QString ObsSession::configFolder() const
 {
-	return folder_.filePath(QStringLiteral("kestrune"));
+	return folder_.filePath(u"kestrune"_s);
 }

@@ -4,9 +4,11 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 // The last: addresses that name none.
-const std::array schemes{QStringLiteral("file"), QStringLiteral("http"), QStringLiteral("https"), QString()};
+const std::array schemes{u"file"_s, u"http"_s, u"https"_s, QString()};
 } // namespace
 
 OpenedUrls::OpenedUrls()

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <system_error>
 
+using namespace Qt::StringLiterals;
+
 HelperScript &HelperScript::add(const QString &action, QJsonObject step)
 {
 	step[u"do"] = action;
@@ -22,48 +24,47 @@ HelperScript &HelperScript::event(const QJsonObject &event)
 
 HelperScript &HelperScript::write(const QByteArray &bytes)
 {
-	return add(QStringLiteral("write"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())}});
+	return add(u"write"_s, {{u"bytes"_s, QString::fromLatin1(bytes.toBase64())}});
 }
 
 HelperScript &HelperScript::complain(const QByteArray &bytes)
 {
-	return add(QStringLiteral("complain"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())}});
+	return add(u"complain"_s, {{u"bytes"_s, QString::fromLatin1(bytes.toBase64())}});
 }
 
 HelperScript &HelperScript::await(const QString &gate)
 {
-	return add(QStringLiteral("await"), {{QStringLiteral("gate"), gate}});
+	return add(u"await"_s, {{u"gate"_s, gate}});
 }
 
 HelperScript &HelperScript::flood(const QByteArray &bytes)
 {
-	return add(QStringLiteral("flood"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())}});
+	return add(u"flood"_s, {{u"bytes"_s, QString::fromLatin1(bytes.toBase64())}});
 }
 
 HelperScript &HelperScript::repeat(const QByteArray &bytes, int count)
 {
-	return add(QStringLiteral("repeat"), {{QStringLiteral("bytes"), QString::fromLatin1(bytes.toBase64())},
-					      {QStringLiteral("count"), count}});
+	return add(u"repeat"_s, {{u"bytes"_s, QString::fromLatin1(bytes.toBase64())}, {u"count"_s, count}});
 }
 
 HelperScript &HelperScript::closeOutput()
 {
-	return add(QStringLiteral("close output"));
+	return add(u"close output"_s);
 }
 
 HelperScript &HelperScript::hang()
 {
-	return add(QStringLiteral("hang"));
+	return add(u"hang"_s);
 }
 
 HelperScript &HelperScript::crash()
 {
-	return add(QStringLiteral("crash"));
+	return add(u"crash"_s);
 }
 
 HelperScript &HelperScript::exit(int code)
 {
-	return add(QStringLiteral("exit"), {{QStringLiteral("code"), code}});
+	return add(u"exit"_s, {{u"code"_s, code}});
 }
 
 StandInHelper::StandInHelper()
@@ -80,8 +81,8 @@ StandInHelper::~StandInHelper()
 
 void StandInHelper::on(const QString &command, const HelperScript &script) const
 {
-	const QString path = folder_.filePath(command.mid(2) + QStringLiteral(".json"));
-	const QString beside = path + QStringLiteral(".new");
+	const QString path = folder_.filePath(command.mid(2) + u".json"_s);
+	const QString beside = path + u".new"_s;
 	QFile file(beside);
 	if (!file.open(QIODevice::WriteOnly)) {
 		qFatal("cannot write %s", qUtf8Printable(beside));
@@ -110,7 +111,7 @@ void StandInHelper::open(const QString &gate) const
 
 QList<QJsonObject> StandInHelper::records(const QString &command) const
 {
-	QFile file(folder_.filePath(QStringLiteral("runs")));
+	QFile file(folder_.filePath(u"runs"_s));
 	if (!file.open(QIODevice::ReadOnly)) {
 		return {};
 	}

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 struct config_data {
 	QString path{};
 	QMap<QString, QMap<QString, QString>> sections{};
@@ -85,7 +87,7 @@ void config_set_int(config_t *config, const char *section, const char *name, int
 
 void config_set_bool(config_t *config, const char *section, const char *name, bool on)
 {
-	setValue(config, section, name, on ? QStringLiteral("true") : QStringLiteral("false"));
+	setValue(config, section, name, on ? u"true"_s : u"false"_s);
 }
 
 int64_t config_get_int(config_t *config, const char *section, const char *name)

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 struct obs_module {
 	std::string fileName{};
 	QString name{};
@@ -140,7 +142,7 @@ char *obs_module_get_config_path(obs_module_t *module, const char *file)
 lookup_t *obs_module_load_locale(obs_module_t *module, const char *default_locale, const char *wanted)
 {
 	const auto path = [module](const char *name) {
-		return module->data.filePath(QStringLiteral("locale/%1.ini").arg(QString::fromUtf8(name))).toUtf8();
+		return module->data.filePath(u"locale/%1.ini"_s.arg(QString::fromUtf8(name))).toUtf8();
 	};
 	lookup_t *lookup = text_lookup_create(path(default_locale).constData());
 	if (lookup) {

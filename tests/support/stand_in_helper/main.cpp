@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 // Stands in for the helper: notes how it was called in "runs" of the folder STAND_IN_HELPER_DIR, then does what the
 // script for its first switch says ("status.json" for --status). Without a script it ends at once with code 0.
 
@@ -28,12 +30,12 @@ void note(const QStringList &arguments)
 	QJsonObject run = windowState();
 	run[u"pid"] = QCoreApplication::applicationPid();
 	run[u"arguments"] = QJsonArray::fromStringList(arguments);
-	append(folder().filePath(QStringLiteral("runs")), QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');
+	append(folder().filePath(u"runs"_s), QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');
 }
 
 QJsonArray script(const QStringList &arguments)
 {
-	QFile file(folder().filePath(arguments.value(0).remove(0, 2) + QStringLiteral(".json")));
+	QFile file(folder().filePath(arguments.value(0).remove(0, 2) + u".json"_s));
 	if (!file.open(QIODevice::ReadOnly)) {
 		return {};
 	}

@@ -9,13 +9,15 @@
 #include <cstdlib>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 QJsonObject windowState()
 {
 	STARTUPINFOW start{};
 	GetStartupInfoW(&start);
-	return {{QStringLiteral("console"), GetConsoleWindow() != nullptr},
-		{QStringLiteral("showWindowSet"), (start.dwFlags & STARTF_USESHOWWINDOW) != 0},
-		{QStringLiteral("showWindow"), start.wShowWindow}};
+	return {{u"console"_s, GetConsoleWindow() != nullptr},
+		{u"showWindowSet"_s, (start.dwFlags & STARTF_USESHOWWINDOW) != 0},
+		{u"showWindow"_s, start.wShowWindow}};
 }
 
 void append(const QString &path, const QByteArray &bytes)

@@ -13,6 +13,8 @@
 
 #include "stand_in_helper/system.hpp"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int exitUnusable = 2;
@@ -33,13 +35,13 @@ int install(const QString &version)
 {
 	const QString path = qEnvironmentVariable("KESTRUNE_MANIFEST");
 	if (path.isEmpty()) {
-		return complain(QStringLiteral("KESTRUNE_MANIFEST isn't set."));
+		return complain(u"KESTRUNE_MANIFEST isn't set."_s);
 	}
 	QJsonObject manifest = readObject(path);
-	manifest[QStringLiteral("version")] = version;
+	manifest[u"version"_s] = version;
 	QSaveFile file(path);
 	if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(manifest).toJson()) < 0 || !file.commit()) {
-		return complain(QStringLiteral("couldn't write %1 (%2).").arg(path, file.errorString()));
+		return complain(u"couldn't write %1 (%2)."_s.arg(path, file.errorString()));
 	}
 	return 0;
 }
@@ -51,12 +53,12 @@ int main(int argc, char *argv[])
 	const QCoreApplication application(argc, argv);
 	const QStringList arguments = QCoreApplication::arguments();
 	if (arguments.size() != 2) {
-		return complain(QStringLiteral("takes the path of an installer and nothing else."));
+		return complain(u"takes the path of an installer and nothing else."_s);
 	}
 	const QJsonObject installer = readObject(arguments.at(1));
 	const QString version = installer.value(QLatin1String("version")).toString();
 	if (version.isEmpty()) {
-		return complain(QStringLiteral("%1 names no version.").arg(arguments.at(1)));
+		return complain(u"%1 names no version."_s.arg(arguments.at(1)));
 	}
 	if (installer.value(QLatin1String("crash")).toBool()) {
 		crash();

@@ -90,7 +90,7 @@ private Q_SLOTS:
 		frontend().replayBufferActive = true;
 		QVERIFY(load());
 		postLoad();
-		QJsonObject expected{{u"version"_s, QStringLiteral(KESTRUNE_VERSION)},
+		QJsonObject expected{{u"version"_s, u"" KESTRUNE_VERSION ""_s},
 				     {u"dock"_s, true},
 				     {u"replay_buffer_active"_s, true},
 				     {u"hotkey"_s, u""_s}};
@@ -119,7 +119,7 @@ private Q_SLOTS:
 		destroyMainWindow();
 		QCOMPARE(websocket.request("ClipThat"),
 			 QJsonObject({{u"ok"_s, false}, {u"replay_buffer_active"_s, true}}));
-		QCOMPARE(websocket.request("GetStatus"), QJsonObject({{u"version"_s, QStringLiteral(KESTRUNE_VERSION)},
+		QCOMPARE(websocket.request("GetStatus"), QJsonObject({{u"version"_s, u"" KESTRUNE_VERSION ""_s},
 								      {u"dock"_s, false},
 								      {u"replay_buffer_active"_s, true},
 								      {u"hotkey"_s, u""_s}}));

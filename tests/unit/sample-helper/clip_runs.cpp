@@ -2,17 +2,17 @@
 
 #include <QJsonArray>
 
+using namespace Qt::StringLiterals;
+
 QStringList processArguments(const QString &replay, int length_s, const QStringList &look)
 {
-	return QStringList{QStringLiteral("--process"), replay,
-			   QStringLiteral("--seconds"), QString::number(length_s),
-			   QStringLiteral("--scene"),   QStringLiteral("obs")} +
+	return QStringList{u"--process"_s, replay, u"--seconds"_s, QString::number(length_s), u"--scene"_s, u"obs"_s} +
 	       look;
 }
 
 QStringList lookArguments(const char *layout, const char *style)
 {
-	return {QStringLiteral("--layout"), QLatin1String(layout), QStringLiteral("--style"), QLatin1String(style)};
+	return {u"--layout"_s, QLatin1String(layout), u"--style"_s, QLatin1String(style)};
 }
 
 QString shortPath(const Run &run)
@@ -32,5 +32,5 @@ QString note(const Run &run)
 
 void linkAccount(const Sandbox &sandbox)
 {
-	sandbox.run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
+	sandbox.run({u"--link"_s, u"--no-browser"_s});
 }

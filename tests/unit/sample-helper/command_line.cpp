@@ -6,6 +6,8 @@
 #include <QSet>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class CommandLineTest : public QObject {
 	Q_OBJECT
 
@@ -23,22 +25,18 @@ void CommandLineTest::refuses_what_it_does_not_know_data()
 {
 	QTest::addColumn<QStringList>("arguments");
 	QTest::addColumn<QString>("text");
-	QTest::newRow("unknown switch") << QStringList{QStringLiteral("--foo")}
-					<< QStringLiteral("The sample helper doesn't know --foo yet.");
+	QTest::newRow("unknown switch") << QStringList{u"--foo"_s} << u"The sample helper doesn't know --foo yet."_s;
 	QTest::newRow("unknown switch after a command")
-		<< QStringList{QStringLiteral("--status"), QStringLiteral("--upload=now")}
-		<< QStringLiteral("The sample helper doesn't know --upload yet.");
-	QTest::newRow("unknown letter") << QStringList{QStringLiteral("-x")}
-					<< QStringLiteral("The sample helper doesn't know -x yet.");
-	QTest::newRow("nothing") << QStringList{} << QStringLiteral("Nothing to do. Try sample-helper --help.");
-	QTest::newRow("only a modifier") << QStringList{QStringLiteral("--no-browser")}
-					 << QStringLiteral("Nothing to do. Try sample-helper --help.");
-	QTest::newRow("two commands") << QStringList{QStringLiteral("--status"), QStringLiteral("--recent")}
-				      << QStringLiteral("The sample helper takes one command at a time.");
-	QTest::newRow("stray word") << QStringList{QStringLiteral("--status"), QStringLiteral("please")}
-				    << QStringLiteral("The sample helper doesn't know what to do with \"please\".");
-	QTest::newRow("missing value") << QStringList{QStringLiteral("--process")}
-				       << QStringLiteral("Missing value after '--process'.");
+		<< QStringList{u"--status"_s, u"--upload=now"_s} << u"The sample helper doesn't know --upload yet."_s;
+	QTest::newRow("unknown letter") << QStringList{u"-x"_s} << u"The sample helper doesn't know -x yet."_s;
+	QTest::newRow("nothing") << QStringList{} << u"Nothing to do. Try sample-helper --help."_s;
+	QTest::newRow("only a modifier") << QStringList{u"--no-browser"_s}
+					 << u"Nothing to do. Try sample-helper --help."_s;
+	QTest::newRow("two commands") << QStringList{u"--status"_s, u"--recent"_s}
+				      << u"The sample helper takes one command at a time."_s;
+	QTest::newRow("stray word") << QStringList{u"--status"_s, u"please"_s}
+				    << u"The sample helper doesn't know what to do with \"please\"."_s;
+	QTest::newRow("missing value") << QStringList{u"--process"_s} << u"Missing value after '--process'."_s;
 }
 
 void CommandLineTest::refuses_what_it_does_not_know()
@@ -47,13 +45,13 @@ void CommandLineTest::refuses_what_it_does_not_know()
 	QFETCH(const QString, text);
 	const Run run = Sandbox().run(arguments);
 	QCOMPARE(run.exitCode, 1);
-	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), QStringLiteral("error"));
+	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), u"error"_s);
 	QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(), text);
 }
 
 void CommandLineTest::prints_help_for_people()
 {
-	const Run run = Sandbox().run({QStringLiteral("--help")});
+	const Run run = Sandbox().run({u"--help"_s});
 	QCOMPARE(run.exitCode, 0);
 	QVERIFY(run.events.isEmpty());
 	// Windows ends lines in its own way.
@@ -70,34 +68,34 @@ void CommandLineTest::prints_help_for_people()
 
 void CommandLineTest::helps_with_what_it_knows()
 {
-	const QString help = QString::fromUtf8(Sandbox().run({QStringLiteral("--help")}).output);
+	const QString help = QString::fromUtf8(Sandbox().run({u"--help"_s}).output);
 	QSet<QString> told{};
-	static const QRegularExpression option(QStringLiteral("^  (--[a-z-]+)"), QRegularExpression::MultilineOption);
+	static const QRegularExpression option(u"^  (--[a-z-]+)"_s, QRegularExpression::MultilineOption);
 	for (const QRegularExpressionMatch &match : option.globalMatch(help)) {
 		told += match.captured(1);
 	}
 	for (const Command &command : commands()) {
-		QVERIFY2(told.contains(QStringLiteral("--") + QLatin1String(command.name)), command.name);
+		QVERIFY2(told.contains(u"--"_s + QLatin1String(command.name)), command.name);
 	}
 	QCOMPARE(told.size(), 23);
 	for (const QString &name : std::as_const(told)) {
 		// A second unknown switch keeps the run from doing anything.
-		const Run run = Sandbox().run({name, QStringLiteral("x"), QStringLiteral("--foo")});
+		const Run run = Sandbox().run({name, u"x"_s, u"--foo"_s});
 		QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(),
-			 QStringLiteral("The sample helper doesn't know --foo yet."));
+			 u"The sample helper doesn't know --foo yet."_s);
 	}
 }
 
 void CommandLineTest::prints_its_version()
 {
-	const Run run = Sandbox().run({QStringLiteral("--version")});
+	const Run run = Sandbox().run({u"--version"_s});
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.output.trimmed(), QByteArray("sample-helper " SAMPLE_HELPER_VERSION));
 }
 
 void CommandLineTest::writes_one_line_per_event()
 {
-	const Run run = Sandbox().run({QStringLiteral("--link"), QStringLiteral("--no-browser")});
+	const Run run = Sandbox().run({u"--link"_s, u"--no-browser"_s});
 	QCOMPARE(run.events.size(), 2);
 	QCOMPARE(run.output.count('\n'), 2);
 	QVERIFY(run.output.endsWith('\n'));
@@ -107,12 +105,11 @@ void CommandLineTest::writes_one_line_per_event()
 void CommandLineTest::reports_a_state_folder_that_cannot_be_made()
 {
 	Sandbox sandbox;
-	const QString file = sandbox.writeFile(QStringLiteral("a file"), "x");
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), file + QStringLiteral("/state"));
-	const Run run = sandbox.run({QStringLiteral("--link")});
+	const QString file = sandbox.writeFile(u"a file"_s, "x");
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, file + u"/state"_s);
+	const Run run = sandbox.run({u"--link"_s});
 	QCOMPARE(run.exitCode, 1);
-	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().startsWith(
-		QStringLiteral("couldn't make the folder ")));
+	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().startsWith(u"couldn't make the folder "_s));
 }
 
 KESTRUNE_TEST(CommandLineTest)

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int runTimeout_ms = 120000;
@@ -14,27 +16,27 @@ constexpr int runTimeout_ms = 120000;
 
 QString sampleHelper()
 {
-	return QStringLiteral(SAMPLE_HELPER);
+	return u"" SAMPLE_HELPER ""_s;
 }
 
 QString updateRunner()
 {
-	return QStringLiteral(UPDATE_RUNNER);
+	return u"" UPDATE_RUNNER ""_s;
 }
 
 Sandbox::Sandbox()
 {
 	for (const QString &name : environment_.keys()) {
-		if (name.startsWith(QStringLiteral("KESTRUNE_"))) {
+		if (name.startsWith(u"KESTRUNE_"_s)) {
 			environment_.remove(name);
 		}
 	}
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), folder_.path());
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, folder_.path());
 	// The tests must not depend on the machine's graphics card.
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("libx264"));
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_LINK_MS"), QStringLiteral("0"));
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("0"));
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"), QStringLiteral("0"));
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"libx264"_s);
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_LINK_MS"_s, u"0"_s);
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"0"_s);
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"_s, u"0"_s);
 }
 
 QStringList Sandbox::shortsFolderContent() const
@@ -73,8 +75,8 @@ QByteArray Sandbox::readFile(const QString &name) const
 
 void Sandbox::useTool(const QString &name, const QByteArray &script)
 {
-	writeScript(QStringLiteral("tools/") + name, script);
-	setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), path(QStringLiteral("tools")));
+	writeScript(u"tools/"_s + name, script);
+	setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, path(u"tools"_s));
 }
 
 Run Sandbox::run(const QStringList &arguments) const

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 /// Path of the sample helper.
 QString sampleHelper();
 /// Path of the program that stands in for the elevated installer.
@@ -32,7 +34,7 @@ public:
 	Sandbox();
 
 	QString path(const QString &name = {}) const { return folder_.filePath(name); }
-	QString shortsFolder() const { return path(QStringLiteral("Shorts")); }
+	QString shortsFolder() const { return path(u"Shorts"_s); }
 	/// The files in the Shorts folder, whatever their kind.
 	QStringList shortsFolderContent() const;
 

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace videos {
 namespace {
 
@@ -32,14 +34,12 @@ QString make(const QString &name, const QString &picture, const QString &sound, 
 	static const QTemporaryDir folder;
 	const QString path = folder.filePath(name);
 	if (!QFile::exists(path)) {
-		QStringList arguments{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"), picture};
+		QStringList arguments{u"-f"_s, u"lavfi"_s, u"-i"_s, picture};
 		if (!sound.isEmpty()) {
-			arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i") << sound
-				  << QStringLiteral("-c:a") << QStringLiteral("pcm_s16le");
+			arguments << u"-f"_s << u"lavfi"_s << u"-i"_s << sound << u"-c:a"_s << u"pcm_s16le"_s;
 		}
-		arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
-			  << QStringLiteral("ultrafast") << QStringLiteral("-pix_fmt") << QStringLiteral("yuv420p")
-			  << QStringLiteral("-t") << seconds << path;
+		arguments << u"-c:v"_s << u"libx264"_s << u"-preset"_s << u"ultrafast"_s << u"-pix_fmt"_s
+			  << u"yuv420p"_s << u"-t"_s << seconds << path;
 		ffmpeg(arguments);
 	}
 	return path;
@@ -47,56 +47,50 @@ QString make(const QString &name, const QString &picture, const QString &sound, 
 
 QString tone()
 {
-	return QStringLiteral("sine=r=48000");
+	return u"sine=r=48000"_s;
 }
 
 } // namespace
 
 QString regions()
 {
-	return make(QStringLiteral("regions.mkv"),
-		    QStringLiteral("color=c=red:s=320x180:r=25,drawbox=x=160:y=0:w=160:h=180:c=blue:t=fill,"
-				   "drawbox=x=224:y=99:w=96:h=81:c=lime:t=fill"),
-		    tone(), QStringLiteral("4"));
+	return make(u"regions.mkv"_s,
+		    u"color=c=red:s=320x180:r=25,drawbox=x=160:y=0:w=160:h=180:c=blue:t=fill,"
+		    "drawbox=x=224:y=99:w=96:h=81:c=lime:t=fill"_s,
+		    tone(), u"4"_s);
 }
 
 QString blackThenWhite()
 {
-	return make(
-		QStringLiteral("black then white.mkv"),
-		QStringLiteral("color=c=black:s=320x180:r=25:d=4[a];color=c=white:s=320x180:r=25:d=2[b];[a][b]concat"),
-		tone(), QStringLiteral("6"));
+	return make(u"black then white.mkv"_s,
+		    u"color=c=black:s=320x180:r=25:d=4[a];color=c=white:s=320x180:r=25:d=2[b];[a][b]concat"_s, tone(),
+		    u"6"_s);
 }
 
 QString silent()
 {
-	return make(QStringLiteral("silent.mp4"), QStringLiteral("testsrc2=s=320x180:r=25"), {}, QStringLiteral("2"));
+	return make(u"silent.mp4"_s, u"testsrc2=s=320x180:r=25"_s, {}, u"2"_s);
 }
 
 QString atFrameRate(int rate)
 {
-	return make(QStringLiteral("rate-%1.mkv").arg(rate), QStringLiteral("testsrc2=s=320x180:r=%1").arg(rate), {},
-		    QStringLiteral("1"));
+	return make(u"rate-%1.mkv"_s.arg(rate), u"testsrc2=s=320x180:r=%1"_s.arg(rate), {}, u"1"_s);
 }
 
 QString withTones(const QList<double> &amplitudes)
 {
 	QStringList channels{};
 	for (const double amplitude : amplitudes) {
-		channels += QStringLiteral("%1*sin(2*PI*%2*t)").arg(amplitude).arg(400 + 100 * channels.size());
+		channels += u"%1*sin(2*PI*%2*t)"_s.arg(amplitude).arg(400 + 100 * channels.size());
 	}
-	return make(
-		QStringLiteral("tones-%1.mkv").arg(channels.size()), QStringLiteral("color=c=gray:s=320x180:r=25"),
-		QStringLiteral("aevalsrc=%1:s=48000:c=%2c").arg(channels.join(QLatin1Char('|'))).arg(channels.size()),
-		QStringLiteral("2"));
+	return make(u"tones-%1.mkv"_s.arg(channels.size()), u"color=c=gray:s=320x180:r=25"_s,
+		    u"aevalsrc=%1:s=48000:c=%2c"_s.arg(channels.join(QLatin1Char('|'))).arg(channels.size()), u"2"_s);
 }
 
 Details details(const QString &path)
 {
-	const QByteArray answer =
-		outputOf(QStringLiteral("ffprobe"),
-			 {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
-			  QStringLiteral("-show_streams"), QStringLiteral("-show_format"), path});
+	const QByteArray answer = outputOf(
+		u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-of"_s, u"json"_s, u"-show_streams"_s, u"-show_format"_s, path});
 	const QJsonObject object = QJsonDocument::fromJson(answer).object();
 	Details result{};
 	result.duration_s = object[QLatin1String("format")].toObject()[QLatin1String("duration")].toString().toDouble();
@@ -122,9 +116,8 @@ Details details(const QString &path)
 
 QList<int> brightness(const QString &path)
 {
-	const QByteArray bytes = ffmpeg({QStringLiteral("-i"), path, QStringLiteral("-vf"),
-					 QStringLiteral("scale=1:1:flags=area,format=gray"), QStringLiteral("-f"),
-					 QStringLiteral("rawvideo"), QStringLiteral("-")});
+	const QByteArray bytes = ffmpeg(
+		{u"-i"_s, path, u"-vf"_s, u"scale=1:1:flags=area,format=gray"_s, u"-f"_s, u"rawvideo"_s, u"-"_s});
 	QList<int> result{};
 	for (const char byte : bytes) {
 		result += static_cast<unsigned char>(byte);
@@ -135,9 +128,8 @@ QList<int> brightness(const QString &path)
 QList<double> loudness(const QString &path)
 {
 	const int channels = details(path).audioChannels;
-	const QByteArray bytes = ffmpeg({QStringLiteral("-i"), path, QStringLiteral("-vn"), QStringLiteral("-c:a"),
-					 QStringLiteral("pcm_f32le"), QStringLiteral("-f"), QStringLiteral("f32le"),
-					 QStringLiteral("-")});
+	const QByteArray bytes =
+		ffmpeg({u"-i"_s, path, u"-vn"_s, u"-c:a"_s, u"pcm_f32le"_s, u"-f"_s, u"f32le"_s, u"-"_s});
 	QList<float> samples(bytes.size() / static_cast<qsizetype>(sizeof(float)));
 	std::memcpy(samples.data(), bytes.constData(), static_cast<std::size_t>(samples.size()) * sizeof(float));
 	QList<double> sums(channels);
@@ -152,9 +144,8 @@ QList<double> loudness(const QString &path)
 
 QByteArray firstFrame(const QString &path)
 {
-	return ffmpeg({QStringLiteral("-i"), path, QStringLiteral("-frames:v"), QStringLiteral("1"),
-		       QStringLiteral("-pix_fmt"), QStringLiteral("rgb24"), QStringLiteral("-f"),
-		       QStringLiteral("rawvideo"), QStringLiteral("-")});
+	return ffmpeg(
+		{u"-i"_s, path, u"-frames:v"_s, u"1"_s, u"-pix_fmt"_s, u"rgb24"_s, u"-f"_s, u"rawvideo"_s, u"-"_s});
 }
 
 bool isFastStart(const QString &path)
@@ -170,8 +161,7 @@ bool isFastStart(const QString &path)
 
 QByteArray ffmpeg(const QStringList &arguments)
 {
-	return outputOf(QStringLiteral("ffmpeg"),
-			QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y")} + arguments);
+	return outputOf(u"ffmpeg"_s, QStringList{u"-v"_s, u"error"_s, u"-y"_s} + arguments);
 }
 
 QByteArray checksum(const QString &path)

@@ -25,7 +25,7 @@ class ElevatedInstallerTest : public UpdateTest {
 	{
 		const QString path = scratchPath(name);
 		QDir().mkpath(QFileInfo(path).absolutePath());
-		if (!QFile::copy(QStringLiteral(STAND_IN_INSTALLER), path)) {
+		if (!QFile::copy(u"" STAND_IN_INSTALLER ""_s, path)) {
 			qFatal("cannot write %s", qUtf8Printable(path));
 		}
 		write(path + u".code"_s, QByteArray::number(code));

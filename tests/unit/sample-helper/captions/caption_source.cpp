@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 /// Captions from files beside the replay and from speech. The last two seconds of the replay are plain white, so the
 /// frames that are not white are those with a caption.
 class CaptionSourceTest : public QObject {
@@ -40,15 +42,15 @@ public:
 	Studio()
 	{
 		linkAccount(*this);
-		QDir(path()).mkpath(QStringLiteral("replays"));
+		QDir(path()).mkpath(u"replays"_s);
 		QFile::copy(videos::blackThenWhite(), replay());
 	}
 
-	QString replay() const { return path(QStringLiteral("replays/Replay 1.5.mkv")); }
+	QString replay() const { return path(u"replays/Replay 1.5.mkv"_s); }
 
-	void addSidecar(const QByteArray &content, const QString &suffix = QStringLiteral(".srt")) const
+	void addSidecar(const QByteArray &content, const QString &suffix = u".srt"_s) const
 	{
-		writeFile(QStringLiteral("replays/Replay 1.5") + suffix, content);
+		writeFile(u"replays/Replay 1.5"_s + suffix, content);
 	}
 
 	/// A stand-in for whisper.cpp's program: understands the same arguments, opens no file in another folder, as
@@ -69,18 +71,15 @@ public:
 			"ffprobe -v error -of csv=p=0 -show_entries stream=codec_name,sample_rate,channels:format=duration"
 			" \"$sound\" > \"$KESTRUNE_SAMPLE_HELPER_HOME/heard.txt\"\n" +
 			answer;
-		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER"),
-			    writeScript(QStringLiteral("tools/whisper-cli"), script));
-		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"),
-			    writeFile(QStringLiteral("ggml-tiny.bin"), "a model"));
+		setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s, writeScript(u"tools/whisper-cli"_s, script));
+		setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s, writeFile(u"ggml-tiny.bin"_s, "a model"));
 	}
 
 	Run clip() const
 	{
-		return run(processArguments(
-			replay(), 2,
-			lookArguments("gameplay", "clean") +
-				QStringList{QStringLiteral("--caption-position"), QStringLiteral("middle")}));
+		return run(processArguments(replay(), 2,
+					    lookArguments("gameplay", "clean") +
+						    QStringList{u"--caption-position"_s, u"middle"_s}));
 	}
 };
 
@@ -99,7 +98,7 @@ QString captionedFrames(const QString &path)
 			spans += QString::number(i);
 		}
 		if (wasShown && (!isShown || i + 1 == frames.size())) {
-			spans.last() += QStringLiteral("-%1").arg(isShown ? i + 1 : i);
+			spans.last() += u"-%1"_s.arg(isShown ? i + 1 : i);
 		}
 	}
 	return spans.join(QLatin1Char(' '));
@@ -112,23 +111,21 @@ void CaptionSourceTest::shows_sidecars_at_their_time_data()
 	QTest::addColumn<QString>("suffix");
 	QTest::addColumn<QByteArray>("content");
 	QTest::addColumn<QString>("frames");
-	QTest::newRow("SubRip") << QStringLiteral(".srt")
+	QTest::newRow("SubRip") << u".srt"_s
 				<< QByteArray("\xef\xbb\xbf"
 					      "1\r\n00:00:01,000 --> 00:00:03,000\r\nBefore\r\n\r\n"
 					      "2\r\n00:00:04,400 --> 00:00:05,200\r\nHello there everybody\r\n")
-				<< QStringLiteral("10-30");
-	QTest::newRow("WebVTT") << QStringLiteral(".vtt")
+				<< u"10-30"_s;
+	QTest::newRow("WebVTT") << u".vtt"_s
 				<< QByteArray("WEBVTT\n\n00:03.000 --> 00:04.400\nHello there everybody\n\n"
 					      "00:05.600 --> 01:00.000\n<v Ana>How are you doing?</v>\n")
-				<< QStringLiteral("0-10 40-50");
+				<< u"0-10 40-50"_s;
 	QTest::newRow("SubRip in capitals")
-		<< QStringLiteral(".SRT") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n")
-		<< QStringLiteral("10-30");
+		<< u".SRT"_s << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n") << u"10-30"_s;
 	QTest::newRow("WebVTT in capitals")
-		<< QStringLiteral(".VTT") << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n")
-		<< QStringLiteral("10-30");
-	QTest::newRow("nobody speaks") << QStringLiteral(".srt")
-				       << QByteArray("00:00:01,000 --> 00:00:03,000\nBefore\n") << QString();
+		<< u".VTT"_s << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n") << u"10-30"_s;
+	QTest::newRow("nobody speaks") << u".srt"_s << QByteArray("00:00:01,000 --> 00:00:03,000\nBefore\n")
+				       << QString();
 }
 
 void CaptionSourceTest::shows_sidecars_at_their_time()
@@ -139,7 +136,7 @@ void CaptionSourceTest::shows_sidecars_at_their_time()
 	const Studio studio;
 	studio.addSidecar(content, suffix);
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
 	QCOMPARE(captionedFrames(shortPath(run)), frames);
 }
@@ -154,8 +151,8 @@ void CaptionSourceTest::shows_hostile_texts_as_texts()
 			  "{\\fs9000{}W',drawbox=t=fill;[in]null\\N%1\n\n"
 			  "Dialogue: 0,0:00:00.00,0:01:00.00,Layer0,,0,0,0,,{\\fs9000}W\n");
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("0-20 25-45"));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"0-20 25-45"_s);
 	const QList<int> frames = videos::brightness(shortPath(run));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 150);
 }
@@ -164,14 +161,13 @@ void CaptionSourceTest::makes_shorts_without_captions_and_says_why_data()
 {
 	QTest::addColumn<QByteArray>("content");
 	QTest::addColumn<QString>("text");
-	QTest::newRow("empty") << QByteArray("")
-			       << QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+	QTest::newRow("empty") << QByteArray("") << u"without captions, Replay 1.5.srt holds no subtitles"_s;
 	QTest::newRow("prose") << QByteArray("dear diary\n")
-			       << QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+			       << u"without captions, Replay 1.5.srt holds no subtitles"_s;
 	QTest::newRow("binary") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello\n") + QByteArray(10, '\0')
-				<< QStringLiteral("without captions, Replay 1.5.srt holds no subtitles");
+				<< u"without captions, Replay 1.5.srt holds no subtitles"_s;
 	QTest::newRow("huge") << QByteArray("00:00:04,400 --> 00:00:05,200\nHello\n\n").repeated(30000)
-			      << QStringLiteral("without captions, Replay 1.5.srt is too large");
+			      << u"without captions, Replay 1.5.srt is too large"_s;
 }
 
 void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
@@ -181,7 +177,7 @@ void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
 	const Studio studio;
 	studio.addSidecar(content);
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), text);
 	QCOMPARE(captionedFrames(shortPath(run)), QString());
 }
@@ -191,10 +187,10 @@ void CaptionSourceTest::transcribes_the_last_seconds()
 	Studio studio;
 	studio.useTranscriber(aWord);
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("10-30"));
-	const QList<QByteArray> heard = studio.readFile(QStringLiteral("heard.txt")).split('\n');
+	QCOMPARE(captionedFrames(shortPath(run)), u"10-30"_s);
+	const QList<QByteArray> heard = studio.readFile(u"heard.txt"_s).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
 }
@@ -205,19 +201,19 @@ void CaptionSourceTest::keeps_speech_between_brackets()
 	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
 			      "2\\n00:00:00,400 --> 00:00:01,200\\n (well) I think so (yes)\\n\\n"
 			      "3\\n00:00:01,200 --> 00:00:02,000\\n [MUSIC]\\n' > \"$target.srt\"\n");
-	QCOMPARE(captionedFrames(shortPath(studio.clip())), QStringLiteral("10-30"));
+	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"10-30"_s);
 }
 
 void CaptionSourceTest::says_that_the_sound_is_unreadable()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
-	studio.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	studio.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *pcm_s16le*) echo 'No space left on device' >&2;"
-						 " exit 1;; esac\nexec ffmpeg \"$@\"");
+	studio.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	studio.useTool(u"ffmpeg"_s, "case \"$*\" in *pcm_s16le*) echo 'No space left on device' >&2;"
+				    " exit 1;; esac\nexec ffmpeg \"$@\"");
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("without captions, its sound couldn't be read"));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"without captions, its sound couldn't be read"_s);
 	QVERIFY(run.errorOutput.contains("the disk is full."));
 }
 
@@ -227,8 +223,8 @@ void CaptionSourceTest::prefers_the_sidecar()
 	studio.useTranscriber(aWord);
 	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
 	const Run run = studio.clip();
-	QCOMPARE(captionedFrames(shortPath(run)), QStringLiteral("25-35"));
-	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
+	QCOMPARE(captionedFrames(shortPath(run)), u"25-35"_s);
+	QVERIFY(studio.readFile(u"heard.txt"_s).isEmpty());
 }
 
 void CaptionSourceTest::needs_no_transcriber_for_silence()
@@ -236,9 +232,9 @@ void CaptionSourceTest::needs_no_transcriber_for_silence()
 	Studio studio;
 	studio.useTranscriber(aWord);
 	const Run run = studio.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "clean")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
-	QVERIFY(studio.readFile(QStringLiteral("heard.txt")).isEmpty());
+	QVERIFY(studio.readFile(u"heard.txt"_s).isEmpty());
 }
 
 void CaptionSourceTest::makes_shorts_without_a_transcription_data()
@@ -247,24 +243,22 @@ void CaptionSourceTest::makes_shorts_without_a_transcription_data()
 	QTest::addColumn<QString>("variable");
 	QTest::addColumn<QString>("value");
 	QTest::addColumn<QString>("text");
-	const QString program = QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER");
-	const QString model = QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
-	QTest::newRow("program missing") << aWord << program << QStringLiteral("/nonexistent/whisper-cli")
-					 << QStringLiteral("without captions, whisper-cli isn't installed");
+	const QString program = u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s;
+	const QString model = u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s;
+	QTest::newRow("program missing") << aWord << program << u"/nonexistent/whisper-cli"_s
+					 << u"without captions, whisper-cli isn't installed"_s;
 	QTest::newRow("model not set") << aWord << model << QString()
-				       << QStringLiteral(
-						  "without captions, KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set");
-	QTest::newRow("model missing") << aWord << model << QStringLiteral("/nonexistent/ggml.bin")
-				       << QStringLiteral("without captions, the model ggml.bin doesn't exist");
+				       << u"without captions, KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set"_s;
+	QTest::newRow("model missing") << aWord << model << u"/nonexistent/ggml.bin"_s
+				       << u"without captions, the model ggml.bin doesn't exist"_s;
 	QTest::newRow("fails") << QByteArray("exit 1") << QString() << QString()
-			       << QStringLiteral("without captions, whisper-cli failed");
-	QTest::newRow("fails, but answers 0") << QByteArray("exit 0") << QString() << QString()
-					      << QStringLiteral("without captions, whisper-cli failed");
+			       << u"without captions, whisper-cli failed"_s;
+	QTest::newRow("fails, but answers 0")
+		<< QByteArray("exit 0") << QString() << QString() << u"without captions, whisper-cli failed"_s;
 	QTest::newRow("crashes") << QByteArray("kill -9 $$") << QString() << QString()
-				 << QStringLiteral("without captions, whisper-cli crashed");
-	QTest::newRow("hangs") << QByteArray("exec sleep 1000")
-			       << QStringLiteral("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS") << QStringLiteral("1500")
-			       << QStringLiteral("without captions, whisper-cli took too long");
+				 << u"without captions, whisper-cli crashed"_s;
+	QTest::newRow("hangs") << QByteArray("exec sleep 1000") << u"KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS"_s
+			       << u"1500"_s << u"without captions, whisper-cli took too long"_s;
 	QTest::newRow("says nothing") << QByteArray(": > \"$target.srt\"") << QString() << QString() << QString();
 }
 
@@ -280,7 +274,7 @@ void CaptionSourceTest::makes_shorts_without_a_transcription()
 		studio.setVariable(variable, value);
 	}
 	const Run run = studio.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), text);
 	QCOMPARE(captionedFrames(shortPath(run)), QString());
 	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
@@ -302,14 +296,14 @@ void CaptionSourceTest::leaves_the_replay_and_its_folder_alone()
 	};
 	const QStringList before = snapshot();
 	QCOMPARE(before.size(), 1);
-	QCOMPARE(eventName(studio.clip()), QStringLiteral("done"));
+	QCOMPARE(eventName(studio.clip()), u"done"_s);
 	QCOMPARE(snapshot(), before);
 
 	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
 	const QStringList withSidecar = snapshot();
-	QCOMPARE(eventName(studio.clip()), QStringLiteral("done"));
+	QCOMPARE(eventName(studio.clip()), u"done"_s);
 	QCOMPARE(snapshot(), withSidecar);
-	QCOMPARE(QDir(studio.path()).entryList({QStringLiteral("run-*")}, QDir::Dirs), QStringList());
+	QCOMPARE(QDir(studio.path()).entryList({u"run-*"_s}, QDir::Dirs), QStringList());
 }
 
 KESTRUNE_TEST(CaptionSourceTest)

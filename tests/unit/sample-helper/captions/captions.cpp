@@ -26,9 +26,9 @@ namespace {
 
 QStringList eventsOf(const char *style, const char *position, const QString &text, const char *font = "inter")
 {
-	const Look look{QStringLiteral("gameplay"), QLatin1String(style), QLatin1String(font), QLatin1String(position)};
+	const Look look{u"gameplay"_s, QLatin1String(style), QLatin1String(font), QLatin1String(position)};
 	const QString script = QString::fromUtf8(captionScript(look, {{500, 1250, text}}));
-	return script.split(QLatin1Char('\n')).filter(QStringLiteral("Dialogue:"));
+	return script.split(QLatin1Char('\n')).filter(u"Dialogue:"_s);
 }
 
 } // namespace

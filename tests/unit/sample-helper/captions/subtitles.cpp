@@ -31,7 +31,7 @@ QString shown(const QList<Cue> &cues)
 {
 	QStringList parts{};
 	for (const Cue &cue : cues) {
-		parts += QStringLiteral("%1-%2 %3").arg(cue.start_ms).arg(cue.end_ms).arg(cue.text);
+		parts += u"%1-%2 %3"_s.arg(cue.start_ms).arg(cue.end_ms).arg(cue.text);
 	}
 	return parts.join(QLatin1Char('|'));
 }

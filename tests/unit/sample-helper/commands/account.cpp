@@ -7,6 +7,8 @@
 #include <QTest>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 class AccountTest : public QObject {
 	Q_OBJECT
 
@@ -22,8 +24,8 @@ private Q_SLOTS:
 
 namespace {
 
-const QStringList statusSwitch{QStringLiteral("--status")};
-const QStringList linkSwitches{QStringLiteral("--link"), QStringLiteral("--no-browser")};
+const QStringList statusSwitch{u"--status"_s};
+const QStringList linkSwitches{u"--link"_s, u"--no-browser"_s};
 
 } // namespace
 
@@ -32,20 +34,15 @@ void AccountTest::begins_unlinked_with_all_choices_on_offer()
 	const Run run = Sandbox().run(statusSwitch);
 	QCOMPARE(run.exitCode, 0);
 	const QJsonObject expected{
-		{QStringLiteral("event"), QStringLiteral("status")},
-		{QStringLiteral("linked"), false},
-		{QStringLiteral("offline"), false},
-		{QStringLiteral("layout"), QStringLiteral("vtuber-bubble")},
-		{QStringLiteral("style"), QStringLiteral("rune")},
-		{QStringLiteral("font"), QStringLiteral("bebas")},
-		{QStringLiteral("layouts"),
-		 QJsonArray{QStringLiteral("vtuber-bubble"), QStringLiteral("vtuber"), QStringLiteral("facecam"),
-			    QStringLiteral("podcast"), QStringLiteral("gameplay")}},
-		{QStringLiteral("styles"),
-		 QJsonArray{QStringLiteral("rune"), QStringLiteral("neon"), QStringLiteral("clean"),
-			    QStringLiteral("meme"), QStringLiteral("none")}},
-		{QStringLiteral("fonts"), QJsonArray{QStringLiteral("bebas"), QStringLiteral("montserrat"),
-						     QStringLiteral("inter"), QStringLiteral("bangers")}}};
+		{u"event"_s, u"status"_s},
+		{u"linked"_s, false},
+		{u"offline"_s, false},
+		{u"layout"_s, u"vtuber-bubble"_s},
+		{u"style"_s, u"rune"_s},
+		{u"font"_s, u"bebas"_s},
+		{u"layouts"_s, QJsonArray{u"vtuber-bubble"_s, u"vtuber"_s, u"facecam"_s, u"podcast"_s, u"gameplay"_s}},
+		{u"styles"_s, QJsonArray{u"rune"_s, u"neon"_s, u"clean"_s, u"meme"_s, u"none"_s}},
+		{u"fonts"_s, QJsonArray{u"bebas"_s, u"montserrat"_s, u"inter"_s, u"bangers"_s}}};
 	QCOMPARE(run.onlyEvent(), expected);
 }
 
@@ -55,10 +52,10 @@ void AccountTest::links_through_a_local_page_and_a_code()
 	const Run run = sandbox.run(linkSwitches);
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.events.size(), 2);
-	QCOMPARE(run.events[0][QLatin1String("event")].toString(), QStringLiteral("code"));
-	QCOMPARE(run.events[1][QLatin1String("event")].toString(), QStringLiteral("linked"));
+	QCOMPARE(run.events[0][QLatin1String("event")].toString(), u"code"_s);
+	QCOMPARE(run.events[1][QLatin1String("event")].toString(), u"linked"_s);
 	const QString code = run.events[0][QLatin1String("code")].toString();
-	QVERIFY(QRegularExpression(QStringLiteral("^[A-Z]{4}-[0-9]{4}$")).match(code).hasMatch());
+	QVERIFY(QRegularExpression(u"^[A-Z]{4}-[0-9]{4}$"_s).match(code).hasMatch());
 
 	QFile page(QUrl(run.events[0][QLatin1String("url")].toString()).toLocalFile());
 	QVERIFY(page.open(QIODevice::ReadOnly));
@@ -66,14 +63,14 @@ void AccountTest::links_through_a_local_page_and_a_code()
 
 	const QJsonObject status = sandbox.run(statusSwitch).onlyEvent();
 	QCOMPARE(status[QLatin1String("linked")].toBool(), true);
-	QCOMPARE(status[QLatin1String("login")].toString(), QStringLiteral("sample"));
+	QCOMPARE(status[QLatin1String("login")].toString(), u"sample"_s);
 	QVERIFY(!status.contains(QLatin1String("error")));
 }
 
 void AccountTest::sends_the_code_before_it_waits()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_LINK_MS"), QStringLiteral("60000"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_LINK_MS"_s, u"60000"_s);
 	const std::unique_ptr<QProcess> process = sandbox.start(linkSwitches);
 	QVERIFY(process->waitForReadyRead(20000));
 	QVERIFY(process->readAllStandardOutput().endsWith("\n"));
@@ -87,14 +84,14 @@ void AccountTest::unlinks_and_is_revoked()
 {
 	const Sandbox sandbox;
 	sandbox.run(linkSwitches);
-	const QJsonObject revoked = sandbox.run({QStringLiteral("--revoke")}).onlyEvent();
+	const QJsonObject revoked = sandbox.run({u"--revoke"_s}).onlyEvent();
 	QCOMPARE(revoked[QLatin1String("linked")].toBool(true), false);
-	QCOMPARE(revoked[QLatin1String("error")].toString(), QStringLiteral("revoked"));
+	QCOMPARE(revoked[QLatin1String("error")].toString(), u"revoked"_s);
 
 	sandbox.run(linkSwitches);
 	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), true);
 
-	const QJsonObject unlinked = sandbox.run({QStringLiteral("--unlink")}).onlyEvent();
+	const QJsonObject unlinked = sandbox.run({u"--unlink"_s}).onlyEvent();
 	QCOMPARE(unlinked[QLatin1String("linked")].toBool(true), false);
 	QVERIFY(!unlinked.contains(QLatin1String("error")));
 }
@@ -102,18 +99,18 @@ void AccountTest::unlinks_and_is_revoked()
 void AccountTest::tells_that_it_is_offline()
 {
 	const Sandbox byFile;
-	byFile.writeFile(QStringLiteral("offline"), {});
+	byFile.writeFile(u"offline"_s, {});
 	QCOMPARE(byFile.run(statusSwitch).onlyEvent()[QLatin1String("offline")].toBool(), true);
 	Sandbox byVariable;
-	byVariable.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OFFLINE"), QStringLiteral("1"));
+	byVariable.setVariable(u"KESTRUNE_SAMPLE_HELPER_OFFLINE"_s, u"1"_s);
 	QCOMPARE(byVariable.run(statusSwitch).onlyEvent()[QLatin1String("offline")].toBool(), true);
 }
 
 void AccountTest::survives_damaged_state()
 {
 	const Sandbox sandbox;
-	sandbox.writeFile(QStringLiteral("account.json"), "{\"link\": \"linked");
-	sandbox.writeFile(QStringLiteral("look.json"), "[1, 2]");
+	sandbox.writeFile(u"account.json"_s, "{\"link\": \"linked");
+	sandbox.writeFile(u"look.json"_s, "[1, 2]");
 	const Run run = sandbox.run(statusSwitch);
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.onlyEvent()[QLatin1String("linked")].toBool(true), false);
@@ -129,11 +126,11 @@ void AccountTest::addresses_a_page_in_an_odd_folder()
 #ifndef Q_OS_WIN // where no name may have it
 	name += QLatin1Char('"');
 #endif
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), sandbox.path(name));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, sandbox.path(name));
 	const Run run = sandbox.run(linkSwitches);
 	QCOMPARE(run.exitCode, 0);
 	const QString address = run.events[0][QLatin1String("url")].toString();
-	QVERIFY(address.startsWith(QStringLiteral("file:///")));
+	QVERIFY(address.startsWith(u"file:///"_s));
 	QVERIFY(!address.contains(QLatin1Char(' ')));
 	QVERIFY(QFile::exists(QUrl(address, QUrl::TolerantMode).toLocalFile()));
 }

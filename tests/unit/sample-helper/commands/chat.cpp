@@ -8,6 +8,8 @@
 
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 class ChatTest : public QObject {
 	Q_OBJECT
 
@@ -30,17 +32,17 @@ private Q_SLOTS:
 
 namespace {
 
-const QStringList getSwitch{QStringLiteral("--chat-get")};
-const QStringList pollSwitch{QStringLiteral("--poll-triggers")};
+const QStringList getSwitch{u"--chat-get"_s};
+const QStringList pollSwitch{u"--poll-triggers"_s};
 
 Run set(const Sandbox &sandbox, const char *json)
 {
-	return sandbox.run({QStringLiteral("--chat-set"), QString::fromUtf8(json)});
+	return sandbox.run({u"--chat-set"_s, QString::fromUtf8(json)});
 }
 
 void say(const Sandbox &sandbox, const QString &name, const QString &text = {})
 {
-	QStringList arguments{QStringLiteral("--say"), name};
+	QStringList arguments{u"--say"_s, name};
 	if (!text.isEmpty()) {
 		arguments += text;
 	}
@@ -51,7 +53,7 @@ QStringList poll(const Sandbox &sandbox)
 {
 	const QJsonObject event = sandbox.run(pollSwitch).onlyEvent();
 	if (event[QLatin1String("event")].toString() != QLatin1String("triggers")) {
-		return {QStringLiteral("(no triggers event)")};
+		return {u"(no triggers event)"_s};
 	}
 	QStringList names{};
 	const QJsonArray triggers = event[QLatin1String("triggers")].toArray();
@@ -72,13 +74,9 @@ void ChatTest::begins_with_defaults()
 {
 	const Run run = Sandbox().run(getSwitch);
 	QCOMPARE(run.exitCode, 0);
-	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("chat")},
-				   {QStringLiteral("enabled"), false},
-				   {QStringLiteral("command"), QStringLiteral("!rune")},
-				   {QStringLiteral("cooldown_s"), 30},
-				   {QStringLiteral("per_stream_cap"), 10},
-				   {QStringLiteral("granted"), false},
-				   {QStringLiteral("stream_count"), 0}};
+	const QJsonObject expected{{u"event"_s, u"chat"_s}, {u"enabled"_s, false},     {u"command"_s, u"!rune"_s},
+				   {u"cooldown_s"_s, 30},   {u"per_stream_cap"_s, 10}, {u"granted"_s, false},
+				   {u"stream_count"_s, 0}};
 	QCOMPARE(run.onlyEvent(), expected);
 }
 
@@ -87,13 +85,9 @@ void ChatTest::stores_settings()
 	const Sandbox sandbox;
 	const Run run = set(sandbox, R"({"command":"!härte","cooldown_s":60,"enabled":true,"per_stream_cap":0})");
 	QCOMPARE(run.exitCode, 0);
-	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("chat")},
-				   {QStringLiteral("enabled"), true},
-				   {QStringLiteral("command"), QStringLiteral("!härte")},
-				   {QStringLiteral("cooldown_s"), 60},
-				   {QStringLiteral("per_stream_cap"), 0},
-				   {QStringLiteral("granted"), true},
-				   {QStringLiteral("stream_count"), 0}};
+	const QJsonObject expected{{u"event"_s, u"chat"_s}, {u"enabled"_s, true},     {u"command"_s, u"!härte"_s},
+				   {u"cooldown_s"_s, 60},   {u"per_stream_cap"_s, 0}, {u"granted"_s, true},
+				   {u"stream_count"_s, 0}};
 	QCOMPARE(run.onlyEvent(), expected);
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), expected);
 }
@@ -103,7 +97,7 @@ void ChatTest::keeps_what_is_not_named()
 	const Sandbox sandbox;
 	set(sandbox, R"({"command":"!one","cooldown_s":77})");
 	const QJsonObject event = set(sandbox, R"({"command":"!two","stream_count":50,"granted":true})").onlyEvent();
-	QCOMPARE(event[QLatin1String("command")].toString(), QStringLiteral("!two"));
+	QCOMPARE(event[QLatin1String("command")].toString(), u"!two"_s);
 	QCOMPARE(event[QLatin1String("cooldown_s")].toInt(), 77);
 	QCOMPARE(event[QLatin1String("stream_count")].toInt(), 0);
 	QCOMPARE(event[QLatin1String("granted")].toBool(), false);
@@ -138,7 +132,7 @@ void ChatTest::refuses_bad_settings()
 	const Run run = set(sandbox, json.constData());
 	QCOMPARE(run.exitCode, 1);
 	const QJsonObject event = run.onlyEvent();
-	QCOMPARE(event[QLatin1String("event")].toString(), QStringLiteral("chat"));
+	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
 	QVERIFY(!event[QLatin1String("error")].toString().isEmpty());
 	// The dock goes on polling by these two, and leaves its fields alone without "command".
 	QCOMPARE(event[QLatin1String("enabled")].toBool(), true);
@@ -150,13 +144,13 @@ void ChatTest::refuses_bad_settings()
 void ChatTest::asks_for_consent_and_gets_it_a_moment_later()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("600000"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"600000"_s);
 	const QJsonObject asked = set(sandbox, R"({"enabled":true})").onlyEvent();
 	QCOMPARE(asked[QLatin1String("granted")].toBool(true), false);
 	QVERIFY(QFile::exists(QUrl(asked[QLatin1String("consent_url")].toString()).toLocalFile()));
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(true), false);
 
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("200"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"200"_s);
 	QTRY_VERIFY_WITH_TIMEOUT(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(), 20000);
 	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(QLatin1String("consent_url")));
 }
@@ -166,7 +160,7 @@ void ChatTest::keeps_consent_while_switched_off()
 	Sandbox sandbox;
 	set(sandbox, R"({"enabled":true})");
 	set(sandbox, R"({"enabled":false})");
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CONSENT_MS"), QStringLiteral("600000"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"600000"_s);
 	QCOMPARE(set(sandbox, R"({"enabled":true})").onlyEvent()[QLatin1String("granted")].toBool(), true);
 }
 
@@ -175,9 +169,9 @@ void ChatTest::reports_triggers_once()
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");
 	QCOMPARE(poll(sandbox), QStringList());
-	say(sandbox, QStringLiteral("ana"));
+	say(sandbox, u"ana"_s);
 	say(sandbox, QString::fromUtf8("Müller 🎮"));
-	QCOMPARE(poll(sandbox), (QStringList{QStringLiteral("ana"), QString::fromUtf8("Müller 🎮")}));
+	QCOMPARE(poll(sandbox), (QStringList{u"ana"_s, QString::fromUtf8("Müller 🎮")}));
 	QCOMPARE(poll(sandbox), QStringList());
 	QCOMPARE(streamCount(sandbox), 2);
 }
@@ -186,12 +180,12 @@ void ChatTest::triggers_on_the_command_only_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<bool>("triggers");
-	QTest::newRow("the command") << QStringLiteral("!rune") << true;
-	QTest::newRow("in capitals") << QStringLiteral("!RUNE") << true;
-	QTest::newRow("with more behind") << QStringLiteral("  !rune that was great") << true;
-	QTest::newRow("with more in front") << QStringLiteral("say !rune") << false;
-	QTest::newRow("a longer word") << QStringLiteral("!runes") << false;
-	QTest::newRow("another word") << QStringLiteral("hello") << false;
+	QTest::newRow("the command") << u"!rune"_s << true;
+	QTest::newRow("in capitals") << u"!RUNE"_s << true;
+	QTest::newRow("with more behind") << u"  !rune that was great"_s << true;
+	QTest::newRow("with more in front") << u"say !rune"_s << false;
+	QTest::newRow("a longer word") << u"!runes"_s << false;
+	QTest::newRow("another word") << u"hello"_s << false;
 }
 
 void ChatTest::triggers_on_the_command_only()
@@ -200,15 +194,15 @@ void ChatTest::triggers_on_the_command_only()
 	QFETCH(const bool, triggers);
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true})");
-	say(sandbox, QStringLiteral("ana"), text);
-	QCOMPARE(poll(sandbox), triggers ? QStringList{QStringLiteral("ana")} : QStringList());
+	say(sandbox, u"ana"_s, text);
+	QCOMPARE(poll(sandbox), triggers ? QStringList{u"ana"_s} : QStringList());
 	QCOMPARE(streamCount(sandbox), triggers ? 1 : 0);
 }
 
 void ChatTest::ignores_the_chat_while_off()
 {
 	const Sandbox sandbox;
-	say(sandbox, QStringLiteral("ana"));
+	say(sandbox, u"ana"_s);
 	QCOMPARE(poll(sandbox), QStringList());
 	set(sandbox, R"({"enabled":true})");
 	QCOMPARE(poll(sandbox), QStringList());
@@ -218,14 +212,14 @@ void ChatTest::honours_the_cooldown()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":3600})");
-	say(sandbox, QStringLiteral("ana"));
-	say(sandbox, QStringLiteral("ben"));
-	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("ana")});
-	say(sandbox, QStringLiteral("cleo"));
+	say(sandbox, u"ana"_s);
+	say(sandbox, u"ben"_s);
+	QCOMPARE(poll(sandbox), QStringList{u"ana"_s});
+	say(sandbox, u"cleo"_s);
 	QCOMPARE(poll(sandbox), QStringList());
 	set(sandbox, R"({"cooldown_s":0})");
-	say(sandbox, QStringLiteral("dora"));
-	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("dora")});
+	say(sandbox, u"dora"_s);
+	QCOMPARE(poll(sandbox), QStringList{u"dora"_s});
 }
 
 void ChatTest::honours_the_cap_of_a_stream()
@@ -235,12 +229,12 @@ void ChatTest::honours_the_cap_of_a_stream()
 	for (const char *name : {"ana", "ben", "cleo"}) {
 		say(sandbox, QLatin1String(name));
 	}
-	QCOMPARE(poll(sandbox), (QStringList{QStringLiteral("ana"), QStringLiteral("ben")}));
-	say(sandbox, QStringLiteral("dora"));
+	QCOMPARE(poll(sandbox), (QStringList{u"ana"_s, u"ben"_s}));
+	say(sandbox, u"dora"_s);
 	QCOMPARE(poll(sandbox), QStringList());
-	QCOMPARE(sandbox.run({QStringLiteral("--new-stream")}).onlyEvent()[QLatin1String("stream_count")].toInt(-1), 0);
-	say(sandbox, QStringLiteral("ella"));
-	QCOMPARE(poll(sandbox), QStringList{QStringLiteral("ella")});
+	QCOMPARE(sandbox.run({u"--new-stream"_s}).onlyEvent()[QLatin1String("stream_count")].toInt(-1), 0);
+	say(sandbox, u"ella"_s);
+	QCOMPARE(poll(sandbox), QStringList{u"ella"_s});
 }
 
 void ChatTest::loses_no_message_of_side_by_side_runs()
@@ -250,8 +244,8 @@ void ChatTest::loses_no_message_of_side_by_side_runs()
 	std::vector<std::unique_ptr<QProcess>> processes{};
 	QStringList expected{};
 	for (int i = 0; i < 12; ++i) {
-		expected += QStringLiteral("viewer%1").arg(i, 2, 10, QLatin1Char('0'));
-		processes.push_back(sandbox.start({QStringLiteral("--say"), expected.last()}));
+		expected += u"viewer%1"_s.arg(i, 2, 10, QLatin1Char('0'));
+		processes.push_back(sandbox.start({u"--say"_s, expected.last()}));
 	}
 	QStringList seen{};
 	for (const std::unique_ptr<QProcess> &process : processes) {

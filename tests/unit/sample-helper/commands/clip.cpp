@@ -12,6 +12,8 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 class ClipTest : public QObject {
 	Q_OBJECT
 
@@ -76,21 +78,19 @@ void ClipTest::composes_every_layout()
 	const QByteArray before = videos::checksum(videos::regions());
 	const Run run = sandbox.run(processArguments(videos::regions(), 2, lookArguments(layout.constData(), "none")));
 	QCOMPARE(run.exitCode, 0);
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QVERIFY(!run.onlyEvent().contains(QLatin1String("note")));
 	QCOMPARE(videos::checksum(videos::regions()), before);
 
 	const QString path = shortPath(run);
 	QCOMPARE(sandbox.shortsFolderContent(), QStringList{QFileInfo(path).fileName()});
-	QVERIFY(QRegularExpression(QStringLiteral("/Shorts/short-\\d{8}-\\d{6}-[0-9a-f]{8}\\.mp4$"))
-			.match(path)
-			.hasMatch());
+	QVERIFY(QRegularExpression(u"/Shorts/short-\\d{8}-\\d{6}-[0-9a-f]{8}\\.mp4$"_s).match(path).hasMatch());
 	const videos::Details details = videos::details(path);
 	QCOMPARE(details.width, 1080);
 	QCOMPARE(details.height, 1920);
-	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
-	QCOMPARE(details.pixelFormat, QStringLiteral("yuv420p"));
-	QCOMPARE(details.audioCodec, QStringLiteral("aac"));
+	QCOMPARE(details.videoCodec, u"h264"_s);
+	QCOMPARE(details.pixelFormat, u"yuv420p"_s);
+	QCOMPARE(details.audioCodec, u"aac"_s);
 	QVERIFY2(std::abs(details.duration_s - 2) < 0.06, qPrintable(QString::number(details.duration_s)));
 	QVERIFY(videos::isFastStart(path));
 
@@ -121,10 +121,9 @@ void ClipTest::burns_a_caption_in_every_style()
 	QFETCH(const double, height);
 	const Sandbox sandbox;
 	const QStringList look = lookArguments("gameplay", style.constData()) +
-				 QStringList{QStringLiteral("--font"), QStringLiteral("inter"),
-					     QStringLiteral("--caption-position"), QLatin1String(position)};
+				 QStringList{u"--font"_s, u"inter"_s, u"--caption-position"_s, QLatin1String(position)};
 	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 1, look));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	const QByteArray frame = videos::firstFrame(shortPath(run));
 	QCOMPARE(frame.size(), 1080 * 1920 * 3);
 
@@ -157,7 +156,7 @@ void ClipTest::takes_the_whole_of_a_short_replay()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(processArguments(videos::regions(), 120, lookArguments("gameplay", "none")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QVERIFY(std::abs(videos::details(shortPath(run)).duration_s - 4) < 0.1);
 }
 
@@ -165,9 +164,9 @@ void ClipTest::makes_a_silent_short_of_a_silent_replay()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("facecam", "clean")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	const videos::Details details = videos::details(shortPath(run));
-	QCOMPARE(details.videoCodec, QStringLiteral("h264"));
+	QCOMPARE(details.videoCodec, u"h264"_s);
 	QCOMPARE(details.audioCodec, QString());
 }
 
@@ -176,9 +175,9 @@ void ClipTest::reads_odd_paths_data()
 	QTest::addColumn<QString>("name");
 	QTest::newRow("blanks, letters, emoji and quotes")
 		<< QString::fromUtf8("Näher dran 🎮 \"it's\" 100%/été 1.mkv");
-	QTest::newRow("like an address") << QStringLiteral("http://concat:1.mkv");
-	QTest::newRow("like a pattern") << QStringLiteral("clip %03d [1] {2} $HOME; *.mkv");
-	QTest::newRow("like a switch") << QStringLiteral("--status");
+	QTest::newRow("like an address") << u"http://concat:1.mkv"_s;
+	QTest::newRow("like a pattern") << u"clip %03d [1] {2} $HOME; *.mkv"_s;
+	QTest::newRow("like a switch") << u"--status"_s;
 }
 
 void ClipTest::reads_odd_paths()
@@ -186,12 +185,12 @@ void ClipTest::reads_odd_paths()
 	QFETCH(const QString, name);
 	Sandbox sandbox;
 	const QString home = sandbox.path(QString::fromUtf8("état 🎬 'a:b' \\x"));
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_HOME"), home);
-	const QString replay = sandbox.path(QStringLiteral("replays/") + name);
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, home);
+	const QString replay = sandbox.path(u"replays/"_s + name);
 	QVERIFY(QDir().mkpath(QFileInfo(replay).path()));
 	QVERIFY(QFile::copy(videos::regions(), replay));
 	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "meme")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QVERIFY(shortPath(run).startsWith(home));
 	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 	QCOMPARE(videos::checksum(replay), videos::checksum(videos::regions()));
@@ -200,15 +199,13 @@ void ClipTest::reads_odd_paths()
 void ClipTest::reads_a_replay_without_a_duration()
 {
 	const Sandbox sandbox;
-	const QString replay = sandbox.path(QStringLiteral("live.mkv"));
+	const QString replay = sandbox.path(u"live.mkv"_s);
 	// A live file has no duration in its header, like one whose writer crashed.
-	sandbox.writeFile(QStringLiteral("live.mkv"),
-			  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(), QStringLiteral("-c"),
-					  QStringLiteral("copy"), QStringLiteral("-live"), QStringLiteral("1"),
-					  QStringLiteral("-f"), QStringLiteral("matroska"), QStringLiteral("-")}));
+	sandbox.writeFile(u"live.mkv"_s, videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c"_s, u"copy"_s,
+							 u"-live"_s, u"1"_s, u"-f"_s, u"matroska"_s, u"-"_s}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
 	const Run run = sandbox.run(processArguments(replay, 1, lookArguments("gameplay", "none")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	const QList<int> frames = videos::brightness(shortPath(run));
 	QVERIFY2(std::abs(frames.size() - 25) <= 2, qPrintable(QString::number(frames.size())));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
@@ -218,14 +215,12 @@ void ClipTest::reads_a_replay_without_any_times()
 {
 	const Sandbox sandbox;
 	// Nothing but pictures: neither a header nor a packet tells a time.
-	const QString replay =
-		sandbox.writeFile(QStringLiteral("raw.h264"),
-				  videos::ffmpeg({QStringLiteral("-i"), videos::blackThenWhite(),
-						  QStringLiteral("-c:v"), QStringLiteral("copy"), QStringLiteral("-f"),
-						  QStringLiteral("h264"), QStringLiteral("-")}));
+	const QString replay = sandbox.writeFile(
+		u"raw.h264"_s,
+		videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c:v"_s, u"copy"_s, u"-f"_s, u"h264"_s, u"-"_s}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
 	const Run run = sandbox.run(processArguments(replay, 2, lookArguments("gameplay", "clean")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	const double length = videos::details(shortPath(run)).duration_s;
 	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
 }
@@ -233,10 +228,10 @@ void ClipTest::reads_a_replay_without_any_times()
 void ClipTest::finds_the_camera_where_it_is_told()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0, 0, 0.4, 0.4"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0, 0, 0.4, 0.4"_s);
 	const Run run = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(run)), 540, 300), 'r');
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0.9,0,0.4,nonsense"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0.9,0,0.4,nonsense"_s);
 	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
 }
@@ -245,12 +240,11 @@ void ClipTest::remembers_the_look()
 {
 	const Sandbox sandbox;
 	sandbox.run(processArguments(videos::silent(), 1,
-				     lookArguments("podcast", "neon") +
-					     QStringList{QStringLiteral("--font"), QStringLiteral("inter")}));
-	const QJsonObject status = sandbox.run({QStringLiteral("--status")}).onlyEvent();
-	QCOMPARE(status[QLatin1String("layout")].toString(), QStringLiteral("podcast"));
-	QCOMPARE(status[QLatin1String("style")].toString(), QStringLiteral("neon"));
-	QCOMPARE(status[QLatin1String("font")].toString(), QStringLiteral("inter"));
+				     lookArguments("podcast", "neon") + QStringList{u"--font"_s, u"inter"_s}));
+	const QJsonObject status = sandbox.run({u"--status"_s}).onlyEvent();
+	QCOMPARE(status[QLatin1String("layout")].toString(), u"podcast"_s);
+	QCOMPARE(status[QLatin1String("style")].toString(), u"neon"_s);
+	QCOMPARE(status[QLatin1String("font")].toString(), u"inter"_s);
 }
 
 void ClipTest::replaces_unknown_choices_and_says_so()
@@ -258,20 +252,20 @@ void ClipTest::replaces_unknown_choices_and_says_so()
 	const Sandbox sandbox;
 	linkAccount(sandbox);
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("sideways", "none")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("unknown layout \"sideways\", used \"vtuber-bubble\""));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"unknown layout \"sideways\", used \"vtuber-bubble\""_s);
 }
 
 void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
 {
 	Sandbox sandbox;
 	linkAccount(sandbox);
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) echo 'No such filter' >&2; exit 8;; esac\n"
-						  "exec ffmpeg \"$@\"");
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=*) echo 'No such filter' >&2; exit 8;; esac\n"
+				     "exec ffmpeg \"$@\"");
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("without captions, this ffmpeg can't draw text"));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"without captions, this ffmpeg can't draw text"_s);
 	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
@@ -279,24 +273,23 @@ void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
 {
 	Sandbox sandbox;
 	linkAccount(sandbox);
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
 	// Where a folder is, no file can be written.
-	sandbox.useTool(QStringLiteral("ffmpeg"),
-			"case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("without captions, they couldn't be stored"));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"without captions, they couldn't be stored"_s);
 	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
 void ClipTest::stores_shorts_where_it_is_told()
 {
 	Sandbox sandbox;
-	const QString folder = sandbox.path(QStringLiteral("my clips"));
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OUTPUT"), folder);
+	const QString folder = sandbox.path(u"my clips"_s);
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, folder);
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
 	QCOMPARE(QFileInfo(shortPath(run)).path(), folder);
-	const QJsonObject recent = sandbox.run({QStringLiteral("--recent")}).onlyEvent();
+	const QJsonObject recent = sandbox.run({u"--recent"_s}).onlyEvent();
 	QCOMPARE(recent[QLatin1String("folder")].toString(), folder);
 	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), shortPath(run));
 }
@@ -306,21 +299,21 @@ void ClipTest::answers_by_the_state_of_the_account()
 	Sandbox sandbox;
 	const QStringList arguments = processArguments(videos::silent(), 1, lookArguments("gameplay", "none"));
 	const Run unlinked = sandbox.run(arguments);
-	QCOMPARE(eventName(unlinked), QStringLiteral("done"));
-	QCOMPARE(note(unlinked), QStringLiteral("kept on this computer, no account is connected"));
+	QCOMPARE(eventName(unlinked), u"done"_s);
+	QCOMPARE(note(unlinked), u"kept on this computer, no account is connected"_s);
 
-	sandbox.run({QStringLiteral("--revoke")});
+	sandbox.run({u"--revoke"_s});
 	const Run revoked = sandbox.run(arguments);
 	QCOMPARE(revoked.exitCode, 1);
-	QCOMPARE(eventName(revoked), QStringLiteral("error"));
+	QCOMPARE(eventName(revoked), u"error"_s);
 	QCOMPARE(revoked.onlyEvent()[QLatin1String("relink")].toBool(), true);
 	QVERIFY(QFile::exists(shortPath(revoked)));
 
 	linkAccount(sandbox);
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OFFLINE"), QStringLiteral("1"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OFFLINE"_s, u"1"_s);
 	const Run offline = sandbox.run(arguments);
 	QCOMPARE(offline.exitCode, 0);
-	QCOMPARE(eventName(offline), QStringLiteral("pending"));
+	QCOMPARE(eventName(offline), u"pending"_s);
 	QVERIFY(QFile::exists(shortPath(offline)));
 	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
 }
@@ -332,7 +325,7 @@ void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
 	const std::unique_ptr<QProcess> first = sandbox.start(arguments);
 	const std::unique_ptr<QProcess> second = sandbox.start(arguments);
 	while (!first->waitForFinished(50) && first->state() != QProcess::NotRunning) {
-		const Run recent = sandbox.run({QStringLiteral("--recent")});
+		const Run recent = sandbox.run({u"--recent"_s});
 		const QJsonArray items = recent.onlyEvent()[QLatin1String("items")].toArray();
 		for (const auto &item : items) {
 			QCOMPARE(videos::details(item[QLatin1String("path")].toString()).width, 1080);
@@ -340,8 +333,8 @@ void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
 	}
 	const Run firstRun = finish(*first);
 	const Run secondRun = finish(*second);
-	QCOMPARE(eventName(firstRun), QStringLiteral("done"));
-	QCOMPARE(eventName(secondRun), QStringLiteral("done"));
+	QCOMPARE(eventName(firstRun), u"done"_s);
+	QCOMPARE(eventName(secondRun), u"done"_s);
 	QVERIFY(shortPath(firstRun) != shortPath(secondRun));
 	QCOMPARE(sandbox.shortsFolderContent().size(), 2);
 	QCOMPARE(videos::details(shortPath(firstRun)).height, 1920);

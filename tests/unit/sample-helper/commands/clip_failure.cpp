@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 /// Every failure of --process: an "error" event that a streamer understands, the replay untouched, nothing half-made.
 class ClipFailureTest : public QObject {
 	Q_OBJECT
@@ -27,10 +29,9 @@ private Q_SLOTS:
 
 namespace {
 
-QStringList processArguments(const QString &replay, const QString &seconds = QStringLiteral("2"))
+QStringList processArguments(const QString &replay, const QString &seconds = u"2"_s)
 {
-	return {QStringLiteral("--process"), replay, QStringLiteral("--seconds"), seconds, QStringLiteral("--scene"),
-		QStringLiteral("obs")};
+	return {u"--process"_s, replay, u"--seconds"_s, seconds, u"--scene"_s, u"obs"_s};
 }
 
 QString errorOf(const Run &run)
@@ -38,7 +39,7 @@ QString errorOf(const Run &run)
 	const QJsonObject event = run.onlyEvent();
 	return event[QLatin1String("event")].toString() == QLatin1String("error") && run.exitCode == 1
 		       ? event[QLatin1String("error")].toString()
-		       : QStringLiteral("(no error event) ") + QString::fromUtf8(run.output);
+		       : u"(no error event) "_s + QString::fromUtf8(run.output);
 }
 
 /// Runs the helper on the good replay with the shell command `prelude` in front; the replay must stay as it is and no
@@ -46,15 +47,14 @@ QString errorOf(const Run &run)
 QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 {
 	const QByteArray before = videos::checksum(videos::regions());
-	const Run run = sandbox.runProgram(QStringLiteral("sh"),
-					   QStringList{QStringLiteral("-c"), prelude + QStringLiteral("\nexec \"$@\""),
-						       QStringLiteral("sh"), sampleHelper()} +
+	const Run run = sandbox.runProgram(u"sh"_s,
+					   QStringList{u"-c"_s, prelude + u"\nexec \"$@\""_s, u"sh"_s, sampleHelper()} +
 						   processArguments(videos::regions()));
 	if (videos::checksum(videos::regions()) != before) {
-		return QStringLiteral("the replay was changed");
+		return u"the replay was changed"_s;
 	}
 	if (!sandbox.shortsFolderContent().isEmpty()) {
-		return QStringLiteral("left behind: ") + sandbox.shortsFolderContent().join(QLatin1Char(' '));
+		return u"left behind: "_s + sandbox.shortsFolderContent().join(QLatin1Char(' '));
 	}
 	return errorOf(run);
 }
@@ -66,34 +66,26 @@ void ClipFailureTest::refuses_bad_replays_data()
 	QTest::addColumn<QString>("name");
 	QTest::addColumn<QByteArray>("content");
 	QTest::addColumn<QString>("text");
-	QTest::newRow("missing") << QStringLiteral("gone.mkv") << QByteArray()
-				 << QStringLiteral("the replay %1 doesn't exist.");
-	QTest::newRow("empty path") << QString() << QByteArray() << QStringLiteral("the replay  doesn't exist.");
-	QTest::newRow("folder") << QStringLiteral("tools") << QByteArray()
-				<< QStringLiteral("the replay %1 can't be read.");
-	QTest::newRow("empty") << QStringLiteral("empty.mkv") << QByteArray("")
-			       << QStringLiteral("the replay empty.mkv is empty.");
-	QTest::newRow("text") << QStringLiteral("notes.txt") << QByteArray("dear diary\n").repeated(100)
-			      << QStringLiteral("notes.txt isn't a video that ffmpeg can read.");
-	QTest::newRow("text with a video's name")
-		<< QStringLiteral("notes.mkv") << QByteArray("dear diary\n").repeated(100)
-		<< QStringLiteral("notes.mkv isn't a video that ffmpeg can read.");
+	QTest::newRow("missing") << u"gone.mkv"_s << QByteArray() << u"the replay %1 doesn't exist."_s;
+	QTest::newRow("empty path") << QString() << QByteArray() << u"the replay  doesn't exist."_s;
+	QTest::newRow("folder") << u"tools"_s << QByteArray() << u"the replay %1 can't be read."_s;
+	QTest::newRow("empty") << u"empty.mkv"_s << QByteArray("") << u"the replay empty.mkv is empty."_s;
+	QTest::newRow("text") << u"notes.txt"_s << QByteArray("dear diary\n").repeated(100)
+			      << u"notes.txt isn't a video that ffmpeg can read."_s;
+	QTest::newRow("text with a video's name") << u"notes.mkv"_s << QByteArray("dear diary\n").repeated(100)
+						  << u"notes.mkv isn't a video that ffmpeg can read."_s;
 	QFile video(videos::regions());
 	QTest::newRow("a video's beginning only")
-		<< QStringLiteral("torn.mkv") << (video.open(QIODevice::ReadOnly) ? video.read(300) : QByteArray())
-		<< QStringLiteral("torn.mkv isn't a video that ffmpeg can read.");
-	QTest::newRow("picture") << QStringLiteral("picture.png")
-				 << videos::ffmpeg({QStringLiteral("-i"), videos::silent(), QStringLiteral("-frames:v"),
-						    QStringLiteral("1"), QStringLiteral("-c:v"), QStringLiteral("png"),
-						    QStringLiteral("-f"), QStringLiteral("image2pipe"),
-						    QStringLiteral("-")})
-				 << QStringLiteral("picture.png isn't a video that ffmpeg can read.");
-	QTest::newRow("sound only") << QStringLiteral("sound.mkv")
-				    << videos::ffmpeg({QStringLiteral("-i"), videos::regions(), QStringLiteral("-vn"),
-						       QStringLiteral("-c"), QStringLiteral("copy"),
-						       QStringLiteral("-f"), QStringLiteral("matroska"),
-						       QStringLiteral("-")})
-				    << QStringLiteral("sound.mkv isn't a video that ffmpeg can read.");
+		<< u"torn.mkv"_s << (video.open(QIODevice::ReadOnly) ? video.read(300) : QByteArray())
+		<< u"torn.mkv isn't a video that ffmpeg can read."_s;
+	QTest::newRow("picture") << u"picture.png"_s
+				 << videos::ffmpeg({u"-i"_s, videos::silent(), u"-frames:v"_s, u"1"_s, u"-c:v"_s,
+						    u"png"_s, u"-f"_s, u"image2pipe"_s, u"-"_s})
+				 << u"picture.png isn't a video that ffmpeg can read."_s;
+	QTest::newRow("sound only") << u"sound.mkv"_s
+				    << videos::ffmpeg({u"-i"_s, videos::regions(), u"-vn"_s, u"-c"_s, u"copy"_s,
+						       u"-f"_s, u"matroska"_s, u"-"_s})
+				    << u"sound.mkv isn't a video that ffmpeg can read."_s;
 }
 
 void ClipFailureTest::refuses_bad_replays()
@@ -102,13 +94,13 @@ void ClipFailureTest::refuses_bad_replays()
 	QFETCH(const QByteArray, content);
 	QFETCH(const QString, text);
 	const Sandbox sandbox;
-	QVERIFY(QDir(sandbox.path()).mkpath(QStringLiteral("tools")));
+	QVERIFY(QDir(sandbox.path()).mkpath(u"tools"_s));
 	const QString replay = name.isEmpty() ? QString() : sandbox.path(name);
 	if (!content.isNull()) {
 		sandbox.writeFile(name, content);
 	}
 	const Run run = sandbox.run(processArguments(replay));
-	QCOMPARE(errorOf(run), text.contains(QStringLiteral("%1")) ? text.arg(replay) : text);
+	QCOMPARE(errorOf(run), text.contains(u"%1"_s) ? text.arg(replay) : text);
 	QVERIFY(sandbox.shortsFolderContent().isEmpty());
 	if (!content.isNull()) {
 		QFile file(replay);
@@ -130,75 +122,70 @@ void ClipFailureTest::refuses_bad_lengths()
 	QFETCH(const QString, seconds);
 	const Sandbox sandbox;
 	QCOMPARE(errorOf(sandbox.run(processArguments(videos::regions(), seconds))),
-		 QStringLiteral("--seconds needs a whole number from 1 to 3600."));
+		 u"--seconds needs a whole number from 1 to 3600."_s);
 }
 
 void ClipFailureTest::reports_missing_ffmpeg()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	QCOMPARE(errorAfter(sandbox, QString()),
-		 QStringLiteral("ffmpeg isn't installed. Install ffmpeg, then clip again."));
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg isn't installed. Install ffmpeg, then clip again."_s);
 }
 
 void ClipFailureTest::reports_missing_ffprobe()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("PATH"), sandbox.path());
+	sandbox.setVariable(u"PATH"_s, sandbox.path());
 	const Run run = sandbox.run(processArguments(videos::regions()));
-	QCOMPARE(errorOf(run), QStringLiteral("ffprobe isn't installed. Install ffmpeg, then clip again."));
+	QCOMPARE(errorOf(run), u"ffprobe isn't installed. Install ffmpeg, then clip again."_s);
 }
 
 void ClipFailureTest::reports_ffmpeg_that_cannot_start()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffmpeg"), "");
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	QFile broken(sandbox.path(QStringLiteral("tools/ffmpeg")));
+	sandbox.useTool(u"ffmpeg"_s, "");
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	QFile broken(sandbox.path(u"tools/ffmpeg"_s));
 	QVERIFY(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
 	QVERIFY(broken.write("#!/nonexistent/interpreter\n") > 0);
 	broken.close();
-	QCOMPARE(errorAfter(sandbox, QString()), QStringLiteral("ffmpeg couldn't be started. Install ffmpeg again."));
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg couldn't be started. Install ffmpeg again."_s);
 }
 
 void ClipFailureTest::reports_ffmpeg_that_crashes()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
 	sandbox.useTool(
-		QStringLiteral("ffmpeg"),
+		u"ffmpeg"_s,
 		"for last; do :; done\ncase \"$last\" in *.part) echo half > \"${last#file:}\"; kill -9 $$;; esac");
-	QCOMPARE(errorAfter(sandbox, QString()), QStringLiteral("ffmpeg stopped unexpectedly."));
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg stopped unexpectedly."_s);
 }
 
 void ClipFailureTest::reports_ffmpeg_without_h264()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-	sandbox.useTool(QStringLiteral("ffmpeg"),
-			"case \"$*\" in *libx264*) echo \"Unknown encoder 'libx264'\" >&2; exit 1;; esac");
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *libx264*) echo \"Unknown encoder 'libx264'\" >&2; exit 1;; esac");
 	QCOMPARE(errorAfter(sandbox, QString()),
-		 QStringLiteral("this ffmpeg can't make H.264 video. Install a full build of ffmpeg."));
+		 u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s);
 }
 
 void ClipFailureTest::reports_a_disk_that_fills_up()
 {
 	const Sandbox sandbox;
 	QVERIFY(QDir().mkpath(sandbox.shortsFolder()));
-	const QString mount = QStringLiteral("mount -t tmpfs -o size=8k none '%1'").arg(sandbox.shortsFolder());
-	const QStringList unshare{QStringLiteral("--user"), QStringLiteral("--map-root-user"),
-				  QStringLiteral("--mount"), QStringLiteral("sh"), QStringLiteral("-c")};
-	if (sandbox.runProgram(QStringLiteral("unshare"), unshare + QStringList{mount}).exitCode != 0) {
+	const QString mount = u"mount -t tmpfs -o size=8k none '%1'"_s.arg(sandbox.shortsFolder());
+	const QStringList unshare{u"--user"_s, u"--map-root-user"_s, u"--mount"_s, u"sh"_s, u"-c"_s};
+	if (sandbox.runProgram(u"unshare"_s, unshare + QStringList{mount}).exitCode != 0) {
 		QSKIP("a small disk of its own needs a mount, which is not allowed here");
 	}
 	const QByteArray before = videos::checksum(videos::regions());
 	// The little disk is gone with the run, so the run itself has to tell what was left on it.
-	const QString script =
-		mount + QStringLiteral("\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code").arg(sandbox.shortsFolder());
-	const Run run = sandbox.runProgram(QStringLiteral("unshare"),
-					   unshare + QStringList{script, QStringLiteral("sh"), sampleHelper()} +
-						   processArguments(videos::regions()));
-	QCOMPARE(errorOf(run), QStringLiteral("the disk is full. Free some space, then clip again."));
+	const QString script = mount + u"\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code"_s.arg(sandbox.shortsFolder());
+	const Run run = sandbox.runProgram(u"unshare"_s, unshare + QStringList{script, u"sh"_s, sampleHelper()} +
+								 processArguments(videos::regions()));
+	QCOMPARE(errorOf(run), u"the disk is full. Free some space, then clip again."_s);
 	QVERIFY2(!run.errorOutput.endsWith(".part\n") && !run.errorOutput.endsWith(".mp4\n"),
 		 run.errorOutput.constData());
 	QCOMPARE(videos::checksum(videos::regions()), before);
@@ -209,16 +196,16 @@ void ClipFailureTest::reports_a_write_beyond_the_allowed_size()
 	const Sandbox sandbox;
 	// With the signal ignored, a write beyond the limit fails as on a full disk: part of it is stored, then no
 	// more.
-	QCOMPARE(errorAfter(sandbox, QStringLiteral("trap '' XFSZ\nulimit -f 16")),
-		 QStringLiteral("the disk is full. Free some space, then clip again."));
+	QCOMPARE(errorAfter(sandbox, u"trap '' XFSZ\nulimit -f 16"_s),
+		 u"the disk is full. Free some space, then clip again."_s);
 }
 
 void ClipFailureTest::reports_an_output_folder_that_cannot_be_made()
 {
 	Sandbox sandbox;
-	const QString folder = sandbox.writeFile(QStringLiteral("file"), "x") + QStringLiteral("/Shorts");
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_OUTPUT"), folder);
-	QCOMPARE(errorAfter(sandbox, QString()), QStringLiteral("couldn't make the folder %1.").arg(folder));
+	const QString folder = sandbox.writeFile(u"file"_s, "x") + u"/Shorts"_s;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, folder);
+	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1."_s.arg(folder));
 }
 
 KESTRUNE_TEST(ClipFailureTest)

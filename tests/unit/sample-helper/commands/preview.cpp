@@ -8,6 +8,8 @@
 
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 class PreviewTest : public QObject {
 	Q_OBJECT
 
@@ -23,17 +25,10 @@ private Q_SLOTS:
 
 namespace {
 
-QStringList preview(const QString &layout, const QString &style, const QString &position = QStringLiteral("auto"))
+QStringList preview(const QString &layout, const QString &style, const QString &position = u"auto"_s)
 {
-	return {QStringLiteral("--preview"),
-		QStringLiteral("--layout"),
-		layout,
-		QStringLiteral("--style"),
-		style,
-		QStringLiteral("--font"),
-		QStringLiteral("bebas"),
-		QStringLiteral("--caption-position"),
-		position};
+	return {u"--preview"_s, u"--layout"_s,           layout,  u"--style"_s, style, u"--font"_s,
+		u"bebas"_s,     u"--caption-position"_s, position};
 }
 
 QString pathOf(const Run &run)
@@ -49,17 +44,14 @@ QString pathOf(const Run &run)
 void PreviewTest::draws_a_picture()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run(preview(QStringLiteral("vtuber-bubble"), QStringLiteral("rune")));
+	const Run run = sandbox.run(preview(u"vtuber-bubble"_s, u"rune"_s));
 	QCOMPARE(run.exitCode, 0);
 	QVERIFY(pathOf(run).startsWith(sandbox.path()));
 	const videos::Details details = videos::details(pathOf(run));
 	QCOMPARE(details.width, 540);
 	QCOMPARE(details.height, 960);
-	QCOMPARE(details.videoCodec, QStringLiteral("png"));
-	QCOMPARE(QDir(sandbox.path(QStringLiteral("previews")))
-			 .entryList(QDir::AllEntries | QDir::NoDotAndDotDot)
-			 .size(),
-		 1);
+	QCOMPARE(details.videoCodec, u"png"_s);
+	QCOMPARE(QDir(sandbox.path(u"previews"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
 }
 
 void PreviewTest::draws_each_look_differently()
@@ -74,13 +66,13 @@ void PreviewTest::draws_each_look_differently()
 		++count;
 	};
 	for (const char *layout : {"vtuber-bubble", "vtuber", "facecam", "podcast", "gameplay"}) {
-		add(preview(QLatin1String(layout), QStringLiteral("none")));
+		add(preview(QLatin1String(layout), u"none"_s));
 	}
 	for (const char *style : {"rune", "neon", "clean", "meme"}) {
-		add(preview(QStringLiteral("gameplay"), QLatin1String(style)));
+		add(preview(u"gameplay"_s, QLatin1String(style)));
 	}
 	for (const char *position : {"top", "middle", "bottom"}) {
-		add(preview(QStringLiteral("gameplay"), QStringLiteral("clean"), QLatin1String(position)));
+		add(preview(u"gameplay"_s, u"clean"_s, QLatin1String(position)));
 	}
 	QCOMPARE(pictures.size(), count);
 }
@@ -88,9 +80,9 @@ void PreviewTest::draws_each_look_differently()
 void PreviewTest::keeps_pictures_for_a_while()
 {
 	Sandbox sandbox;
-	const QStringList arguments = preview(QStringLiteral("podcast"), QStringLiteral("none"));
+	const QStringList arguments = preview(u"podcast"_s, u"none"_s);
 	const QString path = pathOf(sandbox.run(arguments));
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), sandbox.path());
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, sandbox.path());
 	QCOMPARE(pathOf(sandbox.run(arguments)), path);
 
 	QVERIFY(sandbox.age(QDir(sandbox.path()).relativeFilePath(path), std::chrono::hours(2)));
@@ -100,9 +92,9 @@ void PreviewTest::keeps_pictures_for_a_while()
 void PreviewTest::draws_anew_when_the_camera_moves()
 {
 	Sandbox sandbox;
-	const QStringList arguments = preview(QStringLiteral("vtuber"), QStringLiteral("none"));
+	const QStringList arguments = preview(u"vtuber"_s, u"none"_s);
 	const QByteArray before = videos::checksum(pathOf(sandbox.run(arguments)));
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CAMERA"), QStringLiteral("0,0,0.2,0.4"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0,0,0.2,0.4"_s);
 	const QByteArray after = videos::checksum(pathOf(sandbox.run(arguments)));
 	QVERIFY(!before.isEmpty() && !after.isEmpty());
 	QVERIFY(after != before);
@@ -111,8 +103,8 @@ void PreviewTest::draws_anew_when_the_camera_moves()
 void PreviewTest::draws_without_text_when_ffmpeg_cannot()
 {
 	Sandbox sandbox;
-	sandbox.useTool(QStringLiteral("ffmpeg"), "case \"$*\" in *ass=*) exit 8;; esac\nexec ffmpeg \"$@\"");
-	const Run run = sandbox.run(preview(QStringLiteral("facecam"), QStringLiteral("meme")));
+	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=*) exit 8;; esac\nexec ffmpeg \"$@\"");
+	const Run run = sandbox.run(preview(u"facecam"_s, u"meme"_s));
 	QCOMPARE(videos::details(pathOf(run)).width, 540);
 }
 
@@ -121,7 +113,7 @@ void PreviewTest::survives_side_by_side_runs()
 	const Sandbox sandbox;
 	std::vector<std::unique_ptr<QProcess>> processes{};
 	for (int i = 0; i < 4; ++i) {
-		processes.push_back(sandbox.start(preview(QStringLiteral("vtuber"), QStringLiteral("clean"))));
+		processes.push_back(sandbox.start(preview(u"vtuber"_s, u"clean"_s)));
 	}
 	for (const std::unique_ptr<QProcess> &process : processes) {
 		const Run run = finish(*process);
@@ -133,10 +125,10 @@ void PreviewTest::survives_side_by_side_runs()
 void PreviewTest::reports_missing_ffmpeg()
 {
 	Sandbox sandbox;
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_FFMPEG"), sandbox.path());
-	const Run run = sandbox.run(preview(QStringLiteral("vtuber"), QStringLiteral("clean")));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, sandbox.path());
+	const Run run = sandbox.run(preview(u"vtuber"_s, u"clean"_s));
 	QCOMPARE(run.exitCode, 1);
-	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), QStringLiteral("error"));
+	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), u"error"_s);
 }
 
 KESTRUNE_TEST(PreviewTest)

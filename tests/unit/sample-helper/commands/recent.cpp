@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class RecentTest : public QObject {
 	Q_OBJECT
 
@@ -19,7 +21,7 @@ namespace {
 
 void writeShort(const Sandbox &sandbox, const QString &name, const QDateTime &time)
 {
-	QFile file(sandbox.writeFile(QStringLiteral("Shorts/") + name, "x"));
+	QFile file(sandbox.writeFile(u"Shorts/"_s + name, "x"));
 	QVERIFY(file.open(QIODevice::ReadWrite));
 	QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
 }
@@ -39,11 +41,10 @@ QStringList names(const Run &run)
 void RecentTest::lists_nothing_at_first()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run({QStringLiteral("--recent")});
+	const Run run = sandbox.run({u"--recent"_s});
 	QCOMPARE(run.exitCode, 0);
-	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("recent")},
-				   {QStringLiteral("folder"), sandbox.shortsFolder()},
-				   {QStringLiteral("items"), QJsonArray()}};
+	const QJsonObject expected{
+		{u"event"_s, u"recent"_s}, {u"folder"_s, sandbox.shortsFolder()}, {u"items"_s, QJsonArray()}};
 	QCOMPARE(run.onlyEvent(), expected);
 	QVERIFY2(QFile::exists(sandbox.shortsFolder()), "the folder can be opened before the first clip");
 }
@@ -54,15 +55,15 @@ void RecentTest::lists_the_ten_newest_shorts_first()
 	const QDateTime now = QDateTime::currentDateTime();
 	QStringList expected{};
 	for (int age = 0; age < 12; ++age) {
-		const QString name = QStringLiteral("short %1 é.mp4").arg((age * 7) % 12);
+		const QString name = u"short %1 é.mp4"_s.arg((age * 7) % 12);
 		writeShort(sandbox, name, now.addSecs(-60 * age));
 		if (age < 10) {
 			expected += name;
 		}
 	}
-	writeShort(sandbox, QStringLiteral("short-now.part"), now.addSecs(60));
-	writeShort(sandbox, QStringLiteral("notes.txt"), now.addSecs(60));
-	const Run run = sandbox.run({QStringLiteral("--recent")});
+	writeShort(sandbox, u"short-now.part"_s, now.addSecs(60));
+	writeShort(sandbox, u"notes.txt"_s, now.addSecs(60));
+	const Run run = sandbox.run({u"--recent"_s});
 	QCOMPARE(names(run), expected);
 	const QJsonObject first = run.onlyEvent()[QLatin1String("items")].toArray().at(0).toObject();
 	QCOMPARE(first[QLatin1String("path")].toString(),
@@ -76,9 +77,8 @@ void RecentTest::settles_equal_times_by_name()
 	for (const char *name : {"short-2.mp4", "short-3.mp4", "short-1.mp4"}) {
 		writeShort(sandbox, QLatin1String(name), now);
 	}
-	QCOMPARE(names(sandbox.run({QStringLiteral("--recent")})),
-		 (QStringList{QStringLiteral("short-3.mp4"), QStringLiteral("short-2.mp4"),
-			      QStringLiteral("short-1.mp4")}));
+	QCOMPARE(names(sandbox.run({u"--recent"_s})),
+		 (QStringList{u"short-3.mp4"_s, u"short-2.mp4"_s, u"short-1.mp4"_s}));
 }
 
 KESTRUNE_TEST(RecentTest)

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class UpdateTest : public QObject {
 	Q_OBJECT
 
@@ -28,17 +30,17 @@ private Q_SLOTS:
 
 namespace {
 
-const QStringList checkSwitch{QStringLiteral("--check-update")};
-const QStringList downloadSwitch{QStringLiteral("--download-update")};
+const QStringList checkSwitch{u"--check-update"_s};
+const QStringList downloadSwitch{u"--download-update"_s};
 const QByteArray installerText = R"({"version": "9.1.0", "text": "a sample installer with a few bytes to copy"})";
-const QJsonObject noUpdate{{QStringLiteral("event"), QStringLiteral("update")}, {QStringLiteral("update"), false}};
+const QJsonObject noUpdate{{u"event"_s, u"update"_s}, {u"update"_s, false}};
 
 void offer(const Sandbox &sandbox,
 	   const QByteArray &release =
 		   R"({"version": "9.1.0", "notes": "Faster & \"better\"", "installer": "setup 9.json"})")
 {
-	sandbox.writeFile(QStringLiteral("updates/release.json"), release);
-	sandbox.writeFile(QStringLiteral("updates/setup 9.json"), installerText);
+	sandbox.writeFile(u"updates/release.json"_s, release);
+	sandbox.writeFile(u"updates/setup 9.json"_s, installerText);
 }
 
 QByteArray contentOf(const QString &path)
@@ -63,10 +65,10 @@ void UpdateTest::offers_another_version()
 {
 	const Sandbox sandbox;
 	offer(sandbox);
-	const QJsonObject expected{{QStringLiteral("event"), QStringLiteral("update")},
-				   {QStringLiteral("update"), true},
-				   {QStringLiteral("latest"), QStringLiteral("9.1.0")},
-				   {QStringLiteral("notes"), QStringLiteral("Faster & \"better\"")}};
+	const QJsonObject expected{{u"event"_s, u"update"_s},
+				   {u"update"_s, true},
+				   {u"latest"_s, u"9.1.0"_s},
+				   {u"notes"_s, u"Faster & \"better\""_s}};
 	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), expected);
 }
 
@@ -74,7 +76,7 @@ void UpdateTest::offers_nothing_when_up_to_date()
 {
 	Sandbox sandbox;
 	offer(sandbox);
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION"), QStringLiteral("9.1.0"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION"_s, u"9.1.0"_s);
 	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), noUpdate);
 	QCOMPARE(sandbox.run(downloadSwitch).onlyEvent(), noUpdate);
 	const Sandbox own;
@@ -101,8 +103,7 @@ void UpdateTest::refuses_a_release_it_cannot_use()
 	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
 		const Run run = sandbox.run(arguments);
 		QCOMPARE(run.exitCode, 1);
-		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(
-			QStringLiteral("names no version")));
+		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"names no version"_s));
 	}
 }
 
@@ -115,16 +116,16 @@ void UpdateTest::downloads_with_progress()
 	QVERIFY(run.events.size() > 5);
 	int percent = 0;
 	for (const QJsonObject &event : run.events.first(run.events.size() - 1)) {
-		QCOMPARE(event[QLatin1String("event")].toString(), QStringLiteral("progress"));
-		QCOMPARE(event[QLatin1String("phase")].toString(), QStringLiteral("download"));
+		QCOMPARE(event[QLatin1String("event")].toString(), u"progress"_s);
+		QCOMPARE(event[QLatin1String("phase")].toString(), u"download"_s);
 		QVERIFY(event[QLatin1String("percent")].toInt() > percent);
 		percent = event[QLatin1String("percent")].toInt();
 	}
 	QCOMPARE(percent, 100);
 	const QJsonObject last = run.events.last();
-	QCOMPARE(last[QLatin1String("event")].toString(), QStringLiteral("downloaded"));
-	QCOMPARE(last[QLatin1String("latest")].toString(), QStringLiteral("9.1.0"));
-	QCOMPARE(last[QLatin1String("path")].toString(), sandbox.path(QStringLiteral("downloads/setup 9.json")));
+	QCOMPARE(last[QLatin1String("event")].toString(), u"downloaded"_s);
+	QCOMPARE(last[QLatin1String("latest")].toString(), u"9.1.0"_s);
+	QCOMPARE(last[QLatin1String("path")].toString(), sandbox.path(u"downloads/setup 9.json"_s));
 	QCOMPARE(contentOf(last[QLatin1String("path")].toString()), installerText);
 }
 
@@ -132,7 +133,7 @@ void UpdateTest::takes_its_time()
 {
 	Sandbox sandbox;
 	offer(sandbox);
-	sandbox.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"), QStringLiteral("400"));
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS"_s, u"400"_s);
 	QElapsedTimer timer;
 	timer.start();
 	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
@@ -146,11 +147,10 @@ void UpdateTest::checks_the_checksum()
 	offer(sandbox, QByteArray(release).replace("%1", QByteArray(64, '0')));
 	const Run bad = sandbox.run(downloadSwitch);
 	QCOMPARE(bad.exitCode, 1);
-	QCOMPARE(bad.events.last()[QLatin1String("error")].toString(),
-		 QStringLiteral("the downloaded installer is damaged."));
-	QCOMPARE(QDir(sandbox.path(QStringLiteral("downloads"))).entryList(QDir::Files).size(), 0);
+	QCOMPARE(bad.events.last()[QLatin1String("error")].toString(), u"the downloaded installer is damaged."_s);
+	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 
-	const QByteArray sha256 = videos::checksum(sandbox.path(QStringLiteral("updates/setup 9.json"))).toUpper();
+	const QByteArray sha256 = videos::checksum(sandbox.path(u"updates/setup 9.json"_s)).toUpper();
 	offer(sandbox, QByteArray(release).replace("%1", sha256));
 	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
 }
@@ -161,7 +161,7 @@ void UpdateTest::reports_a_missing_installer()
 	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json"})");
 	const Run run = sandbox.run(downloadSwitch);
 	QCOMPARE(run.exitCode, 1);
-	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(QStringLiteral("is missing or empty")));
+	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"is missing or empty"_s));
 }
 
 void UpdateTest::reports_a_disk_that_refuses_the_download()
@@ -171,23 +171,21 @@ void UpdateTest::reports_a_disk_that_refuses_the_download()
 #endif
 	const Sandbox sandbox;
 	offer(sandbox);
-	sandbox.writeFile(QStringLiteral("updates/setup 9.json"), QByteArray(200'000, 'x'));
-	const Run run = sandbox.runProgram(
-		QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 64; exec \"$@\""),
-				       QStringLiteral("sh"), sampleHelper(), downloadSwitch.first()});
+	sandbox.writeFile(u"updates/setup 9.json"_s, QByteArray(200'000, 'x'));
+	const Run run = sandbox.runProgram(u"sh"_s, {u"-c"_s, u"trap '' XFSZ; ulimit -f 64; exec \"$@\""_s, u"sh"_s,
+						     sampleHelper(), downloadSwitch.first()});
 	QCOMPARE(run.exitCode, 1);
 	const QString text = run.events.last()[QLatin1String("error")].toString();
-	QVERIFY2(text.startsWith(QStringLiteral("couldn't save the installer in ")), qPrintable(text));
-	QCOMPARE(QDir(sandbox.path(QStringLiteral("downloads"))).entryList(QDir::Files).size(), 0);
+	QVERIFY2(text.startsWith(u"couldn't save the installer in "_s), qPrintable(text));
+	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 }
 
 void UpdateTest::installs_with_the_update_runner()
 {
 	Sandbox sandbox;
-	const QString installer = sandbox.writeFile(QStringLiteral("setup ü.json"), installerText);
-	const QString manifest =
-		sandbox.writeFile(QStringLiteral("manifest.json"), R"({"version":"1.0.0","name":"x"})");
-	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
+	const QString installer = sandbox.writeFile(u"setup ü.json"_s, installerText);
+	const QString manifest = sandbox.writeFile(u"manifest.json"_s, R"({"version":"1.0.0","name":"x"})");
+	sandbox.setVariable(u"KESTRUNE_MANIFEST"_s, manifest);
 	QCOMPARE(sandbox.runProgram(updateRunner(), {installer}).exitCode, 0);
 	QVERIFY(contentOf(manifest).contains("\"version\": \"9.1.0\""));
 	QVERIFY(contentOf(manifest).contains("\"name\": \"x\""));
@@ -209,9 +207,9 @@ void UpdateTest::fails_with_the_update_runner()
 	QFETCH(const int, exitCode);
 	Sandbox sandbox;
 	const QByteArray before = R"({"version":"1.0.0"})";
-	const QString manifest = sandbox.writeFile(QStringLiteral("manifest.json"), before);
-	sandbox.setVariable(QStringLiteral("KESTRUNE_MANIFEST"), manifest);
-	const QString path = sandbox.writeFile(QStringLiteral("setup.json"), installer);
+	const QString manifest = sandbox.writeFile(u"manifest.json"_s, before);
+	sandbox.setVariable(u"KESTRUNE_MANIFEST"_s, manifest);
+	const QString path = sandbox.writeFile(u"setup.json"_s, installer);
 	QCOMPARE(sandbox.runProgram(updateRunner(), {path}).exitCode, exitCode);
 	QCOMPARE(contentOf(manifest), before);
 }

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 /// What runs that were killed left behind goes away with the next clip, and nothing else does.
@@ -34,20 +36,19 @@ void LeftoversTest::removes_old_leftovers_only_data()
 	QTest::addColumn<QString>("file");
 	QTest::addColumn<int>("minutes");
 	QTest::addColumn<bool>("stays");
-	const QString part = QStringLiteral("Shorts/short-20200101-000000-0.part");
+	const QString part = u"Shorts/short-20200101-000000-0.part"_s;
 	QTest::newRow("old part") << part << part << 11 << false;
 	QTest::newRow("part that is being made") << part << part << 5 << true;
-	const QString finished = QStringLiteral("Shorts/short-20200101-000000-0.mp4");
+	const QString finished = u"Shorts/short-20200101-000000-0.mp4"_s;
 	QTest::newRow("Short") << finished << finished << 3000 << true;
-	const QString scratch = QStringLiteral("run-AbCdEf");
-	const QString speech = QStringLiteral("run-AbCdEf/speech.wav");
+	const QString scratch = u"run-AbCdEf"_s;
+	const QString speech = u"run-AbCdEf/speech.wav"_s;
 	QTest::newRow("old scratch folder of a clip") << scratch << speech << 25 * 60 << false;
 	QTest::newRow("scratch folder in use") << scratch << speech << 23 * 60 << true;
-	const QString preview = QStringLiteral("previews/run-AbCdEf");
-	QTest::newRow("old scratch folder of a preview")
-		<< preview << preview + QStringLiteral("/captions.ass") << 25 * 60 << false;
-	const QString other = QStringLiteral("downloads");
-	QTest::newRow("other folder") << other << other + QStringLiteral("/setup.exe") << 25 * 60 << true;
+	const QString preview = u"previews/run-AbCdEf"_s;
+	QTest::newRow("old scratch folder of a preview") << preview << preview + u"/captions.ass"_s << 25 * 60 << false;
+	const QString other = u"downloads"_s;
+	QTest::newRow("other folder") << other << other + u"/setup.exe"_s << 25 * 60 << true;
 }
 
 void LeftoversTest::removes_old_leftovers_only()
@@ -59,7 +60,7 @@ void LeftoversTest::removes_old_leftovers_only()
 	const Sandbox sandbox;
 	const QString path = sandbox.writeFile(file, "x");
 	QVERIFY(sandbox.age(aged, std::chrono::minutes(minutes)));
-	QCOMPARE(eventName(sandbox.run(clipOf(videos::silent()))), QStringLiteral("done"));
+	QCOMPARE(eventName(sandbox.run(clipOf(videos::silent()))), u"done"_s);
 	QCOMPARE(QFile::exists(path), stays);
 	QCOMPARE(QFile::exists(sandbox.path(aged)), stays);
 }
@@ -68,10 +69,9 @@ void LeftoversTest::never_removes_the_replay_data()
 {
 	QTest::addColumn<QString>("replay");
 	QTest::addColumn<QString>("aged");
-	const QString part = QStringLiteral("Shorts/short-20200101-000000-0.part");
+	const QString part = u"Shorts/short-20200101-000000-0.part"_s;
 	QTest::newRow("named like a part") << part << part;
-	QTest::newRow("in a folder named like a scratch folder")
-		<< QStringLiteral("run-1/replay.mkv") << QStringLiteral("run-1");
+	QTest::newRow("in a folder named like a scratch folder") << u"run-1/replay.mkv"_s << u"run-1"_s;
 }
 
 void LeftoversTest::never_removes_the_replay()
@@ -84,10 +84,10 @@ void LeftoversTest::never_removes_the_replay()
 	const QString path = sandbox.writeFile(replay, original.readAll());
 	QVERIFY(sandbox.age(aged, 48h));
 	// By another way to it, as a user may write it.
-	const QString link = sandbox.path(QStringLiteral("link.mkv"));
+	const QString link = sandbox.path(u"link.mkv"_s);
 	QVERIFY(QFile::link(path, link));
 	for (const QString &name : {path, link}) {
-		QCOMPARE(eventName(sandbox.run(clipOf(name))), QStringLiteral("done"));
+		QCOMPARE(eventName(sandbox.run(clipOf(name))), u"done"_s);
 		QCOMPARE(videos::checksum(path), videos::checksum(videos::silent()));
 	}
 }
@@ -96,14 +96,14 @@ void LeftoversTest::follows_no_link_to_other_folders()
 {
 	const Sandbox sandbox;
 	const Sandbox elsewhere;
-	const QString precious = elsewhere.writeFile(QStringLiteral("precious"), "x");
-	QVERIFY(QFile::link(elsewhere.path(), sandbox.path(QStringLiteral("run-AbCdEf"))));
-	sandbox.writeFile(QStringLiteral("run-GhIjKl/file"), "x");
-	QVERIFY(QFile::link(elsewhere.path(), sandbox.path(QStringLiteral("run-GhIjKl/link"))));
-	QVERIFY(sandbox.age(QStringLiteral("run-AbCdEf"), 48h));
-	QVERIFY(sandbox.age(QStringLiteral("run-GhIjKl"), 48h));
-	QCOMPARE(eventName(sandbox.run(clipOf(videos::silent()))), QStringLiteral("done"));
-	QVERIFY(!QFile::exists(sandbox.path(QStringLiteral("run-GhIjKl"))));
+	const QString precious = elsewhere.writeFile(u"precious"_s, "x");
+	QVERIFY(QFile::link(elsewhere.path(), sandbox.path(u"run-AbCdEf"_s)));
+	sandbox.writeFile(u"run-GhIjKl/file"_s, "x");
+	QVERIFY(QFile::link(elsewhere.path(), sandbox.path(u"run-GhIjKl/link"_s)));
+	QVERIFY(sandbox.age(u"run-AbCdEf"_s, 48h));
+	QVERIFY(sandbox.age(u"run-GhIjKl"_s, 48h));
+	QCOMPARE(eventName(sandbox.run(clipOf(videos::silent()))), u"done"_s);
+	QVERIFY(!QFile::exists(sandbox.path(u"run-GhIjKl"_s)));
 	QVERIFY(QFile::exists(precious));
 }
 

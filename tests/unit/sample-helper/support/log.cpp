@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class LogTest : public QObject {
 	Q_OBJECT
 
@@ -15,8 +17,8 @@ private Q_SLOTS:
 void LogTest::logs_to_a_file_in_the_state_folder()
 {
 	const Sandbox sandbox;
-	const Run run = sandbox.run({QStringLiteral("--foo")});
-	QFile log(sandbox.path(QStringLiteral("sample-helper.log")));
+	const Run run = sandbox.run({u"--foo"_s});
+	QFile log(sandbox.path(u"sample-helper.log"_s));
 	QVERIFY(log.open(QIODevice::ReadOnly));
 	const QByteArray content = log.readAll();
 	QVERIFY(content.contains("doesn't know --foo"));
@@ -27,10 +29,10 @@ void LogTest::logs_to_a_file_in_the_state_folder()
 void LogTest::sets_a_large_log_aside()
 {
 	const Sandbox sandbox;
-	sandbox.writeFile(QStringLiteral("sample-helper.log"), QByteArray(1'000'001, 'x'));
-	sandbox.run({QStringLiteral("--foo")});
-	QVERIFY(QFile(sandbox.path(QStringLiteral("sample-helper.log"))).size() < 1000);
-	QCOMPARE(QFile(sandbox.path(QStringLiteral("sample-helper.log.old"))).size(), 1'000'001);
+	sandbox.writeFile(u"sample-helper.log"_s, QByteArray(1'000'001, 'x'));
+	sandbox.run({u"--foo"_s});
+	QVERIFY(QFile(sandbox.path(u"sample-helper.log"_s)).size() < 1000);
+	QCOMPARE(QFile(sandbox.path(u"sample-helper.log.old"_s)).size(), 1'000'001);
 }
 
 KESTRUNE_TEST(LogTest)

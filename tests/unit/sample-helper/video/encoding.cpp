@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 class EncodingTest : public QObject {
 	Q_OBJECT
 
@@ -34,32 +36,31 @@ public:
 			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
 	{
 		linkAccount(*this);
-		setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QString());
-		useTool(QStringLiteral("ffprobe"), "exec ffprobe \"$@\"");
-		useTool(QStringLiteral("ffmpeg"),
-			"echo \"$*\" >> \"$KESTRUNE_SAMPLE_HELPER_HOME/calls.txt\"\n"
-			"case \"$*\" in\n"
-			"*-encoders*) echo ' V....D h264_nvenc  one'; echo ' V..... h264_qsv  two';"
-			" echo ' V....D h264_vaapi  three'; echo ' A..... libfoo  four'; exit;;\n"
-			"*h264_nvenc*) " +
-				onTrial +
-				";;\n"
-				"*h264_qsv*'-f null -'|*h264_vaapi*'-f null -') exit;;\n"
-				"*h264_qsv*|*h264_vaapi*)\n" +
-				onEncode +
-				"\n  for last; do :; done\n"
-				"  set -- \"$@\" END\n"
-				"  while [ \"$1\" != END ]; do\n"
-				"    case $1 in\n"
-				"    h264_*) set -- \"$@\" libx264;;\n"
-				"    -preset|-global_quality) shift;;\n"
-				"    *) set -- \"$@\" \"$1\";;\n"
-				"    esac\n"
-				"    shift\n"
-				"  done\n"
-				"  shift;;\n"
-				"esac\n"
-				"exec ffmpeg \"$@\"");
+		setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, QString());
+		useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+		useTool(u"ffmpeg"_s, "echo \"$*\" >> \"$KESTRUNE_SAMPLE_HELPER_HOME/calls.txt\"\n"
+				     "case \"$*\" in\n"
+				     "*-encoders*) echo ' V....D h264_nvenc  one'; echo ' V..... h264_qsv  two';"
+				     " echo ' V....D h264_vaapi  three'; echo ' A..... libfoo  four'; exit;;\n"
+				     "*h264_nvenc*) " +
+					     onTrial +
+					     ";;\n"
+					     "*h264_qsv*'-f null -'|*h264_vaapi*'-f null -') exit;;\n"
+					     "*h264_qsv*|*h264_vaapi*)\n" +
+					     onEncode +
+					     "\n  for last; do :; done\n"
+					     "  set -- \"$@\" END\n"
+					     "  while [ \"$1\" != END ]; do\n"
+					     "    case $1 in\n"
+					     "    h264_*) set -- \"$@\" libx264;;\n"
+					     "    -preset|-global_quality) shift;;\n"
+					     "    *) set -- \"$@\" \"$1\";;\n"
+					     "    esac\n"
+					     "    shift\n"
+					     "  done\n"
+					     "  shift;;\n"
+					     "esac\n"
+					     "exec ffmpeg \"$@\"");
 	}
 
 	Run clip() const { return run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none"))); }
@@ -67,7 +68,7 @@ public:
 	/// How often ffmpeg was called with this text among its arguments.
 	qsizetype calls(const char *text) const
 	{
-		return QString::fromUtf8(readFile(QStringLiteral("calls.txt")))
+		return QString::fromUtf8(readFile(u"calls.txt"_s))
 			.split(QLatin1Char('\n'))
 			.filter(QLatin1String(text))
 			.size();
@@ -93,7 +94,7 @@ void EncodingTest::keeps_the_frame_rate()
 	for (const char *layout : {"vtuber-bubble", "podcast"}) {
 		const Run run =
 			sandbox.run(processArguments(videos::atFrameRate(rate), 1, lookArguments(layout, "none")));
-		QCOMPARE(eventName(run), QStringLiteral("done"));
+		QCOMPARE(eventName(run), u"done"_s);
 		QCOMPARE(qRound(videos::details(shortPath(run)).frameRate * 100), kept * 100);
 		const qsizetype frames = videos::brightness(shortPath(run)).size();
 		QVERIFY2(std::abs(frames - kept) <= 2, qPrintable(QString::number(frames)));
@@ -124,7 +125,7 @@ void EncodingTest::keeps_the_loudness()
 	for (int channel = 0; channel < channels; ++channel) {
 		// A fifth of a decibel.
 		QVERIFY2(std::abs(after[channel] / before[channel] - 1) < 0.023,
-			 qPrintable(QStringLiteral("%1 -> %2").arg(before[channel]).arg(after[channel])));
+			 qPrintable(u"%1 -> %2"_s.arg(before[channel]).arg(after[channel])));
 	}
 }
 
@@ -132,7 +133,7 @@ void EncodingTest::takes_the_first_encoder_that_works()
 {
 	const Workshop workshop;
 	const Run run = workshop.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
 	QCOMPARE(workshop.calls("-encoders"), 1);
 	QCOMPARE(workshop.calls("h264_nvenc"), 1);
@@ -146,9 +147,9 @@ void EncodingTest::takes_the_first_encoder_that_works()
 void EncodingTest::gives_up_on_hardware_that_hangs()
 {
 	Workshop workshop({}, "exec sleep 1000");
-	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS"), QStringLiteral("5000"));
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS"_s, u"5000"_s);
 	const Run run = workshop.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
 	QCOMPARE(workshop.calls("h264_nvenc"), 1);
 	QVERIFY(run.errorOutput.contains("took longer than 5000 ms"));
@@ -158,13 +159,13 @@ void EncodingTest::gives_up_on_hardware_that_hangs()
 void EncodingTest::goes_on_in_software_when_hardware_fails()
 {
 	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; echo 'device lost' >&2; exit 1");
-	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("h264_vaapi"));
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
 	const Run run = workshop.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
-	QCOMPARE(note(run), QStringLiteral("h264_vaapi failed, used libx264"));
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
 	QCOMPARE(workshop.calls("-filter_hw_device gpu"), 1);
 	QCOMPARE(workshop.calls("format=nv12,hwupload[short]"), 1);
-	QCOMPARE(videos::details(shortPath(run)).videoCodec, QStringLiteral("h264"));
+	QCOMPARE(videos::details(shortPath(run)).videoCodec, u"h264"_s);
 	QCOMPARE(workshop.shortsFolderContent().size(), 1);
 }
 
@@ -172,10 +173,10 @@ void EncodingTest::encodes_in_software_when_no_hardware_works()
 {
 	Workshop workshop;
 	workshop.useTool(
-		QStringLiteral("ffmpeg"),
+		u"ffmpeg"_s,
 		"case \"$*\" in *-encoders*) ;; *libx264*) ;; *'-f null -') exit 1;; esac\nexec ffmpeg \"$@\"");
 	const Run run = workshop.clip();
-	QCOMPARE(eventName(run), QStringLiteral("done"));
+	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
 	QVERIFY(run.errorOutput.contains("libx264 encoded 1.0 s"));
 }
@@ -183,19 +184,19 @@ void EncodingTest::encodes_in_software_when_no_hardware_works()
 void EncodingTest::takes_the_encoder_that_is_named()
 {
 	Workshop workshop;
-	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("libx264"));
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"libx264"_s);
 	QCOMPARE(note(workshop.clip()), QString());
 	QCOMPARE(workshop.calls("-encoders"), 0);
 	QCOMPARE(workshop.calls("h264_"), 0);
-	workshop.setVariable(QStringLiteral("KESTRUNE_SAMPLE_HELPER_ENCODER"), QStringLiteral("h264_magic"));
-	QCOMPARE(note(workshop.clip()), QStringLiteral("unknown encoder \"h264_magic\", used \"libx264\""));
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_magic"_s);
+	QCOMPARE(note(workshop.clip()), u"unknown encoder \"h264_magic\", used \"libx264\""_s);
 }
 
 void EncodingTest::tells_its_speed()
 {
 	const Sandbox sandbox;
 	sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
-	const QByteArray log = sandbox.readFile(QStringLiteral("sample-helper.log"));
+	const QByteArray log = sandbox.readFile(u"sample-helper.log"_s);
 	QVERIFY2(log.contains("libx264 encoded 1.0 s in ") && log.contains(" times real time)"), log.constData());
 }
 
