@@ -1,10 +1,10 @@
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
 #include "commands/commands.hpp"
 #include "commands/help.hpp"
 #include "support/events.hpp"
 #include "support/log.hpp"
-
-#include <QCommandLineParser>
-#include <QCoreApplication>
 
 #include <cstdio>
 

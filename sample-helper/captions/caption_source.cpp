@@ -1,13 +1,12 @@
-#include "captions/caption_source.hpp"
-
-#include "captions/transcription.hpp"
-#include "support/events.hpp"
-#include "video/excerpt.hpp"
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include "captions/caption_source.hpp"
+#include "captions/transcription.hpp"
+#include "support/events.hpp"
+#include "video/excerpt.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
-#include "captions/caption_text.hpp"
-
 #include <QList>
+
+#include "captions/caption_text.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,5 @@
-#include "captions/captions.hpp"
-
 #include "captions/caption_text.hpp"
+#include "captions/captions.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "captions/subtitles.hpp"
-
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include "captions/subtitles.hpp"
 
 struct Look;
 

@@ -1,8 +1,8 @@
-#include "captions/subtitles.hpp"
-
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <QStringList>
+
+#include "captions/subtitles.hpp"
 
 #include <algorithm>
 #include <optional>

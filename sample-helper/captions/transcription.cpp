@@ -1,16 +1,15 @@
-#include "captions/transcription.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-#include "support/subprocess.hpp"
-#include "video/excerpt.hpp"
-#include "video/ffmpeg.hpp"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
+
+#include "captions/transcription.hpp"
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/subprocess.hpp"
+#include "video/excerpt.hpp"
+#include "video/ffmpeg.hpp"
 
 using namespace Qt::StringLiterals;
 

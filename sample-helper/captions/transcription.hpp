@@ -1,9 +1,9 @@
 #pragma once
 
-#include "captions/subtitles.hpp"
-
 #include <QList>
 #include <QString>
+
+#include "captions/subtitles.hpp"
 
 struct Excerpt;
 

@@ -1,15 +1,14 @@
-#include "commands/account.hpp"
+#include <QJsonArray>
+#include <QRandomGenerator>
+#include <QThread>
 
 #include "captions/captions.hpp"
+#include "commands/account.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/state.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
-
-#include <QJsonArray>
-#include <QRandomGenerator>
-#include <QThread>
 
 using namespace Qt::StringLiterals;
 

@@ -1,13 +1,12 @@
-#include "commands/chat.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-#include "support/state.hpp"
-
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include "commands/chat.hpp"
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/state.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,16 @@
-#include "commands/clip.hpp"
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QRandomGenerator>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 
 #include "captions/caption_source.hpp"
 #include "captions/captions.hpp"
 #include "commands/account.hpp"
+#include "commands/clip.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/leftovers.hpp"
@@ -12,15 +20,6 @@
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
-
-#include <QCommandLineParser>
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QRandomGenerator>
-#include <QScopeGuard>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 

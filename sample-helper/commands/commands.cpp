@@ -1,8 +1,7 @@
-#include "commands/commands.hpp"
-
 #include "commands/account.hpp"
 #include "commands/chat.hpp"
 #include "commands/clip.hpp"
+#include "commands/commands.hpp"
 #include "commands/preview.hpp"
 #include "commands/recent.hpp"
 #include "commands/update.hpp"

@@ -1,8 +1,7 @@
-#include "commands/help.hpp"
+#include <QStringList>
 
 #include "commands/commands.hpp"
-
-#include <QStringList>
+#include "commands/help.hpp"
 
 #include <string_view>
 

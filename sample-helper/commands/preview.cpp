@@ -1,19 +1,18 @@
-#include "commands/preview.hpp"
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
+#include "commands/preview.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/state.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
-
-#include <QCommandLineParser>
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <filesystem>
 

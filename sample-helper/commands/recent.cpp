@@ -1,10 +1,9 @@
-#include "commands/recent.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-
 #include <QDir>
 #include <QJsonArray>
+
+#include "commands/recent.hpp"
+#include "support/environment.hpp"
+#include "support/events.hpp"
 
 #include <algorithm>
 

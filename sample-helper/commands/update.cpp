@@ -1,14 +1,13 @@
-#include "commands/update.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-#include "support/state.hpp"
-
 #include <QCryptographicHash>
 #include <QDir>
 #include <QJsonDocument>
 #include <QSaveFile>
 #include <QThread>
+
+#include "commands/update.hpp"
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/state.hpp"
 
 #include <algorithm>
 #include <optional>

@@ -1,8 +1,8 @@
-#include "support/environment.hpp"
-
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include "support/environment.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,10 @@
-#include "support/events.hpp"
-
 #include <QJsonDocument>
 
-#include <cstdio>
+#include "support/events.hpp"
+
 #include <utility>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 

@@ -1,11 +1,10 @@
-#include "support/leftovers.hpp"
-
-#include "support/environment.hpp"
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include "support/environment.hpp"
+#include "support/leftovers.hpp"
 
 using namespace Qt::StringLiterals;
 

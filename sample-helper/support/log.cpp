@@ -1,12 +1,11 @@
-#include "support/log.hpp"
-
-#include "support/environment.hpp"
-
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include "support/environment.hpp"
+#include "support/log.hpp"
 
 #include <cstdio>
 

@@ -1,13 +1,12 @@
-#include "support/state.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-
 #include <QDir>
 #include <QJsonDocument>
 #include <QLockFile>
 #include <QSaveFile>
 #include <QUrl>
+
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/state.hpp"
 
 using namespace Qt::StringLiterals;
 

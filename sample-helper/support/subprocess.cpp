@@ -1,7 +1,7 @@
-#include "support/subprocess.hpp"
-
 #include <QFileInfo>
 #include <QProcess>
+
+#include "support/subprocess.hpp"
 
 namespace subprocess {
 namespace {

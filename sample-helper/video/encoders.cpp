@@ -1,10 +1,9 @@
-#include "video/encoders.hpp"
+#include <QSet>
 
 #include "support/environment.hpp"
+#include "video/encoders.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
-
-#include <QSet>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,9 @@
-#include "video/encoding.hpp"
+#include <QElapsedTimer>
 
 #include "support/events.hpp"
 #include "video/encoders.hpp"
+#include "video/encoding.hpp"
 #include "video/excerpt.hpp"
-
-#include <QElapsedTimer>
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "video/ffmpeg.hpp"
-
 #include <QString>
 #include <QStringList>
+
+#include "video/ffmpeg.hpp"
 
 /// The part of a replay that becomes a Short: its end.
 struct Excerpt {

@@ -1,14 +1,13 @@
-#include "video/ffmpeg.hpp"
-
-#include "support/environment.hpp"
-#include "support/events.hpp"
-#include "support/subprocess.hpp"
-
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QStandardPaths>
+
+#include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/subprocess.hpp"
+#include "video/ffmpeg.hpp"
 
 #include <algorithm>
 

@@ -1,8 +1,7 @@
-#include "video/layouts.hpp"
+#include <QList>
 
 #include "support/environment.hpp"
-
-#include <QList>
+#include "video/layouts.hpp"
 
 #include <array>
 

@@ -1,11 +1,10 @@
-#include "video/look.hpp"
+#include <QCommandLineParser>
+#include <QJsonObject>
 
 #include "captions/captions.hpp"
 #include "support/state.hpp"
 #include "video/layouts.hpp"
-
-#include <QCommandLineParser>
-#include <QJsonObject>
+#include "video/look.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -5,6 +5,8 @@
 #include "host/hotkeys.hpp"
 
 #include <obs-hotkey.h>
+#include <utility>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -18,7 +20,6 @@
 #include <functional>
 #include <semaphore>
 #include <thread>
-#include <utility>
 
 namespace {
 using Clock = std::chrono::steady_clock;

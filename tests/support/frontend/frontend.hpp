@@ -6,10 +6,10 @@
 #include <QWidget>
 
 #include <obs-frontend-api.h>
+#include <utility>
 
 #include <functional>
 #include <optional>
-#include <utility>
 #include <vector>
 
 /// The OBS frontend as the module sees it, in memory: what it answers is set by a test, what is asked of it is

@@ -1,9 +1,8 @@
+#include <QFileInfo>
+#include <QMap>
 #include <QTest>
 
 #include "host/test_program.hpp"
-
-#include <QFileInfo>
-#include <QMap>
 
 #include <cstdio>
 

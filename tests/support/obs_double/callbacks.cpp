@@ -3,9 +3,9 @@
 
 #include <callback/calldata.h>
 #include <callback/proc.h>
+#include <utility>
 
 #include <cstring>
-#include <utility>
 
 // A calldata's values lie one after the other, each as its name, ended by a NUL, its size, and its bytes: the header
 // frees them with bfree, so they cannot be an object of some class.

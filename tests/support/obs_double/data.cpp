@@ -1,8 +1,8 @@
-#include "obs_double/data.hpp"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include "obs_double/data.hpp"
 
 #include <util/base.h>
 #include <util/platform.h>

@@ -1,5 +1,3 @@
-#include "dock_snapshot.hpp"
-
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -10,6 +8,8 @@
 #include <QListWidget>
 #include <QPixmap>
 #include <QWidget>
+
+#include "dock_snapshot.hpp"
 
 #include <obs-frontend-api.h>
 

@@ -1,17 +1,17 @@
 // Entry points of the test module and its obs-websocket vendor "kestrune-probe" with the one request "snapshot";
 // its member "name", when there is one, is the object name of the only widgets asked for.
 
-#include "dock_snapshot.hpp"
-
 #include <QCoreApplication>
 #include <QJsonDocument>
+
+#include "dock_snapshot.hpp"
+
+#include <obs-module.h>
+#include <obs.hpp>
 
 #include <chrono>
 #include <memory>
 #include <semaphore>
-
-#include <obs-module.h>
-#include <obs.hpp>
 
 OBS_DECLARE_MODULE()
 

@@ -1,8 +1,8 @@
 #include <QJsonObject>
 #include <QTest>
 
-#include "host/test_program.hpp"
 #include "chat/chat_texts.hpp"
+#include "host/test_program.hpp"
 
 using namespace Qt::StringLiterals;
 

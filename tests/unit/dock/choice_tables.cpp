@@ -1,8 +1,8 @@
 #include <QComboBox>
 #include <QTest>
 
-#include "host/test_program.hpp"
 #include "dock/choice_tables.hpp"
+#include "host/test_program.hpp"
 
 using namespace Qt::StringLiterals;
 

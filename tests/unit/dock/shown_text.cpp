@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "host/test_program.hpp"
 #include "dock/shown_text.hpp"
+#include "host/test_program.hpp"
 
 using namespace Qt::StringLiterals;
 

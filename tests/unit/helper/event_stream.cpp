@@ -2,8 +2,8 @@
 #include <QJsonDocument>
 #include <QTest>
 
-#include "host/test_program.hpp"
 #include "helper/event_stream.hpp"
+#include "host/test_program.hpp"
 
 using namespace Qt::StringLiterals;
 

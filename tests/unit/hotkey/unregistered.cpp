@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "host/test_program.hpp"
 #include "host/obs_session.hpp"
+#include "host/test_program.hpp"
 #include "hotkey/clip_hotkey.hpp"
 
 #include <obs.hpp>

@@ -1,6 +1,6 @@
-#include "clip_runs.hpp"
-
 #include <QJsonArray>
+
+#include "clip_runs.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "sandbox.hpp"
-
 #include <QStringList>
+
+#include "sandbox.hpp"
 
 /// Runs of --process and what they answer.
 

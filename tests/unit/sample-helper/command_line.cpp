@@ -1,10 +1,10 @@
-#include "commands/commands.hpp"
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
+
+#include "commands/commands.hpp"
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
-#include "sandbox.hpp"
-
 #include <QDir>
 #include <QJsonDocument>
+
+#include "sandbox.hpp"
 
 #include <filesystem>
 #include <system_error>

@@ -1,11 +1,11 @@
-#include "videos.hpp"
-
 #include <QCryptographicHash>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QTemporaryDir>
+
+#include "videos.hpp"
 
 #include <cmath>
 #include <cstring>

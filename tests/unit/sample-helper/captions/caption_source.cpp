@@ -1,10 +1,10 @@
-#include "clip_runs.hpp"
-#include "host/test_program.hpp"
-#include "videos.hpp"
-
 #include <QDir>
 #include <QFile>
 #include <QTest>
+
+#include "clip_runs.hpp"
+#include "host/test_program.hpp"
+#include "videos.hpp"
 
 #include <algorithm>
 #include <cmath>

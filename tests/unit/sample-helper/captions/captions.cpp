@@ -1,9 +1,9 @@
+#include <QTest>
+
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
-#include "video/look.hpp"
 #include "host/test_program.hpp"
-
-#include <QTest>
+#include "video/look.hpp"
 
 using namespace Qt::StringLiterals;
 

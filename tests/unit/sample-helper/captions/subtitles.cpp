@@ -1,9 +1,9 @@
-#include "captions/subtitles.hpp"
-#include "host/test_program.hpp"
-
 #include <QRandomGenerator>
 #include <QStringEncoder>
 #include <QTest>
+
+#include "captions/subtitles.hpp"
+#include "host/test_program.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,11 +1,11 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
 #include <QUrl>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
 
 using namespace Qt::StringLiterals;
 

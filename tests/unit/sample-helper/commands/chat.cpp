@@ -1,10 +1,10 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QTest>
 #include <QUrl>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
 
 #include <vector>
 

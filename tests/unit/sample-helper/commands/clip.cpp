@@ -1,16 +1,17 @@
-#include "clip_runs.hpp"
-#include "host/test_program.hpp"
-#include "videos.hpp"
-
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
 
+#include "clip_runs.hpp"
+#include "host/test_program.hpp"
+#include "videos.hpp"
+
+#include <utility>
+
 #include <algorithm>
 #include <array>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-#include "videos.hpp"
-
 #include <QDir>
 #include <QFile>
 #include <QTest>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
+#include "videos.hpp"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-#include "videos.hpp"
-
 #include <QDir>
 #include <QSet>
 #include <QTest>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
+#include "videos.hpp"
 
 #include <vector>
 

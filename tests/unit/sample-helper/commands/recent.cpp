@@ -1,10 +1,10 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-
 #include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
 #include <QTest>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
 
 using namespace Qt::StringLiterals;
 

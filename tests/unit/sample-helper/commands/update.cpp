@@ -1,11 +1,11 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-#include "videos.hpp"
-
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
+#include "videos.hpp"
 
 using namespace Qt::StringLiterals;
 

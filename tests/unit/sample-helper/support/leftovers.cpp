@@ -1,9 +1,9 @@
+#include <QFile>
+#include <QTest>
+
 #include "clip_runs.hpp"
 #include "host/test_program.hpp"
 #include "videos.hpp"
-
-#include <QFile>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

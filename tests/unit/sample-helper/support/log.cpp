@@ -1,8 +1,8 @@
-#include "sandbox.hpp"
-#include "host/test_program.hpp"
-
 #include <QFile>
 #include <QTest>
+
+#include "host/test_program.hpp"
+#include "sandbox.hpp"
 
 using namespace Qt::StringLiterals;
 

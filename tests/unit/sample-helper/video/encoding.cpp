@@ -1,8 +1,8 @@
+#include <QTest>
+
 #include "clip_runs.hpp"
 #include "host/test_program.hpp"
 #include "videos.hpp"
-
-#include <QTest>
 
 #include <cmath>
 
