@@ -12,16 +12,16 @@ class CommandLineTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void refuses_what_it_does_not_know_data();
-	void refuses_what_it_does_not_know();
-	void prints_help_for_people();
-	void helps_with_what_it_knows();
-	void prints_its_version();
-	void writes_one_line_per_event();
-	void reports_a_state_folder_that_cannot_be_made();
+	void refusesWhatItDoesNotKnow_data();
+	void refusesWhatItDoesNotKnow();
+	void printsHelpForPeople();
+	void helpsWithWhatItKnows();
+	void printsItsVersion();
+	void writesOneLinePerEvent();
+	void reportsAStateFolderThatCannotBeMade();
 };
 
-void CommandLineTest::refuses_what_it_does_not_know_data()
+void CommandLineTest::refusesWhatItDoesNotKnow_data()
 {
 	QTest::addColumn<QStringList>("arguments");
 	QTest::addColumn<QString>("text");
@@ -39,7 +39,7 @@ void CommandLineTest::refuses_what_it_does_not_know_data()
 	QTest::newRow("missing value") << QStringList{u"--process"_s} << u"Missing value after '--process'."_s;
 }
 
-void CommandLineTest::refuses_what_it_does_not_know()
+void CommandLineTest::refusesWhatItDoesNotKnow()
 {
 	QFETCH(const QStringList, arguments);
 	QFETCH(const QString, text);
@@ -49,7 +49,7 @@ void CommandLineTest::refuses_what_it_does_not_know()
 	QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(), text);
 }
 
-void CommandLineTest::prints_help_for_people()
+void CommandLineTest::printsHelpForPeople()
 {
 	const Run run = Sandbox().run({u"--help"_s});
 	QCOMPARE(run.exitCode, 0);
@@ -66,7 +66,7 @@ void CommandLineTest::prints_help_for_people()
 	}
 }
 
-void CommandLineTest::helps_with_what_it_knows()
+void CommandLineTest::helpsWithWhatItKnows()
 {
 	const QString help = QString::fromUtf8(Sandbox().run({u"--help"_s}).output);
 	QSet<QString> told{};
@@ -86,14 +86,14 @@ void CommandLineTest::helps_with_what_it_knows()
 	}
 }
 
-void CommandLineTest::prints_its_version()
+void CommandLineTest::printsItsVersion()
 {
 	const Run run = Sandbox().run({u"--version"_s});
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.output.trimmed(), QByteArray("sample-helper " SAMPLE_HELPER_VERSION));
 }
 
-void CommandLineTest::writes_one_line_per_event()
+void CommandLineTest::writesOneLinePerEvent()
 {
 	const Run run = Sandbox().run({u"--link"_s, u"--no-browser"_s});
 	QCOMPARE(run.events.size(), 2);
@@ -102,7 +102,7 @@ void CommandLineTest::writes_one_line_per_event()
 	QVERIFY2(!run.output.contains("\": "), "the events are compact");
 }
 
-void CommandLineTest::reports_a_state_folder_that_cannot_be_made()
+void CommandLineTest::reportsAStateFolderThatCannotBeMade()
 {
 	Sandbox sandbox;
 	const QString file = sandbox.writeFile(u"a file"_s, "x");

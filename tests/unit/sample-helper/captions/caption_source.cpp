@@ -17,19 +17,19 @@ class CaptionSourceTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void shows_sidecars_at_their_time_data();
-	void shows_sidecars_at_their_time();
-	void shows_hostile_texts_as_texts();
-	void makes_shorts_without_captions_and_says_why_data();
-	void makes_shorts_without_captions_and_says_why();
-	void transcribes_the_last_seconds();
-	void keeps_speech_between_brackets();
-	void says_that_the_sound_is_unreadable();
-	void prefers_the_sidecar();
-	void needs_no_transcriber_for_silence();
-	void makes_shorts_without_a_transcription_data();
-	void makes_shorts_without_a_transcription();
-	void leaves_the_replay_and_its_folder_alone();
+	void showsSidecarsAtTheirTime_data();
+	void showsSidecarsAtTheirTime();
+	void showsHostileTextsAsTexts();
+	void makesShortsWithoutCaptionsAndSaysWhy_data();
+	void makesShortsWithoutCaptionsAndSaysWhy();
+	void transcribesTheLastSeconds();
+	void keepsSpeechBetweenBrackets();
+	void saysThatTheSoundIsUnreadable();
+	void prefersTheSidecar();
+	void needsNoTranscriberForSilence();
+	void makesShortsWithoutATranscription_data();
+	void makesShortsWithoutATranscription();
+	void leavesTheReplayAndItsFolderAlone();
 };
 
 namespace {
@@ -106,7 +106,7 @@ QString captionedFrames(const QString &path)
 
 } // namespace
 
-void CaptionSourceTest::shows_sidecars_at_their_time_data()
+void CaptionSourceTest::showsSidecarsAtTheirTime_data()
 {
 	QTest::addColumn<QString>("suffix");
 	QTest::addColumn<QByteArray>("content");
@@ -128,7 +128,7 @@ void CaptionSourceTest::shows_sidecars_at_their_time_data()
 				       << QString();
 }
 
-void CaptionSourceTest::shows_sidecars_at_their_time()
+void CaptionSourceTest::showsSidecarsAtTheirTime()
 {
 	QFETCH(const QString, suffix);
 	QFETCH(const QByteArray, content);
@@ -141,7 +141,7 @@ void CaptionSourceTest::shows_sidecars_at_their_time()
 	QCOMPARE(captionedFrames(shortPath(run)), frames);
 }
 
-void CaptionSourceTest::shows_hostile_texts_as_texts()
+void CaptionSourceTest::showsHostileTextsAsTexts()
 {
 	const Studio studio;
 	// Each of these would cover the whole picture, were it obeyed.
@@ -157,7 +157,7 @@ void CaptionSourceTest::shows_hostile_texts_as_texts()
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 150);
 }
 
-void CaptionSourceTest::makes_shorts_without_captions_and_says_why_data()
+void CaptionSourceTest::makesShortsWithoutCaptionsAndSaysWhy_data()
 {
 	QTest::addColumn<QByteArray>("content");
 	QTest::addColumn<QString>("text");
@@ -170,7 +170,7 @@ void CaptionSourceTest::makes_shorts_without_captions_and_says_why_data()
 			      << u"without captions, Replay 1.5.srt is too large"_s;
 }
 
-void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
+void CaptionSourceTest::makesShortsWithoutCaptionsAndSaysWhy()
 {
 	QFETCH(const QByteArray, content);
 	QFETCH(const QString, text);
@@ -182,7 +182,7 @@ void CaptionSourceTest::makes_shorts_without_captions_and_says_why()
 	QCOMPARE(captionedFrames(shortPath(run)), QString());
 }
 
-void CaptionSourceTest::transcribes_the_last_seconds()
+void CaptionSourceTest::transcribesTheLastSeconds()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
@@ -195,7 +195,7 @@ void CaptionSourceTest::transcribes_the_last_seconds()
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
 }
 
-void CaptionSourceTest::keeps_speech_between_brackets()
+void CaptionSourceTest::keepsSpeechBetweenBrackets()
 {
 	Studio studio;
 	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
@@ -204,7 +204,7 @@ void CaptionSourceTest::keeps_speech_between_brackets()
 	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"10-30"_s);
 }
 
-void CaptionSourceTest::says_that_the_sound_is_unreadable()
+void CaptionSourceTest::saysThatTheSoundIsUnreadable()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
@@ -217,7 +217,7 @@ void CaptionSourceTest::says_that_the_sound_is_unreadable()
 	QVERIFY(run.errorOutput.contains("the disk is full."));
 }
 
-void CaptionSourceTest::prefers_the_sidecar()
+void CaptionSourceTest::prefersTheSidecar()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
@@ -227,7 +227,7 @@ void CaptionSourceTest::prefers_the_sidecar()
 	QVERIFY(studio.readFile(u"heard.txt"_s).isEmpty());
 }
 
-void CaptionSourceTest::needs_no_transcriber_for_silence()
+void CaptionSourceTest::needsNoTranscriberForSilence()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);
@@ -237,7 +237,7 @@ void CaptionSourceTest::needs_no_transcriber_for_silence()
 	QVERIFY(studio.readFile(u"heard.txt"_s).isEmpty());
 }
 
-void CaptionSourceTest::makes_shorts_without_a_transcription_data()
+void CaptionSourceTest::makesShortsWithoutATranscription_data()
 {
 	QTest::addColumn<QByteArray>("answer");
 	QTest::addColumn<QString>("variable");
@@ -262,7 +262,7 @@ void CaptionSourceTest::makes_shorts_without_a_transcription_data()
 	QTest::newRow("says nothing") << QByteArray(": > \"$target.srt\"") << QString() << QString() << QString();
 }
 
-void CaptionSourceTest::makes_shorts_without_a_transcription()
+void CaptionSourceTest::makesShortsWithoutATranscription()
 {
 	QFETCH(const QByteArray, answer);
 	QFETCH(const QString, variable);
@@ -280,7 +280,7 @@ void CaptionSourceTest::makes_shorts_without_a_transcription()
 	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
 }
 
-void CaptionSourceTest::leaves_the_replay_and_its_folder_alone()
+void CaptionSourceTest::leavesTheReplayAndItsFolderAlone()
 {
 	Studio studio;
 	studio.useTranscriber(aWord);

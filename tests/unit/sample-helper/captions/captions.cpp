@@ -11,15 +11,15 @@ class CaptionsTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void writes_times();
-	void writes_a_line_per_layer();
-	void places_captions();
-	void keeps_texts_from_being_commands_data();
-	void keeps_texts_from_being_commands();
-	void breaks_long_words_data();
-	void breaks_long_words();
-	void sets_long_texts_smaller();
-	void cuts_endless_texts_off();
+	void writesTimes();
+	void writesALinePerLayer();
+	void placesCaptions();
+	void keepsTextsFromBeingCommands_data();
+	void keepsTextsFromBeingCommands();
+	void breaksLongWords_data();
+	void breaksLongWords();
+	void setsLongTextsSmaller();
+	void cutsEndlessTextsOff();
 };
 
 namespace {
@@ -33,14 +33,14 @@ QStringList eventsOf(const char *style, const char *position, const QString &tex
 
 } // namespace
 
-void CaptionsTest::writes_times()
+void CaptionsTest::writesTimes()
 {
 	QCOMPARE(captiontext::formatTime(0), u"0:00:00.00"_s);
 	QCOMPARE(captiontext::formatTime(59'999), u"0:00:59.99"_s);
 	QCOMPARE(captiontext::formatTime(3'723'450), u"1:02:03.45"_s);
 }
 
-void CaptionsTest::writes_a_line_per_layer()
+void CaptionsTest::writesALinePerLayer()
 {
 	for (const auto &[style, count] : {std::pair{"rune", 1}, {"neon", 2}, {"clean", 1}, {"meme", 1}, {"none", 0}}) {
 		QCOMPARE(eventsOf(style, "auto", u"Hi"_s).size(), count);
@@ -50,14 +50,14 @@ void CaptionsTest::writes_a_line_per_layer()
 	QVERIFY(eventsOf("meme", "auto", u"oh é"_s).first().endsWith(u"}OH É"_s));
 }
 
-void CaptionsTest::places_captions()
+void CaptionsTest::placesCaptions()
 {
 	for (const auto &[position, y] : {std::pair{"top", 230}, {"middle", 960}, {"bottom", 1651}, {"auto", 1440}}) {
 		QVERIFY(eventsOf("clean", position, u"Hi"_s).first().contains(u"\\pos(540,%1)"_s.arg(y)));
 	}
 }
 
-void CaptionsTest::keeps_texts_from_being_commands_data()
+void CaptionsTest::keepsTextsFromBeingCommands_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<QString>("written");
@@ -70,7 +70,7 @@ void CaptionsTest::keeps_texts_from_being_commands_data()
 	QTest::newRow("fields and sections") << u"a,b\n[Events]"_s << u"a,b\\N[Events]"_s;
 }
 
-void CaptionsTest::keeps_texts_from_being_commands()
+void CaptionsTest::keepsTextsFromBeingCommands()
 {
 	QFETCH(const QString, text);
 	QFETCH(const QString, written);
@@ -80,7 +80,7 @@ void CaptionsTest::keeps_texts_from_being_commands()
 	QVERIFY2(events.first().endsWith(u"}"_s + written), qPrintable(events.first()));
 }
 
-void CaptionsTest::breaks_long_words_data()
+void CaptionsTest::breaksLongWords_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<QString>("broken");
@@ -90,14 +90,14 @@ void CaptionsTest::breaks_long_words_data()
 	QTest::newRow("emoji stay whole") << u"🎮🎮🎮🎮🎮🎮🎮🎮🎮"_s << u"🎮🎮🎮🎮🎮🎮🎮🎮\n🎮"_s;
 }
 
-void CaptionsTest::breaks_long_words()
+void CaptionsTest::breaksLongWords()
 {
 	QFETCH(const QString, text);
 	QFETCH(const QString, broken);
 	QCOMPARE(captiontext::breakLines(text), broken);
 }
 
-void CaptionsTest::sets_long_texts_smaller()
+void CaptionsTest::setsLongTextsSmaller()
 {
 	QCOMPARE(captiontext::fontScale(u"Hi"_s), 1.0);
 	QCOMPARE(captiontext::fontScale(QString(64, QLatin1Char('x'))), 1.0);
@@ -106,7 +106,7 @@ void CaptionsTest::sets_long_texts_smaller()
 	QCOMPARE(captiontext::fontScale(QString(10000, QLatin1Char('x'))), 0.5);
 }
 
-void CaptionsTest::cuts_endless_texts_off()
+void CaptionsTest::cutsEndlessTextsOff()
 {
 	const QString endless = captiontext::breakLines(u"blah "_s.repeated(1000));
 	QVERIFY(endless.size() < 200);

@@ -11,18 +11,18 @@ class SubtitlesTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void reads_what_people_have_data();
-	void reads_what_people_have();
-	void reads_times_data();
-	void reads_times();
-	void takes_markup_out_data();
-	void takes_markup_out();
-	void reads_every_encoding_data();
-	void reads_every_encoding();
-	void tells_text_from_other_bytes();
-	void shifts_to_the_excerpt();
-	void shows_one_cue_at_a_time();
-	void survives_any_bytes();
+	void readsWhatPeopleHave_data();
+	void readsWhatPeopleHave();
+	void readsTimes_data();
+	void readsTimes();
+	void takesMarkupOut_data();
+	void takesMarkupOut();
+	void readsEveryEncoding_data();
+	void readsEveryEncoding();
+	void tellsTextFromOtherBytes();
+	void shiftsToTheExcerpt();
+	void showsOneCueAtATime();
+	void survivesAnyBytes();
 };
 
 namespace {
@@ -43,7 +43,7 @@ QString parsed(const QByteArray &file)
 
 } // namespace
 
-void SubtitlesTest::reads_what_people_have_data()
+void SubtitlesTest::readsWhatPeopleHave_data()
 {
 	QTest::addColumn<QByteArray>("file");
 	QTest::addColumn<QString>("cues");
@@ -91,14 +91,14 @@ void SubtitlesTest::reads_what_people_have_data()
 		<< u"3000-4000 good"_s;
 }
 
-void SubtitlesTest::reads_what_people_have()
+void SubtitlesTest::readsWhatPeopleHave()
 {
 	QFETCH(const QByteArray, file);
 	QFETCH(const QString, cues);
 	QCOMPARE(parsed(file), cues);
 }
 
-void SubtitlesTest::reads_times_data()
+void SubtitlesTest::readsTimes_data()
 {
 	QTest::addColumn<QByteArray>("time");
 	QTest::addColumn<qint64>("milliseconds");
@@ -110,7 +110,7 @@ void SubtitlesTest::reads_times_data()
 	QTest::newRow("many hours") << QByteArray("998:00:00,000") << qint64{998LL * 3600000};
 }
 
-void SubtitlesTest::reads_times()
+void SubtitlesTest::readsTimes()
 {
 	QFETCH(const QByteArray, time);
 	QFETCH(const qint64, milliseconds);
@@ -119,7 +119,7 @@ void SubtitlesTest::reads_times()
 	QCOMPARE(cues.first().start_ms, milliseconds);
 }
 
-void SubtitlesTest::takes_markup_out_data()
+void SubtitlesTest::takesMarkupOut_data()
 {
 	QTest::addColumn<QByteArray>("line");
 	QTest::addColumn<QString>("text");
@@ -136,14 +136,14 @@ void SubtitlesTest::takes_markup_out_data()
 	QTest::newRow("foreign letters") << QByteArray("日本 🎮 é") << u"日本 🎮 é"_s;
 }
 
-void SubtitlesTest::takes_markup_out()
+void SubtitlesTest::takesMarkupOut()
 {
 	QFETCH(const QByteArray, line);
 	QFETCH(const QString, text);
 	QCOMPARE(parsed("00:00:01,000 --> 00:00:02,000\n" + line + "\n"), u"1000-2000 "_s + text);
 }
 
-void SubtitlesTest::reads_every_encoding_data()
+void SubtitlesTest::readsEveryEncoding_data()
 {
 	const QString file = u"1\n00:00:01,000 --> 00:00:02,000\nété\n"_s;
 	const auto encoded = [&file](QStringConverter::Encoding encoding) -> QByteArray {
@@ -157,21 +157,21 @@ void SubtitlesTest::reads_every_encoding_data()
 	QTest::newRow("Latin-1") << file.toLatin1();
 }
 
-void SubtitlesTest::reads_every_encoding()
+void SubtitlesTest::readsEveryEncoding()
 {
 	QFETCH(const QByteArray, file);
 	QCOMPARE(parsed(file), u"1000-2000 été"_s);
 	QVERIFY(isText(file));
 }
 
-void SubtitlesTest::tells_text_from_other_bytes()
+void SubtitlesTest::tellsTextFromOtherBytes()
 {
 	QVERIFY(isText(""));
 	QVERIFY(!isText(QByteArray("\x1a\x45\xdf\xa3\x00\x01", 6)));
 	QVERIFY(!isText(QByteArray(100, '\0')));
 }
 
-void SubtitlesTest::shifts_to_the_excerpt()
+void SubtitlesTest::shiftsToTheExcerpt()
 {
 	const QList<Cue> cues{{0, 900, u"before"_s},     {900, 1000, u"until"_s},   {950, 1500, u"across"_s},
 			      {1600, 1700, u"inside"_s}, {1900, 9000, u"beyond"_s}, {2000, 2100, u"from"_s},
@@ -180,14 +180,14 @@ void SubtitlesTest::shifts_to_the_excerpt()
 	QCOMPARE(shown(cuesWithin({}, 0, 1000)), u""_s);
 }
 
-void SubtitlesTest::shows_one_cue_at_a_time()
+void SubtitlesTest::showsOneCueAtATime()
 {
 	const QList<Cue> cues{{0, 5000, u"a"_s}, {1000, 2000, u"b"_s}, {1000, 3000, u"c"_s}, {2500, 2600, u"d"_s}};
 	QCOMPARE(shown(cuesWithin(cues, 0, 9000)), u"0-1000 a|1000-2500 b\nc|2500-2600 d"_s);
 	QCOMPARE(shown(cuesWithin(cues, 1500, 9000)), u"0-1000 a\nb\nc|1000-1100 d"_s);
 }
 
-void SubtitlesTest::survives_any_bytes()
+void SubtitlesTest::survivesAnyBytes()
 {
 	QRandomGenerator random(20);
 	const QByteArray sample = "1\n00:00:01,000 --> 00:00:02,500\n<i>Hi</i> {\\an8}\n\n"

@@ -13,13 +13,13 @@ class AccountTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void begins_unlinked_with_all_choices_on_offer();
-	void links_through_a_local_page_and_a_code();
-	void sends_the_code_before_it_waits();
-	void unlinks_and_is_revoked();
-	void tells_that_it_is_offline();
-	void survives_damaged_state();
-	void addresses_a_page_in_an_odd_folder();
+	void beginsUnlinkedWithAllChoicesOnOffer();
+	void linksThroughALocalPageAndACode();
+	void sendsTheCodeBeforeItWaits();
+	void unlinksAndIsRevoked();
+	void tellsThatItIsOffline();
+	void survivesDamagedState();
+	void addressesAPageInAnOddFolder();
 };
 
 namespace {
@@ -29,7 +29,7 @@ const QStringList linkSwitches{u"--link"_s, u"--no-browser"_s};
 
 } // namespace
 
-void AccountTest::begins_unlinked_with_all_choices_on_offer()
+void AccountTest::beginsUnlinkedWithAllChoicesOnOffer()
 {
 	const Run run = Sandbox().run(statusSwitch);
 	QCOMPARE(run.exitCode, 0);
@@ -46,7 +46,7 @@ void AccountTest::begins_unlinked_with_all_choices_on_offer()
 	QCOMPARE(run.onlyEvent(), expected);
 }
 
-void AccountTest::links_through_a_local_page_and_a_code()
+void AccountTest::linksThroughALocalPageAndACode()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(linkSwitches);
@@ -67,7 +67,7 @@ void AccountTest::links_through_a_local_page_and_a_code()
 	QVERIFY(!status.contains(QLatin1String("error")));
 }
 
-void AccountTest::sends_the_code_before_it_waits()
+void AccountTest::sendsTheCodeBeforeItWaits()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_LINK_MS"_s, u"60000"_s);
@@ -80,7 +80,7 @@ void AccountTest::sends_the_code_before_it_waits()
 	finish(*process);
 }
 
-void AccountTest::unlinks_and_is_revoked()
+void AccountTest::unlinksAndIsRevoked()
 {
 	const Sandbox sandbox;
 	sandbox.run(linkSwitches);
@@ -96,7 +96,7 @@ void AccountTest::unlinks_and_is_revoked()
 	QVERIFY(!unlinked.contains(QLatin1String("error")));
 }
 
-void AccountTest::tells_that_it_is_offline()
+void AccountTest::tellsThatItIsOffline()
 {
 	const Sandbox byFile;
 	byFile.writeFile(u"offline"_s, {});
@@ -106,7 +106,7 @@ void AccountTest::tells_that_it_is_offline()
 	QCOMPARE(byVariable.run(statusSwitch).onlyEvent()[QLatin1String("offline")].toBool(), true);
 }
 
-void AccountTest::survives_damaged_state()
+void AccountTest::survivesDamagedState()
 {
 	const Sandbox sandbox;
 	sandbox.writeFile(u"account.json"_s, "{\"link\": \"linked");
@@ -119,7 +119,7 @@ void AccountTest::survives_damaged_state()
 	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), true);
 }
 
-void AccountTest::addresses_a_page_in_an_odd_folder()
+void AccountTest::addressesAPageInAnOddFolder()
 {
 	Sandbox sandbox;
 	QString name = QString::fromUtf8("a b/#1 100% 'ü' 🎬");

@@ -14,20 +14,20 @@ class ChatTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void begins_with_defaults();
-	void stores_settings();
-	void keeps_what_is_not_named();
-	void refuses_bad_settings_data();
-	void refuses_bad_settings();
-	void asks_for_consent_and_gets_it_a_moment_later();
-	void keeps_consent_while_switched_off();
-	void reports_triggers_once();
-	void triggers_on_the_command_only_data();
-	void triggers_on_the_command_only();
-	void ignores_the_chat_while_off();
-	void honours_the_cooldown();
-	void honours_the_cap_of_a_stream();
-	void loses_no_message_of_side_by_side_runs();
+	void beginsWithDefaults();
+	void storesSettings();
+	void keepsWhatIsNotNamed();
+	void refusesBadSettings_data();
+	void refusesBadSettings();
+	void asksForConsentAndGetsItAMomentLater();
+	void keepsConsentWhileSwitchedOff();
+	void reportsTriggersOnce();
+	void triggersOnTheCommandOnly_data();
+	void triggersOnTheCommandOnly();
+	void ignoresTheChatWhileOff();
+	void honoursTheCooldown();
+	void honoursTheCapOfAStream();
+	void losesNoMessageOfSideBySideRuns();
 };
 
 namespace {
@@ -70,7 +70,7 @@ int streamCount(const Sandbox &sandbox)
 
 } // namespace
 
-void ChatTest::begins_with_defaults()
+void ChatTest::beginsWithDefaults()
 {
 	const Run run = Sandbox().run(getSwitch);
 	QCOMPARE(run.exitCode, 0);
@@ -80,7 +80,7 @@ void ChatTest::begins_with_defaults()
 	QCOMPARE(run.onlyEvent(), expected);
 }
 
-void ChatTest::stores_settings()
+void ChatTest::storesSettings()
 {
 	const Sandbox sandbox;
 	const Run run = set(sandbox, R"({"command":"!härte","cooldown_s":60,"enabled":true,"per_stream_cap":0})");
@@ -92,7 +92,7 @@ void ChatTest::stores_settings()
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), expected);
 }
 
-void ChatTest::keeps_what_is_not_named()
+void ChatTest::keepsWhatIsNotNamed()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"command":"!one","cooldown_s":77})");
@@ -103,7 +103,7 @@ void ChatTest::keeps_what_is_not_named()
 	QCOMPARE(event[QLatin1String("granted")].toBool(), false);
 }
 
-void ChatTest::refuses_bad_settings_data()
+void ChatTest::refusesBadSettings_data()
 {
 	QTest::addColumn<QByteArray>("json");
 	QTest::newRow("no JSON") << QByteArray("enabled=yes");
@@ -124,7 +124,7 @@ void ChatTest::refuses_bad_settings_data()
 	QTest::newRow("large cap") << QByteArray(R"({"per_stream_cap":101})");
 }
 
-void ChatTest::refuses_bad_settings()
+void ChatTest::refusesBadSettings()
 {
 	QFETCH(const QByteArray, json);
 	const Sandbox sandbox;
@@ -141,7 +141,7 @@ void ChatTest::refuses_bad_settings()
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), before);
 }
 
-void ChatTest::asks_for_consent_and_gets_it_a_moment_later()
+void ChatTest::asksForConsentAndGetsItAMomentLater()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"600000"_s);
@@ -155,7 +155,7 @@ void ChatTest::asks_for_consent_and_gets_it_a_moment_later()
 	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(QLatin1String("consent_url")));
 }
 
-void ChatTest::keeps_consent_while_switched_off()
+void ChatTest::keepsConsentWhileSwitchedOff()
 {
 	Sandbox sandbox;
 	set(sandbox, R"({"enabled":true})");
@@ -164,7 +164,7 @@ void ChatTest::keeps_consent_while_switched_off()
 	QCOMPARE(set(sandbox, R"({"enabled":true})").onlyEvent()[QLatin1String("granted")].toBool(), true);
 }
 
-void ChatTest::reports_triggers_once()
+void ChatTest::reportsTriggersOnce()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");
@@ -176,7 +176,7 @@ void ChatTest::reports_triggers_once()
 	QCOMPARE(streamCount(sandbox), 2);
 }
 
-void ChatTest::triggers_on_the_command_only_data()
+void ChatTest::triggersOnTheCommandOnly_data()
 {
 	QTest::addColumn<QString>("text");
 	QTest::addColumn<bool>("triggers");
@@ -188,7 +188,7 @@ void ChatTest::triggers_on_the_command_only_data()
 	QTest::newRow("another word") << u"hello"_s << false;
 }
 
-void ChatTest::triggers_on_the_command_only()
+void ChatTest::triggersOnTheCommandOnly()
 {
 	QFETCH(const QString, text);
 	QFETCH(const bool, triggers);
@@ -199,7 +199,7 @@ void ChatTest::triggers_on_the_command_only()
 	QCOMPARE(streamCount(sandbox), triggers ? 1 : 0);
 }
 
-void ChatTest::ignores_the_chat_while_off()
+void ChatTest::ignoresTheChatWhileOff()
 {
 	const Sandbox sandbox;
 	say(sandbox, u"ana"_s);
@@ -208,7 +208,7 @@ void ChatTest::ignores_the_chat_while_off()
 	QCOMPARE(poll(sandbox), QStringList());
 }
 
-void ChatTest::honours_the_cooldown()
+void ChatTest::honoursTheCooldown()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":3600})");
@@ -222,7 +222,7 @@ void ChatTest::honours_the_cooldown()
 	QCOMPARE(poll(sandbox), QStringList{u"dora"_s});
 }
 
-void ChatTest::honours_the_cap_of_a_stream()
+void ChatTest::honoursTheCapOfAStream()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":2})");
@@ -237,7 +237,7 @@ void ChatTest::honours_the_cap_of_a_stream()
 	QCOMPARE(poll(sandbox), QStringList{u"ella"_s});
 }
 
-void ChatTest::loses_no_message_of_side_by_side_runs()
+void ChatTest::losesNoMessageOfSideBySideRuns()
 {
 	const Sandbox sandbox;
 	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");

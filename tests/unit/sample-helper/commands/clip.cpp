@@ -19,25 +19,25 @@ class ClipTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void composes_every_layout_data();
-	void composes_every_layout();
-	void burns_a_caption_in_every_style_data();
-	void burns_a_caption_in_every_style();
-	void cuts_the_last_seconds();
-	void takes_the_whole_of_a_short_replay();
-	void makes_a_silent_short_of_a_silent_replay();
-	void reads_odd_paths_data();
-	void reads_odd_paths();
-	void reads_a_replay_without_a_duration();
-	void reads_a_replay_without_any_times();
-	void finds_the_camera_where_it_is_told();
-	void remembers_the_look();
-	void replaces_unknown_choices_and_says_so();
-	void leaves_the_caption_out_when_ffmpeg_cannot_draw();
-	void leaves_the_caption_out_when_it_cannot_be_stored();
-	void stores_shorts_where_it_is_told();
-	void answers_by_the_state_of_the_account();
-	void runs_side_by_side_and_lists_only_whole_shorts();
+	void composesEveryLayout_data();
+	void composesEveryLayout();
+	void burnsACaptionInEveryStyle_data();
+	void burnsACaptionInEveryStyle();
+	void cutsTheLastSeconds();
+	void takesTheWholeOfAShortReplay();
+	void makesASilentShortOfASilentReplay();
+	void readsOddPaths_data();
+	void readsOddPaths();
+	void readsAReplayWithoutADuration();
+	void readsAReplayWithoutAnyTimes();
+	void findsTheCameraWhereItIsTold();
+	void remembersTheLook();
+	void replacesUnknownChoicesAndSaysSo();
+	void leavesTheCaptionOutWhenFfmpegCannotDraw();
+	void leavesTheCaptionOutWhenItCannotBeStored();
+	void storesShortsWhereItIsTold();
+	void answersByTheStateOfTheAccount();
+	void runsSideBySideAndListsOnlyWholeShorts();
 };
 
 namespace {
@@ -58,7 +58,7 @@ char colourAt(const QByteArray &frame, int x, int y)
 
 } // namespace
 
-void ClipTest::composes_every_layout_data()
+void ClipTest::composesEveryLayout_data()
 {
 	QTest::addColumn<QByteArray>("layout");
 	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No game shows the camera's green corner.
@@ -70,7 +70,7 @@ void ClipTest::composes_every_layout_data()
 	QTest::newRow("Gameplay only: the middle") << QByteArray("gameplay") << QByteArray("rbrb");
 }
 
-void ClipTest::composes_every_layout()
+void ClipTest::composesEveryLayout()
 {
 	QFETCH(const QByteArray, layout);
 	QFETCH(const QByteArray, colours);
@@ -104,7 +104,7 @@ void ClipTest::composes_every_layout()
 	QCOMPARE(seen, colours);
 }
 
-void ClipTest::burns_a_caption_in_every_style_data()
+void ClipTest::burnsACaptionInEveryStyle_data()
 {
 	QTest::addColumn<QByteArray>("style");
 	QTest::addColumn<QByteArray>("position");
@@ -115,7 +115,7 @@ void ClipTest::burns_a_caption_in_every_style_data()
 	QTest::newRow("meme") << QByteArray("meme") << QByteArray("bottom") << 0.86;
 }
 
-void ClipTest::burns_a_caption_in_every_style()
+void ClipTest::burnsACaptionInEveryStyle()
 {
 	QFETCH(const QByteArray, style);
 	QFETCH(const QByteArray, position);
@@ -142,7 +142,7 @@ void ClipTest::burns_a_caption_in_every_style()
 	QVERIFY2(std::abs(sum / count / 1920 - height) < 0.02, qPrintable(QString::number(sum / count / 1920)));
 }
 
-void ClipTest::cuts_the_last_seconds()
+void ClipTest::cutsTheLastSeconds()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 3, lookArguments("gameplay", "none")));
@@ -153,7 +153,7 @@ void ClipTest::cuts_the_last_seconds()
 	QVERIFY2(std::abs(frames.size() - 75) <= 2, qPrintable(QString::number(frames.size())));
 }
 
-void ClipTest::takes_the_whole_of_a_short_replay()
+void ClipTest::takesTheWholeOfAShortReplay()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(processArguments(videos::regions(), 120, lookArguments("gameplay", "none")));
@@ -161,7 +161,7 @@ void ClipTest::takes_the_whole_of_a_short_replay()
 	QVERIFY(std::abs(videos::details(shortPath(run)).duration_s - 4) < 0.1);
 }
 
-void ClipTest::makes_a_silent_short_of_a_silent_replay()
+void ClipTest::makesASilentShortOfASilentReplay()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("facecam", "clean")));
@@ -171,7 +171,7 @@ void ClipTest::makes_a_silent_short_of_a_silent_replay()
 	QCOMPARE(details.audioCodec, QString());
 }
 
-void ClipTest::reads_odd_paths_data()
+void ClipTest::readsOddPaths_data()
 {
 	QTest::addColumn<QString>("name");
 	QTest::newRow("blanks, letters, emoji and quotes")
@@ -181,7 +181,7 @@ void ClipTest::reads_odd_paths_data()
 	QTest::newRow("like a switch") << u"--status"_s;
 }
 
-void ClipTest::reads_odd_paths()
+void ClipTest::readsOddPaths()
 {
 	QFETCH(const QString, name);
 	Sandbox sandbox;
@@ -197,7 +197,7 @@ void ClipTest::reads_odd_paths()
 	QCOMPARE(videos::checksum(replay), videos::checksum(videos::regions()));
 }
 
-void ClipTest::reads_a_replay_without_a_duration()
+void ClipTest::readsAReplayWithoutADuration()
 {
 	const Sandbox sandbox;
 	const QString replay = sandbox.path(u"live.mkv"_s);
@@ -212,7 +212,7 @@ void ClipTest::reads_a_replay_without_a_duration()
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 128);
 }
 
-void ClipTest::reads_a_replay_without_any_times()
+void ClipTest::readsAReplayWithoutAnyTimes()
 {
 	const Sandbox sandbox;
 	// Nothing but pictures: neither a header nor a packet tells a time.
@@ -226,7 +226,7 @@ void ClipTest::reads_a_replay_without_any_times()
 	QVERIFY2(std::abs(length - 2) < 0.1, qPrintable(QString::number(length)));
 }
 
-void ClipTest::finds_the_camera_where_it_is_told()
+void ClipTest::findsTheCameraWhereItIsTold()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0, 0, 0.4, 0.4"_s);
@@ -237,7 +237,7 @@ void ClipTest::finds_the_camera_where_it_is_told()
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
 }
 
-void ClipTest::remembers_the_look()
+void ClipTest::remembersTheLook()
 {
 	const Sandbox sandbox;
 	sandbox.run(processArguments(videos::silent(), 1,
@@ -248,7 +248,7 @@ void ClipTest::remembers_the_look()
 	QCOMPARE(status[QLatin1String("font")].toString(), u"inter"_s);
 }
 
-void ClipTest::replaces_unknown_choices_and_says_so()
+void ClipTest::replacesUnknownChoicesAndSaysSo()
 {
 	const Sandbox sandbox;
 	linkAccount(sandbox);
@@ -257,7 +257,7 @@ void ClipTest::replaces_unknown_choices_and_says_so()
 	QCOMPARE(note(run), u"unknown layout \"sideways\", used \"vtuber-bubble\""_s);
 }
 
-void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
+void ClipTest::leavesTheCaptionOutWhenFfmpegCannotDraw()
 {
 	Sandbox sandbox;
 	linkAccount(sandbox);
@@ -270,7 +270,7 @@ void ClipTest::leaves_the_caption_out_when_ffmpeg_cannot_draw()
 	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
-void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
+void ClipTest::leavesTheCaptionOutWhenItCannotBeStored()
 {
 	Sandbox sandbox;
 	linkAccount(sandbox);
@@ -283,7 +283,7 @@ void ClipTest::leaves_the_caption_out_when_it_cannot_be_stored()
 	QCOMPARE(videos::details(shortPath(run)).width, 1080);
 }
 
-void ClipTest::stores_shorts_where_it_is_told()
+void ClipTest::storesShortsWhereItIsTold()
 {
 	Sandbox sandbox;
 	const QString folder = sandbox.path(u"my clips"_s);
@@ -295,7 +295,7 @@ void ClipTest::stores_shorts_where_it_is_told()
 	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), shortPath(run));
 }
 
-void ClipTest::answers_by_the_state_of_the_account()
+void ClipTest::answersByTheStateOfTheAccount()
 {
 	Sandbox sandbox;
 	const QStringList arguments = processArguments(videos::silent(), 1, lookArguments("gameplay", "none"));
@@ -319,7 +319,7 @@ void ClipTest::answers_by_the_state_of_the_account()
 	QCOMPARE(sandbox.shortsFolderContent().size(), 3);
 }
 
-void ClipTest::runs_side_by_side_and_lists_only_whole_shorts()
+void ClipTest::runsSideBySideAndListsOnlyWholeShorts()
 {
 	const Sandbox sandbox;
 	const QStringList arguments = processArguments(videos::regions(), 4, lookArguments("vtuber-bubble", "neon"));

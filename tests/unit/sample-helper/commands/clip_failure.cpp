@@ -13,18 +13,18 @@ class ClipFailureTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void refuses_bad_replays_data();
-	void refuses_bad_replays();
-	void refuses_bad_lengths_data();
-	void refuses_bad_lengths();
-	void reports_missing_ffmpeg();
-	void reports_missing_ffprobe();
-	void reports_ffmpeg_that_cannot_start();
-	void reports_ffmpeg_that_crashes();
-	void reports_ffmpeg_without_h264();
-	void reports_a_disk_that_fills_up();
-	void reports_a_write_beyond_the_allowed_size();
-	void reports_an_output_folder_that_cannot_be_made();
+	void refusesBadReplays_data();
+	void refusesBadReplays();
+	void refusesBadLengths_data();
+	void refusesBadLengths();
+	void reportsMissingFfmpeg();
+	void reportsMissingFfprobe();
+	void reportsFfmpegThatCannotStart();
+	void reportsFfmpegThatCrashes();
+	void reportsFfmpegWithoutH264();
+	void reportsADiskThatFillsUp();
+	void reportsAWriteBeyondTheAllowedSize();
+	void reportsAnOutputFolderThatCannotBeMade();
 };
 
 namespace {
@@ -61,7 +61,7 @@ QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 
 } // namespace
 
-void ClipFailureTest::refuses_bad_replays_data()
+void ClipFailureTest::refusesBadReplays_data()
 {
 	QTest::addColumn<QString>("name");
 	QTest::addColumn<QByteArray>("content");
@@ -88,7 +88,7 @@ void ClipFailureTest::refuses_bad_replays_data()
 				    << u"sound.mkv isn't a video that ffmpeg can read."_s;
 }
 
-void ClipFailureTest::refuses_bad_replays()
+void ClipFailureTest::refusesBadReplays()
 {
 	QFETCH(const QString, name);
 	QFETCH(const QByteArray, content);
@@ -109,7 +109,7 @@ void ClipFailureTest::refuses_bad_replays()
 	}
 }
 
-void ClipFailureTest::refuses_bad_lengths_data()
+void ClipFailureTest::refusesBadLengths_data()
 {
 	QTest::addColumn<QString>("seconds");
 	for (const char *seconds : {"0", "-5", "3601", "1.5", "soon", ""}) {
@@ -117,7 +117,7 @@ void ClipFailureTest::refuses_bad_lengths_data()
 	}
 }
 
-void ClipFailureTest::refuses_bad_lengths()
+void ClipFailureTest::refusesBadLengths()
 {
 	QFETCH(const QString, seconds);
 	const Sandbox sandbox;
@@ -125,14 +125,14 @@ void ClipFailureTest::refuses_bad_lengths()
 		 u"--seconds needs a whole number from 1 to 3600."_s);
 }
 
-void ClipFailureTest::reports_missing_ffmpeg()
+void ClipFailureTest::reportsMissingFfmpeg()
 {
 	Sandbox sandbox;
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
 	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg isn't installed. Install ffmpeg, then clip again."_s);
 }
 
-void ClipFailureTest::reports_missing_ffprobe()
+void ClipFailureTest::reportsMissingFfprobe()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(u"PATH"_s, sandbox.path());
@@ -140,7 +140,7 @@ void ClipFailureTest::reports_missing_ffprobe()
 	QCOMPARE(errorOf(run), u"ffprobe isn't installed. Install ffmpeg, then clip again."_s);
 }
 
-void ClipFailureTest::reports_ffmpeg_that_cannot_start()
+void ClipFailureTest::reportsFfmpegThatCannotStart()
 {
 	Sandbox sandbox;
 	sandbox.useTool(u"ffmpeg"_s, "");
@@ -152,7 +152,7 @@ void ClipFailureTest::reports_ffmpeg_that_cannot_start()
 	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg couldn't be started. Install ffmpeg again."_s);
 }
 
-void ClipFailureTest::reports_ffmpeg_that_crashes()
+void ClipFailureTest::reportsFfmpegThatCrashes()
 {
 	Sandbox sandbox;
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
@@ -162,7 +162,7 @@ void ClipFailureTest::reports_ffmpeg_that_crashes()
 	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg stopped unexpectedly."_s);
 }
 
-void ClipFailureTest::reports_ffmpeg_without_h264()
+void ClipFailureTest::reportsFfmpegWithoutH264()
 {
 	Sandbox sandbox;
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
@@ -171,7 +171,7 @@ void ClipFailureTest::reports_ffmpeg_without_h264()
 		 u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s);
 }
 
-void ClipFailureTest::reports_a_disk_that_fills_up()
+void ClipFailureTest::reportsADiskThatFillsUp()
 {
 	const Sandbox sandbox;
 	QVERIFY(QDir().mkpath(sandbox.shortsFolder()));
@@ -191,7 +191,7 @@ void ClipFailureTest::reports_a_disk_that_fills_up()
 	QCOMPARE(videos::checksum(videos::regions()), before);
 }
 
-void ClipFailureTest::reports_a_write_beyond_the_allowed_size()
+void ClipFailureTest::reportsAWriteBeyondTheAllowedSize()
 {
 	const Sandbox sandbox;
 	// With the signal ignored, a write beyond the limit fails as on a full disk: part of it is stored, then no
@@ -200,7 +200,7 @@ void ClipFailureTest::reports_a_write_beyond_the_allowed_size()
 		 u"the disk is full. Free some space, then clip again."_s);
 }
 
-void ClipFailureTest::reports_an_output_folder_that_cannot_be_made()
+void ClipFailureTest::reportsAnOutputFolderThatCannotBeMade()
 {
 	Sandbox sandbox;
 	const QString folder = sandbox.writeFile(u"file"_s, "x") + u"/Shorts"_s;

@@ -14,13 +14,13 @@ class PreviewTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void draws_a_picture();
-	void draws_each_look_differently();
-	void keeps_pictures_for_a_while();
-	void draws_anew_when_the_camera_moves();
-	void draws_without_text_when_ffmpeg_cannot();
-	void survives_side_by_side_runs();
-	void reports_missing_ffmpeg();
+	void drawsAPicture();
+	void drawsEachLookDifferently();
+	void keepsPicturesForAWhile();
+	void drawsAnewWhenTheCameraMoves();
+	void drawsWithoutTextWhenFfmpegCannot();
+	void survivesSideBySideRuns();
+	void reportsMissingFfmpeg();
 };
 
 namespace {
@@ -41,7 +41,7 @@ QString pathOf(const Run &run)
 
 } // namespace
 
-void PreviewTest::draws_a_picture()
+void PreviewTest::drawsAPicture()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run(preview(u"vtuber-bubble"_s, u"rune"_s));
@@ -54,7 +54,7 @@ void PreviewTest::draws_a_picture()
 	QCOMPARE(QDir(sandbox.path(u"previews"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
 }
 
-void PreviewTest::draws_each_look_differently()
+void PreviewTest::drawsEachLookDifferently()
 {
 	const Sandbox sandbox;
 	QSet<QByteArray> pictures{};
@@ -77,7 +77,7 @@ void PreviewTest::draws_each_look_differently()
 	QCOMPARE(pictures.size(), count);
 }
 
-void PreviewTest::keeps_pictures_for_a_while()
+void PreviewTest::keepsPicturesForAWhile()
 {
 	Sandbox sandbox;
 	const QStringList arguments = preview(u"podcast"_s, u"none"_s);
@@ -89,7 +89,7 @@ void PreviewTest::keeps_pictures_for_a_while()
 	QCOMPARE(sandbox.run(arguments).exitCode, 1);
 }
 
-void PreviewTest::draws_anew_when_the_camera_moves()
+void PreviewTest::drawsAnewWhenTheCameraMoves()
 {
 	Sandbox sandbox;
 	const QStringList arguments = preview(u"vtuber"_s, u"none"_s);
@@ -100,7 +100,7 @@ void PreviewTest::draws_anew_when_the_camera_moves()
 	QVERIFY(after != before);
 }
 
-void PreviewTest::draws_without_text_when_ffmpeg_cannot()
+void PreviewTest::drawsWithoutTextWhenFfmpegCannot()
 {
 	Sandbox sandbox;
 	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=*) exit 8;; esac\nexec ffmpeg \"$@\"");
@@ -108,7 +108,7 @@ void PreviewTest::draws_without_text_when_ffmpeg_cannot()
 	QCOMPARE(videos::details(pathOf(run)).width, 540);
 }
 
-void PreviewTest::survives_side_by_side_runs()
+void PreviewTest::survivesSideBySideRuns()
 {
 	const Sandbox sandbox;
 	std::vector<std::unique_ptr<QProcess>> processes{};
@@ -122,7 +122,7 @@ void PreviewTest::survives_side_by_side_runs()
 	}
 }
 
-void PreviewTest::reports_missing_ffmpeg()
+void PreviewTest::reportsMissingFfmpeg()
 {
 	Sandbox sandbox;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, sandbox.path());

@@ -12,9 +12,9 @@ class RecentTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void lists_nothing_at_first();
-	void lists_the_ten_newest_shorts_first();
-	void settles_equal_times_by_name();
+	void listsNothingAtFirst();
+	void listsTheTenNewestShortsFirst();
+	void settlesEqualTimesByName();
 };
 
 namespace {
@@ -38,7 +38,7 @@ QStringList names(const Run &run)
 
 } // namespace
 
-void RecentTest::lists_nothing_at_first()
+void RecentTest::listsNothingAtFirst()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run({u"--recent"_s});
@@ -49,7 +49,7 @@ void RecentTest::lists_nothing_at_first()
 	QVERIFY2(QFile::exists(sandbox.shortsFolder()), "the folder can be opened before the first clip");
 }
 
-void RecentTest::lists_the_ten_newest_shorts_first()
+void RecentTest::listsTheTenNewestShortsFirst()
 {
 	const Sandbox sandbox;
 	const QDateTime now = QDateTime::currentDateTime();
@@ -70,7 +70,7 @@ void RecentTest::lists_the_ten_newest_shorts_first()
 		 sandbox.shortsFolder() + QLatin1Char('/') + first[QLatin1String("name")].toString());
 }
 
-void RecentTest::settles_equal_times_by_name()
+void RecentTest::settlesEqualTimesByName()
 {
 	const Sandbox sandbox;
 	const QDateTime now = QDateTime::currentDateTime();

@@ -13,19 +13,19 @@ class UpdateTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void offers_nothing_without_a_release();
-	void offers_another_version();
-	void offers_nothing_when_up_to_date();
-	void refuses_a_release_it_cannot_use_data();
-	void refuses_a_release_it_cannot_use();
-	void downloads_with_progress();
-	void takes_its_time();
-	void checks_the_checksum();
-	void reports_a_missing_installer();
-	void reports_a_disk_that_refuses_the_download();
-	void installs_with_the_update_runner();
-	void fails_with_the_update_runner_data();
-	void fails_with_the_update_runner();
+	void offersNothingWithoutARelease();
+	void offersAnotherVersion();
+	void offersNothingWhenUpToDate();
+	void refusesAReleaseItCannotUse_data();
+	void refusesAReleaseItCannotUse();
+	void downloadsWithProgress();
+	void takesItsTime();
+	void checksTheChecksum();
+	void reportsAMissingInstaller();
+	void reportsADiskThatRefusesTheDownload();
+	void installsWithTheUpdateRunner();
+	void failsWithTheUpdateRunner_data();
+	void failsWithTheUpdateRunner();
 };
 
 namespace {
@@ -51,7 +51,7 @@ QByteArray contentOf(const QString &path)
 
 } // namespace
 
-void UpdateTest::offers_nothing_without_a_release()
+void UpdateTest::offersNothingWithoutARelease()
 {
 	const Sandbox sandbox;
 	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
@@ -61,7 +61,7 @@ void UpdateTest::offers_nothing_without_a_release()
 	}
 }
 
-void UpdateTest::offers_another_version()
+void UpdateTest::offersAnotherVersion()
 {
 	const Sandbox sandbox;
 	offer(sandbox);
@@ -72,7 +72,7 @@ void UpdateTest::offers_another_version()
 	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), expected);
 }
 
-void UpdateTest::offers_nothing_when_up_to_date()
+void UpdateTest::offersNothingWhenUpToDate()
 {
 	Sandbox sandbox;
 	offer(sandbox);
@@ -84,7 +84,7 @@ void UpdateTest::offers_nothing_when_up_to_date()
 	QCOMPARE(own.run(checkSwitch).onlyEvent(), noUpdate);
 }
 
-void UpdateTest::refuses_a_release_it_cannot_use_data()
+void UpdateTest::refusesAReleaseItCannotUse_data()
 {
 	QTest::addColumn<QByteArray>("release");
 	QTest::newRow("no JSON") << QByteArray("version 9");
@@ -95,7 +95,7 @@ void UpdateTest::refuses_a_release_it_cannot_use_data()
 	QTest::newRow("parent folder") << QByteArray(R"({"version": "9.1.0", "installer": ".."})");
 }
 
-void UpdateTest::refuses_a_release_it_cannot_use()
+void UpdateTest::refusesAReleaseItCannotUse()
 {
 	QFETCH(const QByteArray, release);
 	const Sandbox sandbox;
@@ -107,7 +107,7 @@ void UpdateTest::refuses_a_release_it_cannot_use()
 	}
 }
 
-void UpdateTest::downloads_with_progress()
+void UpdateTest::downloadsWithProgress()
 {
 	const Sandbox sandbox;
 	offer(sandbox);
@@ -129,7 +129,7 @@ void UpdateTest::downloads_with_progress()
 	QCOMPARE(contentOf(last[QLatin1String("path")].toString()), installerText);
 }
 
-void UpdateTest::takes_its_time()
+void UpdateTest::takesItsTime()
 {
 	Sandbox sandbox;
 	offer(sandbox);
@@ -140,7 +140,7 @@ void UpdateTest::takes_its_time()
 	QVERIFY(timer.elapsed() >= 350);
 }
 
-void UpdateTest::checks_the_checksum()
+void UpdateTest::checksTheChecksum()
 {
 	const Sandbox sandbox;
 	const QByteArray release = R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": "%1"})";
@@ -155,7 +155,7 @@ void UpdateTest::checks_the_checksum()
 	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
 }
 
-void UpdateTest::reports_a_missing_installer()
+void UpdateTest::reportsAMissingInstaller()
 {
 	const Sandbox sandbox;
 	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json"})");
@@ -164,7 +164,7 @@ void UpdateTest::reports_a_missing_installer()
 	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"is missing or empty"_s));
 }
 
-void UpdateTest::reports_a_disk_that_refuses_the_download()
+void UpdateTest::reportsADiskThatRefusesTheDownload()
 {
 #ifdef Q_OS_WIN
 	QSKIP("There is no shell to limit the size of files.");
@@ -180,7 +180,7 @@ void UpdateTest::reports_a_disk_that_refuses_the_download()
 	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 }
 
-void UpdateTest::installs_with_the_update_runner()
+void UpdateTest::installsWithTheUpdateRunner()
 {
 	Sandbox sandbox;
 	const QString installer = sandbox.writeFile(u"setup ü.json"_s, installerText);
@@ -191,7 +191,7 @@ void UpdateTest::installs_with_the_update_runner()
 	QVERIFY(contentOf(manifest).contains("\"name\": \"x\""));
 }
 
-void UpdateTest::fails_with_the_update_runner_data()
+void UpdateTest::failsWithTheUpdateRunner_data()
 {
 	QTest::addColumn<QByteArray>("installer");
 	QTest::addColumn<int>("exitCode");
@@ -201,7 +201,7 @@ void UpdateTest::fails_with_the_update_runner_data()
 	QTest::newRow("no installer at all") << QByteArray("MZ") << 2;
 }
 
-void UpdateTest::fails_with_the_update_runner()
+void UpdateTest::failsWithTheUpdateRunner()
 {
 	QFETCH(const QByteArray, installer);
 	QFETCH(const int, exitCode);

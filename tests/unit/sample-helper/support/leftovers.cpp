@@ -14,11 +14,11 @@ class LeftoversTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void removes_old_leftovers_only_data();
-	void removes_old_leftovers_only();
-	void never_removes_the_replay_data();
-	void never_removes_the_replay();
-	void follows_no_link_to_other_folders();
+	void removesOldLeftoversOnly_data();
+	void removesOldLeftoversOnly();
+	void neverRemovesTheReplay_data();
+	void neverRemovesTheReplay();
+	void followsNoLinkToOtherFolders();
 };
 
 namespace {
@@ -30,7 +30,7 @@ QStringList clipOf(const QString &replay)
 
 } // namespace
 
-void LeftoversTest::removes_old_leftovers_only_data()
+void LeftoversTest::removesOldLeftoversOnly_data()
 {
 	QTest::addColumn<QString>("aged");
 	QTest::addColumn<QString>("file");
@@ -51,7 +51,7 @@ void LeftoversTest::removes_old_leftovers_only_data()
 	QTest::newRow("other folder") << other << other + u"/setup.exe"_s << 25 * 60 << true;
 }
 
-void LeftoversTest::removes_old_leftovers_only()
+void LeftoversTest::removesOldLeftoversOnly()
 {
 	QFETCH(const QString, aged);
 	QFETCH(const QString, file);
@@ -65,7 +65,7 @@ void LeftoversTest::removes_old_leftovers_only()
 	QCOMPARE(QFile::exists(sandbox.path(aged)), stays);
 }
 
-void LeftoversTest::never_removes_the_replay_data()
+void LeftoversTest::neverRemovesTheReplay_data()
 {
 	QTest::addColumn<QString>("replay");
 	QTest::addColumn<QString>("aged");
@@ -74,7 +74,7 @@ void LeftoversTest::never_removes_the_replay_data()
 	QTest::newRow("in a folder named like a scratch folder") << u"run-1/replay.mkv"_s << u"run-1"_s;
 }
 
-void LeftoversTest::never_removes_the_replay()
+void LeftoversTest::neverRemovesTheReplay()
 {
 	QFETCH(const QString, replay);
 	QFETCH(const QString, aged);
@@ -92,7 +92,7 @@ void LeftoversTest::never_removes_the_replay()
 	}
 }
 
-void LeftoversTest::follows_no_link_to_other_folders()
+void LeftoversTest::followsNoLinkToOtherFolders()
 {
 	const Sandbox sandbox;
 	const Sandbox elsewhere;

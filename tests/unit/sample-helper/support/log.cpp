@@ -10,11 +10,11 @@ class LogTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void logs_to_a_file_in_the_state_folder();
-	void sets_a_large_log_aside();
+	void logsToAFileInTheStateFolder();
+	void setsALargeLogAside();
 };
 
-void LogTest::logs_to_a_file_in_the_state_folder()
+void LogTest::logsToAFileInTheStateFolder()
 {
 	const Sandbox sandbox;
 	const Run run = sandbox.run({u"--foo"_s});
@@ -26,7 +26,7 @@ void LogTest::logs_to_a_file_in_the_state_folder()
 	QCOMPARE(logged.replace("\r\n", "\n"), content);
 }
 
-void LogTest::sets_a_large_log_aside()
+void LogTest::setsALargeLogAside()
 {
 	const Sandbox sandbox;
 	sandbox.writeFile(u"sample-helper.log"_s, QByteArray(1'000'001, 'x'));

@@ -12,16 +12,16 @@ class EncodingTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void keeps_the_frame_rate_data();
-	void keeps_the_frame_rate();
-	void keeps_the_loudness_data();
-	void keeps_the_loudness();
-	void takes_the_first_encoder_that_works();
-	void gives_up_on_hardware_that_hangs();
-	void goes_on_in_software_when_hardware_fails();
-	void encodes_in_software_when_no_hardware_works();
-	void takes_the_encoder_that_is_named();
-	void tells_its_speed();
+	void keepsTheFrameRate_data();
+	void keepsTheFrameRate();
+	void keepsTheLoudness_data();
+	void keepsTheLoudness();
+	void takesTheFirstEncoderThatWorks();
+	void givesUpOnHardwareThatHangs();
+	void goesOnInSoftwareWhenHardwareFails();
+	void encodesInSoftwareWhenNoHardwareWorks();
+	void takesTheEncoderThatIsNamed();
+	void tellsItsSpeed();
 };
 
 namespace {
@@ -77,7 +77,7 @@ public:
 
 } // namespace
 
-void EncodingTest::keeps_the_frame_rate_data()
+void EncodingTest::keepsTheFrameRate_data()
 {
 	QTest::addColumn<int>("rate");
 	QTest::addColumn<int>("kept");
@@ -86,7 +86,7 @@ void EncodingTest::keeps_the_frame_rate_data()
 	QTest::newRow("120 is more than players show") << 120 << 60;
 }
 
-void EncodingTest::keeps_the_frame_rate()
+void EncodingTest::keepsTheFrameRate()
 {
 	QFETCH(const int, rate);
 	QFETCH(const int, kept);
@@ -101,7 +101,7 @@ void EncodingTest::keeps_the_frame_rate()
 	}
 }
 
-void EncodingTest::keeps_the_loudness_data()
+void EncodingTest::keepsTheLoudness_data()
 {
 	QTest::addColumn<QList<double>>("amplitudes");
 	QTest::addColumn<int>("channels");
@@ -111,7 +111,7 @@ void EncodingTest::keeps_the_loudness_data()
 	QTest::newRow("six channels become two") << QList<double>{0.2, 0.1, 0, 0, 0, 0} << 2;
 }
 
-void EncodingTest::keeps_the_loudness()
+void EncodingTest::keepsTheLoudness()
 {
 	QFETCH(const QList<double>, amplitudes);
 	QFETCH(const int, channels);
@@ -129,7 +129,7 @@ void EncodingTest::keeps_the_loudness()
 	}
 }
 
-void EncodingTest::takes_the_first_encoder_that_works()
+void EncodingTest::takesTheFirstEncoderThatWorks()
 {
 	const Workshop workshop;
 	const Run run = workshop.clip();
@@ -144,7 +144,7 @@ void EncodingTest::takes_the_first_encoder_that_works()
 	QCOMPARE(videos::details(shortPath(run)).height, 1920);
 }
 
-void EncodingTest::gives_up_on_hardware_that_hangs()
+void EncodingTest::givesUpOnHardwareThatHangs()
 {
 	Workshop workshop({}, "exec sleep 1000");
 	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS"_s, u"5000"_s);
@@ -156,7 +156,7 @@ void EncodingTest::gives_up_on_hardware_that_hangs()
 	QVERIFY(run.errorOutput.contains("h264_qsv encoded 1.0 s"));
 }
 
-void EncodingTest::goes_on_in_software_when_hardware_fails()
+void EncodingTest::goesOnInSoftwareWhenHardwareFails()
 {
 	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; echo 'device lost' >&2; exit 1");
 	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
@@ -169,7 +169,7 @@ void EncodingTest::goes_on_in_software_when_hardware_fails()
 	QCOMPARE(workshop.shortsFolderContent().size(), 1);
 }
 
-void EncodingTest::encodes_in_software_when_no_hardware_works()
+void EncodingTest::encodesInSoftwareWhenNoHardwareWorks()
 {
 	Workshop workshop;
 	workshop.useTool(
@@ -181,7 +181,7 @@ void EncodingTest::encodes_in_software_when_no_hardware_works()
 	QVERIFY(run.errorOutput.contains("libx264 encoded 1.0 s"));
 }
 
-void EncodingTest::takes_the_encoder_that_is_named()
+void EncodingTest::takesTheEncoderThatIsNamed()
 {
 	Workshop workshop;
 	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"libx264"_s);
@@ -192,7 +192,7 @@ void EncodingTest::takes_the_encoder_that_is_named()
 	QCOMPARE(note(workshop.clip()), u"unknown encoder \"h264_magic\", used \"libx264\""_s);
 }
 
-void EncodingTest::tells_its_speed()
+void EncodingTest::tellsItsSpeed()
 {
 	const Sandbox sandbox;
 	sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
