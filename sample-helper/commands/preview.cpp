@@ -43,7 +43,7 @@ bool isFresh(const QString &path)
 constexpr int sceneWidth_px = 1280;
 constexpr int sceneHeight_px = 720;
 
-/// A stand-in for a stream: coloured stripes as the game (so that cuts can be told), a bordered panel as the camera.
+/// A fake of a stream: coloured stripes as the game (so that cuts can be told), a bordered panel as the camera.
 QString scene(const Region &camera)
 {
 	return u"gradients=s=%5x%6:r=1:n=4:c0=0x1b2a4a:c1=0x2f6f5e:c2=0x6a3d7c:c3=0x20304f"

@@ -2,7 +2,7 @@
 // Prints JSON lines.
 
 import { sleep } from "../../tools/obs/wait.mjs";
-import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
 import { figures, handlerTimes, report } from "./figures.mjs";
 
 const idle_s = Number(process.argv[2] ?? 120);
@@ -12,7 +12,7 @@ const startedAfter_ms = 15_000;
 async function measure(name, { withModule = true, dockShown = true }) {
   const times = handlerTimes("bench-idle", startedAfter_ms);
   const test = await TestSession.create("bench-idle", {
-    helper: standInHelper("linked-helper"),
+    helper: fakeHelper("linked-helper"),
     withModule,
     extraEnv: times.env,
   });

@@ -6,7 +6,7 @@
 import path from "node:path";
 import { run } from "../../tools/obs/command.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
 import { figures, handlerTimes, report } from "./figures.mjs";
 
 const busy_s = Number(process.argv[2] ?? 120);
@@ -52,7 +52,7 @@ async function measure(name, earlier) {
   const withModule = !earlier;
   const times = handlerTimes("bench-stalls");
   const test = await TestSession.create("bench-stalls", {
-    helper: standInHelper("busy-helper"),
+    helper: fakeHelper("busy-helper"),
     withModule,
     extraEnv: times.env,
   });

@@ -1,6 +1,6 @@
 // starts.mjs [STARTS]: how long OBS takes to start the module, and others beside it. Prints JSON lines.
 
-import { standInHelper, TestSession } from "../obs/support/test-session.mjs";
+import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
 import { handlerTimes, median, report } from "./figures.mjs";
 
 const starts = Number(process.argv[2] ?? 15);
@@ -16,7 +16,7 @@ function moduleStarts(log) {
 
 /** Starts and ends OBS so many times; `measure` is given OBS's log each time. */
 async function startOften(name, turns, extraEnv, measure) {
-  const test = await TestSession.create(name, { helper: standInHelper("linked-helper"), extraEnv });
+  const test = await TestSession.create(name, { helper: fakeHelper("linked-helper"), extraEnv });
   try {
     for (let turn = 0; turn < turns; ++turn) {
       await test.startObs();

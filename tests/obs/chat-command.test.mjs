@@ -6,7 +6,7 @@ import { fileURLToPath } from "node:url";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertShort } from "./support/shorts.mjs";
-import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const saveButton = { text: "Save chat settings" };
 const pollEveryMs = 5000;
@@ -16,7 +16,7 @@ describe("the chat command", () => {
 
   before(async () => {
     test = await TestSession.create("chat-command", {
-      helper: standInHelper("recording-helper"),
+      helper: fakeHelper("recording-helper"),
       extraEnv: { KESTRUNE_SAMPLE_HELPER_CONSENT_MS: "3000" },
     });
     await test.runSampleHelper("--link");

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { after, before, describe, it } from "node:test";
 import { waitFor } from "../../tools/obs/wait.mjs";
-import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const otherProgramsKeys = { written_by_another_program: { list: [1, "two", null], text: "ä" } };
 
@@ -12,7 +12,7 @@ describe("the layout and caption choices", () => {
   let test;
 
   before(async () => {
-    test = await TestSession.create("choices", { helper: standInHelper("recording-helper") });
+    test = await TestSession.create("choices", { helper: fakeHelper("recording-helper") });
     await test.session.home.changePreferences((preferences) => {
       preferences.seconds = 90;
       Object.assign(preferences, otherProgramsKeys);

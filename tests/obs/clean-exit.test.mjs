@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
-import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
 describe("the end of OBS", () => {
   let test;
@@ -16,7 +16,7 @@ describe("the end of OBS", () => {
   after(() => test?.close());
 
   it("is clean when all helper runs have ended", async () => {
-    test = await TestSession.create("exit-idle", { helper: standInHelper("recording-helper") });
+    test = await TestSession.create("exit-idle", { helper: fakeHelper("recording-helper") });
     await test.startObs();
     await waitFor("the first list of recent clips", async () => (await test.helperCalls("--recent")).length > 0);
     await test.waitForIdleHelper();
@@ -25,7 +25,7 @@ describe("the end of OBS", () => {
   });
 
   it("is clean with talking, half-spoken and silent helper runs in flight", async () => {
-    test = await TestSession.create("exit-with-runs", { helper: standInHelper("endless-helper") });
+    test = await TestSession.create("exit-with-runs", { helper: fakeHelper("endless-helper") });
     await test.startObs();
     await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
     await test.dock.click({ text: "Connect account" });

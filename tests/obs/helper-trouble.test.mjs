@@ -5,7 +5,7 @@ import { rm, symlink } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { errorColour } from "../../tools/obs/dock.mjs";
-import { artefactsFolder, standInHelper, TestSession } from "./support/test-session.mjs";
+import { artefactsFolder, fakeHelper, TestSession } from "./support/test-session.mjs";
 
 describe("OBS with a helper in trouble", () => {
   let test;
@@ -14,7 +14,7 @@ describe("OBS with a helper in trouble", () => {
   before(async () => {
     helper = path.join(artefactsFolder("helper-trouble"), "helper");
     test = await TestSession.create("helper-trouble", { helper });
-    await symlink(standInHelper("crashing-helper"), helper);
+    await symlink(fakeHelper("crashing-helper"), helper);
     await test.startObs();
   });
   after(() => test?.close());

@@ -4,13 +4,13 @@ import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { errorColour } from "../../tools/obs/dock.mjs";
 import { waitFor } from "../../tools/obs/wait.mjs";
-import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
 describe("a clip hotkey in conflict with another", () => {
   let test;
 
   before(async () => {
-    test = await TestSession.create("hotkey-conflict", { helper: standInHelper("linked-helper") });
+    test = await TestSession.create("hotkey-conflict", { helper: fakeHelper("linked-helper") });
     await test.session.home.changeSceneCollection(({ modules }) => delete modules.kestrune_hotkey);
     await test.session.home.changeProfile((profile) => {
       const bindings = { bindings: [clipHotkey.record] };

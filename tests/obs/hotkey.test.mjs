@@ -5,7 +5,7 @@ import { readFile } from "node:fs/promises";
 import { after, before, describe, it } from "node:test";
 import { readyStatus } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const captureText = "Press keys… (Esc cancels)";
 const keys = ["control", "shift", "f8"];
@@ -18,7 +18,7 @@ describe("the clip hotkey", () => {
   let test;
 
   before(async () => {
-    test = await TestSession.create("hotkey", { helper: standInHelper("linked-helper") });
+    test = await TestSession.create("hotkey", { helper: fakeHelper("linked-helper") });
     await test.session.home.changeSceneCollection(({ modules }) => delete modules.kestrune_hotkey);
     await test.switchReplayBufferOn();
     await test.startObs();

@@ -8,7 +8,7 @@ import { errorColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
-import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 import { version } from "./support/version.mjs";
 
 const clipSeconds = 30;
@@ -21,7 +21,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
 
   before(async () => {
     ownLeaks = await countLeaksWithoutModule();
-    test = await TestSession.create("main-job", { helper: standInHelper("recording-helper") });
+    test = await TestSession.create("main-job", { helper: fakeHelper("recording-helper") });
     await test.startObs();
   });
   after(() => test?.close());

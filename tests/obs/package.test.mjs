@@ -5,7 +5,7 @@ import { mkdir, readdir, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { run } from "../../tools/obs/command.mjs";
-import { standInHelper, TestSession } from "./support/test-session.mjs";
+import { fakeHelper, TestSession } from "./support/test-session.mjs";
 import { version } from "./support/version.mjs";
 
 const build = process.env.KESTRUNE_BUILD_DIR;
@@ -77,7 +77,7 @@ describe("the packages for Linux", () => {
         await unpack(path.join(build, "packages", `unpacked-${kind}`));
         files = await filesIn(folder);
         test = await TestSession.create(`package-${kind}`, {
-          helper: standInHelper("recording-helper"),
+          helper: fakeHelper("recording-helper"),
           withModule: false,
           // OBS's own folders belong to the system; these variables name one more of the same layout.
           extraEnv: {

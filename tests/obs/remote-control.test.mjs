@@ -5,7 +5,7 @@ import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
-import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 import { version } from "./support/version.mjs";
 
 const secondBinding = { shift: false, control: false, alt: true, command: false, key: "OBS_KEY_F7" };
@@ -16,7 +16,7 @@ describe("a remote control of OBS with the module", () => {
 
   before(async () => {
     ownLeaks = await countLeaksWithoutModule();
-    test = await TestSession.create("remote-control", { helper: standInHelper("recording-helper") });
+    test = await TestSession.create("remote-control", { helper: fakeHelper("recording-helper") });
     await test.switchReplayBufferOn();
     await bindClipHotkey();
     await test.startObs();

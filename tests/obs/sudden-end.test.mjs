@@ -6,7 +6,7 @@ import { readdir, readFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const fewestKills = 15;
 // Until one of them comes in the middle of a save, which a busy machine makes rarer.
@@ -21,7 +21,7 @@ describe("the preferences file of an OBS that is killed while it saves", () => {
   let folder;
 
   before(async () => {
-    test = await TestSession.create("sudden-end", { helper: standInHelper("linked-helper") });
+    test = await TestSession.create("sudden-end", { helper: fakeHelper("linked-helper") });
     folder = path.dirname(test.session.home.preferencesFile);
     await test.session.home.changePreferences((preferences) => {
       Object.assign(preferences, otherProgramsKeys, { hotkey: [clipHotkey.record], hotkey_offered: true });

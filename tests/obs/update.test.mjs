@@ -6,7 +6,7 @@ import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { errorColour, informationColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { artefactsFolder, standInHelper, standInRunner, TestSession, updateRunner } from "./support/test-session.mjs";
+import { artefactsFolder, fakeHelper, fakeRunner, TestSession, updateRunner } from "./support/test-session.mjs";
 
 const green = /^QPushButton\{background:#1d2a14;color:#b8ff6a;.*QPushButton:disabled\{color:#b8ff6a\}$/;
 const red = /^QPushButton\{background:#2a1418;color:#ff8a9a;[^}]*\}$/;
@@ -16,7 +16,7 @@ const notConnected = "Not connected. Click Connect account (one click in your br
 /** A test session whose sample helper offers version 1.0.7. */
 async function createSession(name, extraEnv = {}) {
   return TestSession.create(name, {
-    helper: standInHelper("recording-helper"),
+    helper: fakeHelper("recording-helper"),
     extraEnv: {
       KESTRUNE_SAMPLE_HELPER_UPDATES: releaseFolder(name),
       // Twenty steps, each long enough to be seen.
@@ -64,7 +64,7 @@ describe("an update with a runner in place of the elevated installer", () => {
   before(async () => {
     test = await createSession(name, {
       KESTRUNE_MANIFEST: manifest,
-      KESTRUNE_UPDATE_RUNNER: standInRunner("held-runner"),
+      KESTRUNE_UPDATE_RUNNER: fakeRunner("held-runner"),
       KESTRUNE_TEST_UPDATE_RUNNER: updateRunner,
     });
     await writeFile(manifest, JSON.stringify({ version: "1.0.6", name: "kestrune" }));

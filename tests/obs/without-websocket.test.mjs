@@ -3,13 +3,13 @@
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { clipHotkey, standInHelper, TestSession } from "./support/test-session.mjs";
+import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
 describe("OBS without obs-websocket", () => {
   let test;
 
   before(async () => {
-    test = await TestSession.create("without-websocket", { helper: standInHelper("recording-helper") });
+    test = await TestSession.create("without-websocket", { helper: fakeHelper("recording-helper") });
     await test.runSampleHelper("--link");
     await test.switchReplayBufferOn();
     await test.session.home.disableModule("obs-websocket");

@@ -5,7 +5,7 @@ import { writeFile, readFile, rm } from "node:fs/promises";
 import path from "node:path";
 import { waitFor } from "../../tools/obs/wait.mjs";
 import { countLeaksWithoutModule } from "../obs/support/clean-end.mjs";
-import { TestSession, standInRunner } from "../obs/support/test-session.mjs";
+import { TestSession, fakeRunner } from "../obs/support/test-session.mjs";
 
 const kinds = ["slow", "silent", "chatty", "never-ending", "crashing"];
 const states = ["save pending", "capture active", "sections open", "installer running"];
@@ -72,7 +72,7 @@ function isAlive(pid) {
 const ownLeaks = await countLeaksWithoutModule();
 const test = await TestSession.create("soak-exit", {
   helper: path.join(import.meta.dirname, "helpers", "soak-helper"),
-  extraEnv: { KESTRUNE_UPDATE_RUNNER: standInRunner("held-runner") },
+  extraEnv: { KESTRUNE_UPDATE_RUNNER: fakeRunner("held-runner") },
 });
 await test.switchReplayBufferOn();
 

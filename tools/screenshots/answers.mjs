@@ -1,4 +1,4 @@
-// What the stand-in helper answers.
+// What the fake helper answers.
 
 import { mkdir, rename, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -12,7 +12,7 @@ const usual = {
 };
 
 /**
- * Has the runs of a command answer with these lines from now on: events, and the strings that stand-in-helper knows.
+ * Has the runs of a command answer with these lines from now on: events, and the strings that fake-helper knows.
  * Runs in flight keep what they have begun to read.
  */
 export async function answer(folder, command, ...lines) {

@@ -86,7 +86,7 @@ export class Stage {
   }
 
   async #open(subject) {
-    await cp(path.join(import.meta.dirname, "stand-in-helper"), this.file("helper"));
+    await cp(path.join(import.meta.dirname, "fake-helper"), this.file("helper"));
     await prepareAnswers(this.file("answers"), subject.answers);
     const { home } = this.session;
     const port = await findFreePort();

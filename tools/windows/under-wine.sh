@@ -14,7 +14,7 @@ windows_path()
 }
 
 compiler_libraries=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
-WINEPATH=$(windows_path "$KESTRUNE_QT/bin" "$KESTRUNE_WINDOWS_BUILD/tests/support/obs_double" "$compiler_libraries" \
+WINEPATH=$(windows_path "$KESTRUNE_QT/bin" "$KESTRUNE_WINDOWS_BUILD/tests/support/fake_obs" "$compiler_libraries" \
 	/usr/x86_64-w64-mingw32/lib)
 WINEPREFIX=$(mktemp -d)
 # Wine keeps variables for Qt on this machine from its programs, except with this prefix: so they show real windows of

@@ -28,13 +28,13 @@ export function artefactsFolder(name) {
   return path.join(checkout, "build", "test-artifacts", name);
 }
 
-/** Path of a stand-in helper program by its name. */
-export function standInHelper(name) {
+/** Path of a fake helper program by its name. */
+export function fakeHelper(name) {
   return path.join(import.meta.dirname, "helpers", name);
 }
 
-/** Path of a stand-in update runner by its name. */
-export function standInRunner(name) {
+/** Path of a fake update runner by its name. */
+export function fakeRunner(name) {
   return path.join(import.meta.dirname, "runners", name);
 }
 
@@ -155,7 +155,7 @@ export class TestSession {
     return this.session.obs.stop();
   }
 
-  /** The lines of a file that a stand-in program writes into the session's folder; none before it was written. */
+  /** The lines of a file that a fake program writes into the session's folder; none before it was written. */
   async notes(file) {
     try {
       return (await readFile(path.join(this.session.folder, file), "utf8")).split("\n").slice(0, -1);

@@ -4,9 +4,9 @@
 #include <QWidget>
 
 #include "frontend/frontend.hpp"
+#include "host/fake_helper.hpp"
 #include "host/obs_session.hpp"
 #include "host/opened_urls.hpp"
-#include "host/stand_in_helper.hpp"
 #include "host/test_program.hpp"
 
 #include <obs-module.h>
@@ -26,7 +26,7 @@ inline const QString informationColour = u"color:#8a90a6"_s;
 inline const QString pressText = u"Ready. Press Clip that or your Kestrune hotkey."_s;
 
 /// A test of the built module from outside: each test function gets a fresh libobs, main window with a theme, frontend
-/// and stand-in helper, and loads the module as OBS does.
+/// and fake helper, and loads the module as OBS does.
 class DockTest : public QObject {
 	Q_OBJECT
 
@@ -72,7 +72,7 @@ protected:
 	/// A folder for files of this test function.
 	QString scratchPath(const QString &fileName) const { return scratch_->filePath(fileName); }
 
-	StandInHelper &helper() { return *helper_; }
+	FakeHelper &helper() { return *helper_; }
 	const ObsSession &obs() const { return *obs_; }
 	/// What the dock has opened with the desktop's programs.
 	const QList<QUrl> &openedUrls() const { return openedUrls_->list(); }
@@ -83,7 +83,7 @@ protected Q_SLOTS:
 
 private:
 	std::optional<QTemporaryDir> scratch_{};
-	std::optional<StandInHelper> helper_{};
+	std::optional<FakeHelper> helper_{};
 	std::optional<OpenedUrls> openedUrls_{};
 	std::optional<ObsSession> obs_{};
 	std::unique_ptr<QWidget> mainWindow_{};

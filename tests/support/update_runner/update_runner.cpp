@@ -11,7 +11,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include "stand_in_helper/system.hpp"
+#include "fake_helper/system.hpp"
 
 using namespace Qt::StringLiterals;
 

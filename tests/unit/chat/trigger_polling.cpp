@@ -131,12 +131,12 @@ private Q_SLOTS:
 	void aMissingHelperEndsPollingForGood()
 	{
 		QVERIFY(loadPolling());
-		const QByteArray standIn = qgetenv("KESTRUNE_HELPER");
+		const QByteArray fake = qgetenv("KESTRUNE_HELPER");
 		qputenv("KESTRUNE_HELPER", "/nowhere");
 		invoke("pollTriggers");
 		QVERIFY(statusIs(u"Kestrune helper missing. Reinstall from " KESTRUNE_WEBSITE "/addons"_s,
 				 errorColour));
-		qputenv("KESTRUNE_HELPER", standIn);
+		qputenv("KESTRUNE_HELPER", fake);
 		invoke("pollTriggers");
 		QVERIFY(!isRunning(u"--poll-triggers"_s));
 	}

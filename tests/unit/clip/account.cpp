@@ -132,13 +132,13 @@ private Q_SLOTS:
 	void withoutAHelperLinkingStaysUnderWay()
 	{
 		QVERIFY(loadReady());
-		const QByteArray standIn = qgetenv("KESTRUNE_HELPER");
+		const QByteArray fake = qgetenv("KESTRUNE_HELPER");
 		qputenv("KESTRUNE_HELPER", "/nowhere");
 		invoke("connectAccount");
 		QVERIFY(statusIs(u"Kestrune helper missing. Reinstall from " KESTRUNE_WEBSITE "/addons"_s,
 				 errorColour));
 
-		qputenv("KESTRUNE_HELPER", standIn);
+		qputenv("KESTRUNE_HELPER", fake);
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
 		TRY_STATUS(pressText, informationColour);

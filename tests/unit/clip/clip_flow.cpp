@@ -263,13 +263,13 @@ private Q_SLOTS:
 	void aHelperThatVanishedCountsAsARunningClipForEver()
 	{
 		QVERIFY(loadReady());
-		const QByteArray standIn = qgetenv("KESTRUNE_HELPER");
+		const QByteArray fake = qgetenv("KESTRUNE_HELPER");
 		qputenv("KESTRUNE_HELPER", "/nowhere");
 		invoke("clipThat");
 		saved();
 		QVERIFY(status()->text().startsWith(u"Kestrune helper missing."));
 
-		qputenv("KESTRUNE_HELPER", standIn);
+		qputenv("KESTRUNE_HELPER", fake);
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
 		TRY_STATUS(pressText, informationColour);

@@ -73,13 +73,13 @@ private Q_SLOTS:
 
 	void everyRunLooksAgain()
 	{
-		const QByteArray standIn = qgetenv("KESTRUNE_HELPER");
+		const QByteArray fake = qgetenv("KESTRUNE_HELPER");
 		qputenv("KESTRUNE_HELPER", "/nowhere");
 		QVERIFY(load());
 		invoke("refreshRecent");
 		QVERIFY(status()->text().startsWith(u"Kestrune helper missing."));
 
-		qputenv("KESTRUNE_HELPER", standIn);
+		qputenv("KESTRUNE_HELPER", fake);
 		invoke("refreshRecent");
 		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 	}

@@ -37,7 +37,7 @@ class InstallerTest : public UpdateTest {
 			std::ranges::find_if(timers, [](const QTimer *timer) { return timer->interval() == 500; });
 		return found == timers.end() ? nullptr : *found;
 	}
-	/// The stand-in helper serves as the runner, too: the installer's path is its first switch, so "--runner".
+	/// The fake helper serves as the runner, too: the installer's path is its first switch, so "--runner".
 	void useRunner(const HelperScript &script)
 	{
 		qputenv("KESTRUNE_UPDATE_RUNNER", qgetenv("KESTRUNE_HELPER"));

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-/// The real elevated start, of a stand-in installer.
+/// The real elevated start, of a fake installer.
 class ElevatedInstallerTest : public UpdateTest {
 	Q_OBJECT
 
@@ -25,7 +25,7 @@ class ElevatedInstallerTest : public UpdateTest {
 	{
 		const QString path = scratchPath(name);
 		QDir().mkpath(QFileInfo(path).absolutePath());
-		if (!QFile::copy(u"" STAND_IN_INSTALLER ""_s, path)) {
+		if (!QFile::copy(u"" FAKE_INSTALLER ""_s, path)) {
 			qFatal("cannot write %s", qUtf8Printable(path));
 		}
 		write(path + u".code"_s, QByteArray::number(code));

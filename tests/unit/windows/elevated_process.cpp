@@ -24,7 +24,7 @@ class ElevatedProcessTest : public QObject {
 	/// Starts a program and waits for its end.
 	static void runOnce()
 	{
-		const ElevatedStart start = startElevated(u"" STAND_IN_INSTALLER ""_s, u"/QUIET"_s);
+		const ElevatedStart start = startElevated(u"" FAKE_INSTALLER ""_s, u"/QUIET"_s);
 		QVERIFY(start.process);
 		QCOMPARE(start.error, 0U);
 		QTRY_VERIFY_WITH_TIMEOUT(start.process->exitCode(), 30000);

@@ -5,7 +5,7 @@ import path from "node:path";
 import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
-// The stand-in helper is the installer as well: it is given this name as its only argument.
+// The fake helper is the installer as well: it is given this name as its only argument.
 const installer = "--installer";
 const downloaded = { event: "downloaded", latest: "1.0.7", path: installer };
 

@@ -53,7 +53,7 @@ public:
 		writeFile(u"replays/Replay 1.5"_s + suffix, content);
 	}
 
-	/// A stand-in for whisper.cpp's program: understands the same arguments, opens no file in another folder, as
+	/// A fake of whisper.cpp's program: understands the same arguments, opens no file in another folder, as
 	/// on Windows with letters in its name that are foreign there, notes what it is given to hear in
 	/// "heard.txt" and "writes" the speech that `answer` prints.
 	void useTranscriber(const QByteArray &answer)

@@ -1,7 +1,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "obs_double/hotkeys.hpp"
+#include "fake_obs/hotkeys.hpp"
 
 #include <obs-module.h>
 #include <obs.h>

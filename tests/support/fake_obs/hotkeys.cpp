@@ -1,6 +1,6 @@
 #include <QString>
 
-#include "obs_double/hotkeys.hpp"
+#include "fake_obs/hotkeys.hpp"
 
 #include <obs.hpp>
 

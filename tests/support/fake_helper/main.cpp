@@ -5,7 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "stand_in_helper/system.hpp"
+#include "fake_helper/system.hpp"
 
 #include <chrono>
 #include <cstdio>
@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Stands in for the helper: notes how it was called in "runs" of the folder STAND_IN_HELPER_DIR, then does what the
+// Stands in for the helper: notes how it was called in "runs" of the folder FAKE_HELPER_DIR, then does what the
 // script for its first switch says ("status.json" for --status). Without a script it ends at once with code 0.
 
 namespace {
@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 
 QDir folder()
 {
-	return QDir(qEnvironmentVariable("STAND_IN_HELPER_DIR"));
+	return QDir(qEnvironmentVariable("FAKE_HELPER_DIR"));
 }
 
 void note(const QStringList &arguments)

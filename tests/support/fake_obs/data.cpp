@@ -2,7 +2,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "obs_double/data.hpp"
+#include "fake_obs/data.hpp"
 
 #include <util/base.h>
 #include <util/platform.h>

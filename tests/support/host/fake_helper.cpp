@@ -3,7 +3,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
-#include "host/stand_in_helper.hpp"
+#include "host/fake_helper.hpp"
 
 #include <filesystem>
 #include <system_error>
@@ -67,19 +67,19 @@ HelperScript &HelperScript::exit(int code)
 	return add(u"exit"_s, {{u"code"_s, code}});
 }
 
-StandInHelper::StandInHelper()
+FakeHelper::FakeHelper()
 {
-	qputenv("KESTRUNE_HELPER", STAND_IN_HELPER);
-	qputenv("STAND_IN_HELPER_DIR", folder_.path().toUtf8());
+	qputenv("KESTRUNE_HELPER", FAKE_HELPER);
+	qputenv("FAKE_HELPER_DIR", folder_.path().toUtf8());
 }
 
-StandInHelper::~StandInHelper()
+FakeHelper::~FakeHelper()
 {
 	qunsetenv("KESTRUNE_HELPER");
-	qunsetenv("STAND_IN_HELPER_DIR");
+	qunsetenv("FAKE_HELPER_DIR");
 }
 
-void StandInHelper::on(const QString &command, const HelperScript &script) const
+void FakeHelper::on(const QString &command, const HelperScript &script) const
 {
 	const QString path = folder_.filePath(command.mid(2) + u".json"_s);
 	const QString beside = path + u".new"_s;
@@ -101,7 +101,7 @@ void StandInHelper::on(const QString &command, const HelperScript &script) const
 	}
 }
 
-void StandInHelper::open(const QString &gate) const
+void FakeHelper::open(const QString &gate) const
 {
 	QFile file(folder_.filePath(gate));
 	if (!file.open(QIODevice::WriteOnly)) {
@@ -109,7 +109,7 @@ void StandInHelper::open(const QString &gate) const
 	}
 }
 
-QList<QJsonObject> StandInHelper::records(const QString &command) const
+QList<QJsonObject> FakeHelper::records(const QString &command) const
 {
 	QFile file(folder_.filePath(u"runs"_s));
 	if (!file.open(QIODevice::ReadOnly)) {
@@ -126,7 +126,7 @@ QList<QJsonObject> StandInHelper::records(const QString &command) const
 	return found;
 }
 
-QList<QStringList> StandInHelper::runs(const QString &command) const
+QList<QStringList> FakeHelper::runs(const QString &command) const
 {
 	QList<QStringList> found;
 	for (const QJsonObject &run : records(command)) {
@@ -135,7 +135,7 @@ QList<QStringList> StandInHelper::runs(const QString &command) const
 	return found;
 }
 
-QList<qint64> StandInHelper::processIds(const QString &command) const
+QList<qint64> FakeHelper::processIds(const QString &command) const
 {
 	QList<qint64> found;
 	for (const QJsonObject &run : records(command)) {

@@ -1,6 +1,6 @@
 #include <QFile>
 
-#include "stand_in_helper/system.hpp"
+#include "fake_helper/system.hpp"
 
 #include <csignal>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "stand_in_helper/system.hpp"
+#include "fake_helper/system.hpp"
 
 #include <windows.h>
 

@@ -6,13 +6,13 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// What the stand-in helper does in one run, step by step; it ends with code 0 after the last.
+/// What the fake helper does in one run, step by step; it ends with code 0 after the last.
 class HelperScript {
 public:
 	HelperScript &event(const QJsonObject &event);
 	HelperScript &write(const QByteArray &bytes);
 	HelperScript &complain(const QByteArray &bytes);
-	/// Waits until StandInHelper::open(gate).
+	/// Waits until FakeHelper::open(gate).
 	HelperScript &await(const QString &gate);
 	/// Writes `bytes` again and again until nobody reads them.
 	HelperScript &flood(const QByteArray &bytes);
@@ -32,11 +32,11 @@ private:
 };
 
 /// The program that KESTRUNE_HELPER names while this object lives: it follows scripts and notes its runs.
-class StandInHelper {
+class FakeHelper {
 public:
-	StandInHelper();
-	~StandInHelper();
-	Q_DISABLE_COPY_MOVE(StandInHelper)
+	FakeHelper();
+	~FakeHelper();
+	Q_DISABLE_COPY_MOVE(FakeHelper)
 
 	/// What runs with this first switch ("--status") do from now on.
 	void on(const QString &command, const HelperScript &script) const;
