@@ -128,8 +128,8 @@ void ChatSection::pollTriggers()
 		return;
 	}
 
-	// With no helper the run never ends, and polling stays off until OBS is restarted: else a helper that was
-	// removed would be reported as missing every five seconds.
+	// With a helper that is missing or does not start the run never ends, and polling stays off until OBS is
+	// restarted: else that would be reported every five seconds.
 	pollInFlight_ = true;
 	helper_.runHelper(
 		{u"--poll-triggers"_s}, [this](const QJsonObject &event) { onTriggersEvent(event); },
@@ -143,7 +143,9 @@ void ChatSection::onTriggersEvent(const QJsonObject &event) const
 	}
 	const QJsonArray triggers = event[u"triggers"].toArray();
 	if (!triggers.isEmpty()) {
-		// One answer makes one clip, however many asked for it.
-		onTrigger_(triggers.last()[u"by"].toString());
+		// One answer makes one clip, however many asked for it. OBS may show a message box for that, in which
+		// this object, and what it holds, may end.
+		const auto onTrigger = onTrigger_;
+		onTrigger(triggers.last()[u"by"].toString());
 	}
 }

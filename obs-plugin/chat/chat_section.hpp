@@ -15,7 +15,8 @@ class QLineEdit;
 class QSpinBox;
 class QTimer;
 
-/// The section "Twitch chat command": its settings, which the helper keeps. It shows whatever the helper last answered.
+/// The section "Twitch chat command": its settings, which the helper keeps, and the polling for uses of the command. It
+/// shows whatever the helper last answered.
 class ChatSection : public QObject {
 public:
 	/// `onTrigger` is called when the command was typed in the chat, with the name of who typed it.

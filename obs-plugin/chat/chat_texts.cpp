@@ -22,8 +22,7 @@ QString chatStateText(const QJsonObject &chat)
 	}
 	if (!chat[u"granted"].toBool()) {
 		return u"One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
-		       "It switches on by itself afterwards."_s.arg(
-			       shownText(chat[u"consent_url"].toString()).toHtmlEscaped());
+		       "It switches on by itself afterwards."_s.arg(chat[u"consent_url"].toString().toHtmlEscaped());
 	}
 	return u"On: mods can type <b>%1</b> (%2 used this stream)."_s.arg(
 		shownText(chat[u"command"].toString()).toHtmlEscaped(), QString::number(chat[u"stream_count"].toInt()));
@@ -36,9 +35,4 @@ QString chatSettingsJson(bool enabled, const QString &command, int cooldown_s, i
 				   {u"cooldown_s"_s, cooldown_s},
 				   {u"per_stream_cap"_s, perStreamCap}};
 	return QString::fromUtf8(QJsonDocument(settings).toJson(QJsonDocument::Compact));
-}
-
-QString clippedFromChatText(const QString &name)
-{
-	return u"Clipped from chat by @%1."_s.arg(name);
 }

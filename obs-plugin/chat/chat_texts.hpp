@@ -13,6 +13,3 @@ QString chatStateText(const QJsonObject &chat);
 
 /// The settings as the helper's "--chat-set" takes them: compact JSON. Cooldown in seconds; a cap of 0 means no cap.
 QString chatSettingsJson(bool enabled, const QString &command, int cooldown_s, int perStreamCap);
-
-/// The status line after `name` has asked for a clip in the chat.
-QString clippedFromChatText(const QString &name);

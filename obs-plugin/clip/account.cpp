@@ -43,8 +43,8 @@ void Account::connectAccount()
 	connectButton_->setEnabled(false);
 	onLinkingStarted_();
 	status_.setStatus(u"Opening your browser…"_s, false);
-	// With no helper the run never ends, and linking stays closed until OBS is restarted: a helper that was
-	// reinstalled meanwhile brings a new module with it.
+	// With a helper that is missing or does not start the run never ends, and linking stays closed until OBS is
+	// restarted: the status line says what to do, and whoever reinstalls the helper restarts OBS anyway.
 	helper_.runHelper(
 		{u"--link"_s, u"--no-browser"_s}, [this](const QJsonObject &event) { onLinkEvent(event); },
 		[this](int) {

@@ -14,7 +14,7 @@ class StatusLine;
 /// The user's account with the helper: whether one is linked, and linking it.
 class Account : public QObject {
 public:
-	/// `onLinkingStarted` and `onLinkingEnded` frame each run that links.
+	/// `onLinkingStarted` is called before a run that links, `onLinkingEnded` after its end.
 	Account(QBoxLayout *content, HelperRunner &helper, StatusLine &status, std::function<void()> onLinkingStarted,
 		std::function<void()> onLinkingEnded);
 

@@ -2,8 +2,6 @@
 
 #include <QPushButton>
 
-class QBoxLayout;
-
 /// What decides whether a clip can be asked for.
 struct ClipReadiness {
 	bool linked{false};

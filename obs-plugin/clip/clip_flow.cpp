@@ -2,13 +2,14 @@
 #include <QPointer>
 #include <QTimer>
 
-#include "chat/chat_texts.hpp"
 #include "clip/account.hpp"
 #include "clip/clip_button.hpp"
 #include "clip/clip_flow.hpp"
 #include "clip/clip_texts.hpp"
 #include "clip/process_arguments.hpp"
 #include "clip/replay_buffer.hpp"
+#include "dock/choices_section.hpp"
+#include "dock/recent_section.hpp"
 #include "dock/status_line.hpp"
 #include "helper/helper_runner.hpp"
 
@@ -20,50 +21,46 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-ClipFlow::ClipFlow(ClipButton &button, HelperRunner &helper, StatusLine &status, Account &account,
-		   ReplayBuffer &replayBuffer, Dock dock)
-	: button_(button)
-	, helper_(helper)
-	, status_(status)
-	, account_(account)
-	, replayBuffer_(replayBuffer)
-	, dock_(std::move(dock))
+ClipFlow::ClipFlow(HelperRunner &helper, const Parts &parts, std::function<void()> refreshStatus)
+	: helper_(helper)
+	, parts_(parts)
+	, refreshStatus_(std::move(refreshStatus))
 {
 }
 
 void ClipFlow::updateClipButton()
 {
-	const ClipReadiness readiness{.linked = account_.isLinked(),
+	const ClipReadiness readiness{.linked = parts_.account.isLinked(),
 				      .replayBufferActive = ReplayBuffer::isActive(),
-				      .linking = account_.isLinking()};
-	button_.showReadiness(readiness);
+				      .linking = parts_.account.isLinking()};
+	parts_.button.showReadiness(readiness);
 
 	// Only a stale "Ready" is replaced; an error or a progress message is news that the user still needs.
 	if (readiness.linked && !readiness.replayBufferActive && jobsRunning_ == 0 &&
-	    status_.text().startsWith(u"Ready")) {
-		status_.setStatus(u"Replay Buffer is off. Starting it…"_s, false);
+	    parts_.status.text().startsWith(u"Ready")) {
+		parts_.status.setStatus(u"Replay Buffer is off. Starting it…"_s, false);
 	}
 }
 
 void ClipFlow::clipThat()
 {
-	if (!account_.isLinked()) {
-		account_.connectAccount();
+	if (!parts_.account.isLinked()) {
+		parts_.account.connectAccount();
 		return;
 	}
 	if (!ReplayBuffer::isActive()) {
 		const QPointer<ClipFlow> alive(this);
-		replayBuffer_.ensureReplayBuffer();
+		parts_.replayBuffer.ensureReplayBuffer();
 		if (alive) {
-			status_.setStatus(u"Starting the Replay Buffer… press Clip that again in a few seconds."_s,
-					  false);
+			parts_.status.setStatus(
+				u"Starting the Replay Buffer… press Clip that again in a few seconds."_s, false);
 		}
 		return;
 	}
 
 	// A second press while OBS still saves asks for another save: what OBS then reports as saved is what counts.
 	clipPending_ = true;
-	status_.setStatus(savingText(dock_.choices().length_s), false);
+	parts_.status.setStatus(savingText(parts_.choices.choices().length_s), false);
 	obs_frontend_replay_buffer_save();
 	watchSave();
 }
@@ -75,7 +72,7 @@ void ClipFlow::clipFromChat(const QString &name)
 	if (alive) {
 		// Also when there is no clip now: the streamer sees that somebody asked, and the button says what is
 		// missing.
-		status_.setStatus(clippedFromChatText(name), false);
+		parts_.status.setStatus(clippedFromChatText(name), false);
 	}
 }
 
@@ -93,9 +90,9 @@ void ClipFlow::onSaveTimedOut(quint64 generation)
 	}
 	// The clip stays pending: a save that comes late is still worth having.
 	awaitingSave_ = false;
-	status_.setStatus(u"OBS didn't save the replay within 15 s. "
-			  "Check disk space and Settings → Output → Recording path."_s,
-			  true);
+	parts_.status.setStatus(u"OBS didn't save the replay within 15 s. "
+				"Check disk space and Settings → Output → Recording path."_s,
+				true);
 }
 
 void ClipFlow::onReplaySaved()
@@ -108,7 +105,7 @@ void ClipFlow::onReplaySaved()
 
 	BPtr<char> savedPath = obs_frontend_get_last_replay();
 	if (!savedPath) {
-		status_.setStatus(u"OBS didn't report the saved replay."_s, true);
+		parts_.status.setStatus(u"OBS didn't report the saved replay."_s, true);
 		return;
 	}
 	makeShort(QString::fromUtf8(savedPath.Get()));
@@ -116,16 +113,16 @@ void ClipFlow::onReplaySaved()
 
 void ClipFlow::makeShort(const QString &replayPath)
 {
-	// With no helper the run never ends, and the count stays up: the failure that the user is told then must not be
-	// replaced by news about the Replay Buffer.
+	// With a helper that is missing or does not start the run never ends, and the count stays up. All that follows
+	// is that a later "Ready" is not replaced while the Replay Buffer is off.
 	++jobsRunning_;
-	status_.setStatus(u"Clip saved. Making your Short (about 1–3 min)…"_s, false);
+	parts_.status.setStatus(u"Clip saved. Making your Short (about 1–3 min)…"_s, false);
 	helper_.runHelper(
-		processArguments(replayPath, dock_.choices()),
+		processArguments(replayPath, parts_.choices.choices()),
 		[this](const QJsonObject &event) { onProcessEvent(event); },
 		[this](int) {
 			--jobsRunning_;
-			dock_.refreshRecent();
+			parts_.recent.refreshRecent();
 		});
 }
 
@@ -133,13 +130,13 @@ void ClipFlow::onProcessEvent(const QJsonObject &event)
 {
 	const QString kind = event[u"event"].toString();
 	if (kind == u"done") {
-		status_.setStatus(shortReadyText(event), false);
+		parts_.status.setStatus(shortReadyText(event), false);
 	} else if (kind == u"pending") {
-		status_.setStatus(u"Offline: clip kept and will upload automatically."_s, false);
+		parts_.status.setStatus(u"Offline: clip kept and will upload automatically."_s, false);
 	} else if (kind == u"error") {
-		status_.setStatus(u"Clip kept locally: "_s + event[u"error"].toString(), true);
+		parts_.status.setStatus(u"Clip kept locally: "_s + event[u"error"].toString(), true);
 		if (event[u"relink"].toBool()) {
-			dock_.refreshStatus();
+			refreshStatus_();
 		}
 	}
 }

@@ -2,29 +2,32 @@
 
 #include <QObject>
 
-#include "dock/clip_choices.hpp"
-
 #include <functional>
 
 class Account;
+class ChoicesSection;
 class ClipButton;
 class HelperRunner;
 class QJsonObject;
+class RecentSection;
 class ReplayBuffer;
 class StatusLine;
 
 /// One clip, in the order it happens: asked for, saved by OBS, made into a Short by the helper.
 class ClipFlow : public QObject {
 public:
-	/// What the flow asks of the dock.
-	struct Dock {
-		std::function<ClipChoices()> choices{};
-		std::function<void()> refreshStatus{};
-		std::function<void()> refreshRecent{};
+	/// What a clip concerns.
+	struct Parts {
+		ClipButton &button;
+		StatusLine &status;
+		Account &account;
+		ReplayBuffer &replayBuffer;
+		const ChoicesSection &choices;
+		RecentSection &recent;
 	};
 
-	ClipFlow(ClipButton &button, HelperRunner &helper, StatusLine &status, Account &account,
-		 ReplayBuffer &replayBuffer, Dock dock);
+	/// `refreshStatus` asks for the helper's status.
+	ClipFlow(HelperRunner &helper, const Parts &parts, std::function<void()> refreshStatus);
 
 	/// Shows on the clip button whether a clip can be asked for now.
 	void updateClipButton();
@@ -42,12 +45,9 @@ private:
 	void makeShort(const QString &replayPath);
 	void onProcessEvent(const QJsonObject &event);
 
-	ClipButton &button_;
 	HelperRunner &helper_;
-	StatusLine &status_;
-	Account &account_;
-	ReplayBuffer &replayBuffer_;
-	Dock dock_{};
+	Parts parts_;
+	std::function<void()> refreshStatus_{};
 	/// A save was asked for and its replay-saved event has not come yet.
 	bool clipPending_{false};
 	/// The save watchdog is armed; it only speaks for the newest save, counted by saveGeneration_.

@@ -33,3 +33,8 @@ QString shortReadyText(const QJsonObject &done)
 	}
 	return text;
 }
+
+QString clippedFromChatText(const QString &name)
+{
+	return u"Clipped from chat by @%1."_s.arg(name);
+}

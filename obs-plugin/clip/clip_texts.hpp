@@ -17,3 +17,6 @@ QString savingText(int length_s);
 
 /// The status line for a Short that the helper reports as ready ("done").
 QString shortReadyText(const QJsonObject &done);
+
+/// The status line after `name` has asked for a clip in the chat.
+QString clippedFromChatText(const QString &name);

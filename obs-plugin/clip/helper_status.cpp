@@ -12,9 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-HelperStatus::HelperStatus(HelperRunner &helper, const Subjects &subjects, std::function<void()> onApplied)
+HelperStatus::HelperStatus(HelperRunner &helper, const Parts &parts, std::function<void()> onApplied)
 	: helper_(helper)
-	, subjects_(subjects)
+	, parts_(parts)
 	, onApplied_(std::move(onApplied))
 {
 }
@@ -32,12 +32,11 @@ void HelperStatus::applyStatus(const QJsonObject &event)
 
 	// Starting the Replay Buffer may end the dock.
 	const QPointer<HelperStatus> alive(this);
-	subjects_.account.applyStatus(event);
-	if (subjects_.account.isLinked()) {
+	parts_.account.applyStatus(event);
+	if (parts_.account.isLinked()) {
 		applyLinkedStatus(event);
 	} else {
-		subjects_.status.setStatus(u"Not connected. Click Connect account (one click in your browser)."_s,
-					   false);
+		parts_.status.setStatus(u"Not connected. Click Connect account (one click in your browser)."_s, false);
 	}
 	if (alive) {
 		onApplied_();
@@ -46,13 +45,13 @@ void HelperStatus::applyStatus(const QJsonObject &event)
 
 void HelperStatus::applyLinkedStatus(const QJsonObject &status)
 {
-	subjects_.choices.refill(status);
-	subjects_.choices.decorateChoices();
-	subjects_.chat.loadChat();
+	parts_.choices.refill(status);
+	parts_.choices.decorateChoices();
+	parts_.chat.loadChat();
 
 	if (ReplayBuffer::isActive()) {
-		subjects_.status.setStatus(pressClipThatText(), false);
+		parts_.status.setStatus(pressClipThatText(), false);
 	} else {
-		subjects_.replayBuffer.ensureReplayBuffer();
+		parts_.replayBuffer.ensureReplayBuffer();
 	}
 }

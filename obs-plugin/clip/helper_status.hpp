@@ -17,7 +17,7 @@ class StatusLine;
 class HelperStatus : public QObject {
 public:
 	/// What a "status" event is applied to.
-	struct Subjects {
+	struct Parts {
 		StatusLine &status;
 		Account &account;
 		ChoicesSection &choices;
@@ -26,7 +26,7 @@ public:
 	};
 
 	/// `onApplied` is called after each "status" event.
-	HelperStatus(HelperRunner &helper, const Subjects &subjects, std::function<void()> onApplied);
+	HelperStatus(HelperRunner &helper, const Parts &parts, std::function<void()> onApplied);
 
 	/// Asks the helper.
 	void refreshStatus();
@@ -36,6 +36,6 @@ private:
 	void applyLinkedStatus(const QJsonObject &status);
 
 	HelperRunner &helper_;
-	Subjects subjects_;
+	Parts parts_;
 	std::function<void()> onApplied_{};
 };

@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 namespace {
 QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
 {
-	auto *box = new QComboBox(form->parentWidget());
+	auto *box = new QComboBox;
 	box->setObjectName(objectName);
 	form->addRow(label, box);
 	return box;
@@ -83,13 +83,11 @@ void ChoicesSection::buildClipLength(QBoxLayout *content)
 	form->setContentsMargins(0, 0, 0, 0);
 	form->setVerticalSpacing(3);
 
-	lengthBox_ = new QComboBox;
-	lengthBox_->setObjectName(u"seconds"_s);
+	lengthBox_ = addBox(form, u"Clip length"_s, u"seconds"_s);
 	for (const int length_s : clipLengths_s) {
 		lengthBox_->addItem(u"Last %1 s"_s.arg(length_s), length_s);
 	}
 	lengthBox_->setCurrentIndex(lengthBox_->findData(defaultClipLength_s));
-	form->addRow(u"Clip length"_s, lengthBox_);
 	content->addLayout(form);
 }
 

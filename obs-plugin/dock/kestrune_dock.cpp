@@ -30,7 +30,7 @@ namespace {
 /// Calls `function` of `part`. While OBS takes the dock there are no parts yet, and a slot that somebody calls then
 /// does nothing.
 template<typename Part, typename Function, typename... Arguments>
-void forward(const std::unique_ptr<Part> &part, Function function, Arguments... arguments)
+void callPart(const std::unique_ptr<Part> &part, Function function, Arguments... arguments)
 {
 	if (part) {
 		std::invoke(function, *part, arguments...);
@@ -41,7 +41,9 @@ void forward(const std::unique_ptr<Part> &part, Function function, Arguments... 
 KestruneDock::KestruneDock(QWidget *parent, const std::function<bool(QWidget *dock)> &handOver,
 			   std::unique_ptr<HelperRunner> helper)
 	: QWidget(parent)
-	, helper_(std::move(helper))
+	, helper_(helper ? std::move(helper) : std::make_unique<HelperProcesses>(this, [this](const QString &failure) {
+		status_->setStatus(failure, true);
+	}))
 {
 	setObjectName(u"KestruneDock"_s);
 	if (handOver && !handOver(this)) {
@@ -53,8 +55,7 @@ KestruneDock::KestruneDock(QWidget *parent, const std::function<bool(QWidget *do
 	mainLayout->setSpacing(4);
 
 	buildHeader(mainLayout);
-	buildSections(buildScrollArea(mainLayout));
-	buildFlows();
+	buildParts(buildScrollArea(mainLayout));
 	startWork();
 }
 
@@ -71,11 +72,6 @@ void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
 
 	status_ = new StatusLine;
 	mainLayout->addWidget(status_);
-	if (!helper_) {
-		helper_ = std::make_unique<HelperProcesses>(
-			this, [this](const QString &failure) { status_->setStatus(failure, true); });
-	}
-
 	updateButton_ = std::make_unique<UpdateButton>(
 		mainLayout, *status_,
 		[this](const QString &state, const QString &text) { Q_EMIT updateStateChanged(state, text); },
@@ -104,7 +100,7 @@ QVBoxLayout *KestruneDock::buildScrollArea(QVBoxLayout *mainLayout)
 	return content;
 }
 
-void KestruneDock::buildSections(QVBoxLayout *content)
+void KestruneDock::buildParts(QVBoxLayout *content)
 {
 	account_ = std::make_unique<Account>(
 		content, *helper_, *status_, [this] { updateClipButton(); }, [this] { refreshStatus(); });
@@ -114,24 +110,16 @@ void KestruneDock::buildSections(QVBoxLayout *content)
 					      [this](const QString &name) { clips_->clipFromChat(name); });
 	recent_ = std::make_unique<RecentSection>(content, this, *helper_);
 	content->addStretch(1);
-}
 
-void KestruneDock::buildFlows()
-{
 	installer_ = std::make_unique<Installer>(this, *updateButton_);
 	updater_ = std::make_unique<Updater>(*helper_, *updateButton_, *installer_);
 	replayBuffer_ = std::make_unique<ReplayBuffer>(*status_, *account_, [this] { updateClipButton(); });
-	clips_ = std::make_unique<ClipFlow>(*clipButton_, *helper_, *status_, *account_, *replayBuffer_,
-					    ClipFlow::Dock{.choices = [this] { return choices_->choices(); },
-							   .refreshStatus = [this] { refreshStatus(); },
-							   .refreshRecent = [this] { refreshRecent(); }});
-	helperStatus_ = std::make_unique<HelperStatus>(*helper_,
-						       HelperStatus::Subjects{.status = *status_,
-									      .account = *account_,
-									      .choices = *choices_,
-									      .chat = *chat_,
-									      .replayBuffer = *replayBuffer_},
-						       [this] { updateClipButton(); });
+	clips_ = std::make_unique<ClipFlow>(
+		*helper_, ClipFlow::Parts{*clipButton_, *status_, *account_, *replayBuffer_, *choices_, *recent_},
+		[this] { refreshStatus(); });
+	helperStatus_ = std::make_unique<HelperStatus>(
+		*helper_, HelperStatus::Parts{*status_, *account_, *choices_, *chat_, *replayBuffer_},
+		[this] { updateClipButton(); });
 }
 
 void KestruneDock::startWork()
@@ -163,110 +151,110 @@ bool KestruneDock::eventFilter(QObject *watched, QEvent *event)
 
 void KestruneDock::onReplaySaved()
 {
-	forward(clips_, &ClipFlow::onReplaySaved);
+	callPart(clips_, &ClipFlow::onReplaySaved);
 }
 
 void KestruneDock::onReplayBufferStarted()
 {
-	forward(replayBuffer_, &ReplayBuffer::onStarted);
+	callPart(replayBuffer_, &ReplayBuffer::onStarted);
 }
 
 void KestruneDock::onReplayBufferStopped()
 {
-	forward(replayBuffer_, &ReplayBuffer::onStopped);
+	callPart(replayBuffer_, &ReplayBuffer::onStopped);
 }
 
 void KestruneDock::clipThat()
 {
-	forward(clips_, &ClipFlow::clipThat);
+	callPart(clips_, &ClipFlow::clipThat);
 }
 
 void KestruneDock::refreshStatus()
 {
-	forward(helperStatus_, &HelperStatus::refreshStatus);
+	callPart(helperStatus_, &HelperStatus::refreshStatus);
 }
 
 void KestruneDock::refreshRecent()
 {
-	forward(recent_, &RecentSection::refreshRecent);
+	callPart(recent_, &RecentSection::refreshRecent);
 }
 
 void KestruneDock::updateClipButton()
 {
-	forward(clips_, &ClipFlow::updateClipButton);
+	callPart(clips_, &ClipFlow::updateClipButton);
 }
 
 void KestruneDock::checkUpdate()
 {
-	forward(updater_, &Updater::checkUpdate);
+	callPart(updater_, &Updater::checkUpdate);
 }
 
 void KestruneDock::installUpdate()
 {
-	forward(updater_, &Updater::installUpdate);
+	callPart(updater_, &Updater::installUpdate);
 }
 
 void KestruneDock::startHotkeyCapture()
 {
-	forward(hotkey_, &HotkeySection::startHotkeyCapture);
+	callPart(hotkey_, &HotkeySection::startHotkeyCapture);
 }
 
 void KestruneDock::refreshPreview()
 {
-	forward(choices_, &ChoicesSection::refreshPreview);
+	callPart(choices_, &ChoicesSection::refreshPreview);
 }
 
 void KestruneDock::loadChat()
 {
-	forward(chat_, &ChatSection::loadChat);
+	callPart(chat_, &ChatSection::loadChat);
 }
 
 void KestruneDock::saveChat()
 {
-	forward(chat_, &ChatSection::saveChat);
+	callPart(chat_, &ChatSection::saveChat);
 }
 
 void KestruneDock::pollTriggers()
 {
-	forward(chat_, &ChatSection::pollTriggers);
+	callPart(chat_, &ChatSection::pollTriggers);
 }
 
 void KestruneDock::decorateChoices()
 {
-	forward(choices_, &ChoicesSection::decorateChoices);
+	callPart(choices_, &ChoicesSection::decorateChoices);
 }
 
 void KestruneDock::refreshHotkeyUi()
 {
-	forward(hotkey_, &HotkeySection::refreshHotkeyUi);
+	callPart(hotkey_, &HotkeySection::refreshHotkeyUi);
 }
 
 void KestruneDock::runInstaller(const QString &installerPath)
 {
-	forward(installer_, &Installer::runInstaller, installerPath);
+	callPart(installer_, &Installer::runInstaller, installerPath);
 }
 
 void KestruneDock::installerFinished(int exitCode)
 {
-	forward(installer_, &Installer::installerFinished, exitCode);
+	callPart(installer_, &Installer::installerFinished, exitCode);
 }
 
 void KestruneDock::pollInstaller()
 {
-	forward(installer_, &Installer::pollInstaller);
+	callPart(installer_, &Installer::pollInstaller);
 }
 
 void KestruneDock::connectAccount()
 {
-	forward(account_, &Account::connectAccount);
+	callPart(account_, &Account::connectAccount);
 }
 
 void KestruneDock::openFolder()
 {
-	forward(recent_, &RecentSection::openFolder);
+	callPart(recent_, &RecentSection::openFolder);
 }
 
 void KestruneDock::savePrefs()
 {
-	forward(choices_, &ChoicesSection::savePrefs);
+	callPart(choices_, &ChoicesSection::savePrefs);
 }

@@ -34,7 +34,6 @@ public:
 			      std::unique_ptr<HelperRunner> helper = nullptr);
 	~KestruneDock() override;
 
-	// OBS frontend events
 	void onReplaySaved();
 	void onReplayBufferStarted();
 	void onReplayBufferStopped();
@@ -71,14 +70,12 @@ protected:
 private:
 	void buildHeader(QVBoxLayout *mainLayout);
 	QVBoxLayout *buildScrollArea(QVBoxLayout *mainLayout);
-	void buildSections(QVBoxLayout *content);
-	void buildFlows();
+	void buildParts(QVBoxLayout *content);
 	void startWork();
 
 	std::unique_ptr<HelperRunner> helper_;
 	ClipButton *clipButton_{nullptr};
 	StatusLine *status_{nullptr};
-	// Each knows only those above it.
 	std::unique_ptr<UpdateButton> updateButton_;
 	std::unique_ptr<Account> account_;
 	std::unique_ptr<ChoicesSection> choices_;

@@ -13,7 +13,9 @@
 namespace {
 /// One run. Its handlers share it.
 struct HelperRun {
-	/// Null once the process object is gone, and the dock with it.
+	/// Null once the runner is gone, and the dock with it.
+	QPointer<HelperProcesses> runner{};
+	/// Null once the process object is gone, after its end or with the dock.
 	QPointer<QProcess> process{};
 	EventStream stream{};
 	/// Set by the first event: from then on the helper is trusted to report its own failures.
@@ -29,8 +31,13 @@ struct HelperRun {
 		}
 	}
 
+	bool isOver() const { return !runner || !process; }
+
 	void onReadyRead()
 	{
+		if (isOver()) {
+			return;
+		}
 		stream.append(process->readAllStandardOutput());
 		deliverEvents();
 	}
@@ -38,7 +45,7 @@ struct HelperRun {
 	/// A callback may open a window or a browser, and there anything can happen, even the end of the dock.
 	void deliverEvents()
 	{
-		while (process) {
+		while (!isOver()) {
 			const std::optional<QJsonObject> event = stream.next();
 			if (!event) {
 				return;
@@ -54,7 +61,7 @@ struct HelperRun {
 	{
 		// The process may end while the callback of an event waits in a window: the other events come first.
 		deliverEvents();
-		if (!process) {
+		if (isOver()) {
 			return;
 		}
 		if (!spoke && (exitCode != 0 || exitStatus == QProcess::CrashExit)) {
@@ -91,18 +98,22 @@ bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEv
 
 	QProcess *process = hiddenProcess(dock_);
 	const auto run = std::make_shared<HelperRun>();
+	run->runner = this;
 	run->process = process;
 	run->onEvent = std::move(onEvent);
 	run->onFinish = std::move(onFinish);
 	run->onFailure = onFailure_;
 
 	// The runner is the context, and goes before the dock's children do: a process that Qt kills with the dock has
-	// nobody left to tell.
+	// nobody left to tell. Output and end are queued: QProcess goes on with its own work after it has announced
+	// them, and in the event loop of a window that a callback opens the process object may be deleted.
 	connect(process, &QProcess::errorOccurred, this,
 		[run](QProcess::ProcessError error) { run->onErrorOccurred(error); });
-	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->onReadyRead(); });
-	connect(process, &QProcess::finished, this,
-		[run](int exitCode, QProcess::ExitStatus exitStatus) { run->onFinished(exitCode, exitStatus); });
+	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->onReadyRead(); }, Qt::QueuedConnection);
+	connect(
+		process, &QProcess::finished, this,
+		[run](int exitCode, QProcess::ExitStatus exitStatus) { run->onFinished(exitCode, exitStatus); },
+		Qt::QueuedConnection);
 
 	// Nobody reads it, and a helper that chatters there for hours must not fill OBS's memory.
 	process->setStandardErrorFile(QProcess::nullDevice());

@@ -11,6 +11,7 @@ public:
 	/// does not start, or stops without having said anything.
 	HelperProcesses(QObject *dock, std::function<void(const QString &text)> onFailure);
 
+	using HelperRunner::runHelper;
 	bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) override;
 	bool isInstalled() const override;
 

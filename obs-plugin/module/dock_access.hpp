@@ -3,8 +3,8 @@
 class QObject;
 
 // The one pointer to the dock, and how code outside the dock reaches it. OBS destroys the dock before it unloads the
-// module, and hotkeys and remote requests come in on threads of their own, so the pointer is only ever used under a
-// lock by them: a slot call is either queued to a living dock or dropped.
+// module, and remote requests come in on threads of their own, as hotkeys do where nobody reroutes them. So the pointer
+// is only ever used under a lock by them: a slot call is either queued to a living dock or dropped.
 
 /// The dock, or null before load, after a refused dock, after its destruction and after unload. User-interface thread
 /// only, where the dock cannot go away in between.

@@ -66,7 +66,7 @@ MODULE_EXPORT bool obs_module_load()
 		return added;
 	});
 	if (!added) {
-		// The hotkey stays registered, so that its bindings are kept until the dock can be added again.
+		// The hotkey stays registered: a press finds no dock and does nothing.
 		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
 		delete dock;
 		return false;
