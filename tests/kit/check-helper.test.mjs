@@ -4,21 +4,10 @@ import assert from "node:assert/strict";
 import { readdir, readFile, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { describe, it } from "node:test";
+import { allCommands } from "../../tools/helper-kit/schema.mjs";
 import { checkHelper, checkLines, temporaryFolder, writeHelper } from "./support/helper-check.mjs";
 
 const sampleHelper = path.join(process.env.KESTRUNE_BUILD_DIR, "sample-helper", "sample-helper");
-const allCommands = [
-  "--status",
-  "--link",
-  "--recent",
-  "--preview",
-  "--chat-get",
-  "--chat-set",
-  "--poll-triggers",
-  "--check-update",
-  "--download-update",
-  "--process",
-];
 
 describe("check-helper and the sample helper", () => {
   it("finds nothing wrong with any command", async (t) => {

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { describe, it } from "node:test";
 import { commands } from "../../tools/helper-kit/commands.mjs";
-import { allKinds, isAnswerTo, isEvent, kindsOf } from "../../tools/helper-kit/schema.mjs";
+import { allCommands, allKinds, isAnswerTo, isEvent, kindsOf } from "../../tools/helper-kit/schema.mjs";
 
 const page = await readFile(new URL("../../docs/helper-protocol.md", import.meta.url), "utf8");
 
@@ -33,7 +33,8 @@ describe("the schema and docs/helper-protocol.md", () => {
   it("agree on the commands and their answers", () => {
     const table = page.slice(page.indexOf("## Commands"), page.indexOf("### --status"));
     const rows = [...table.matchAll(/^\| `(--[a-z-]+).*\| (.*) \|$/gm)];
-    assert.deepEqual(rows.map(([, command]) => command).sort(), Object.keys(commands).sort());
+    assert.deepEqual(rows.map(([, command]) => command).sort(), [...allCommands].sort());
+    assert.deepEqual(Object.keys(commands).sort(), [...allCommands].sort());
     for (const [, command, answers] of rows) {
       assert.deepEqual([...answers.matchAll(/`(\w+)`/g)].map(([, kind]) => kind).sort(), kindsOf(command).sort());
     }
@@ -47,6 +48,18 @@ describe("the schema and docs/helper-protocol.md", () => {
     const read = new Set(Object.keys(commands).flatMap(kindsOf));
     assert.deepEqual([...read].sort(), [...allKinds].sort());
   });
+});
+
+describe("tests that try every command", () => {
+  for (const file of ["unit/dock/hostile_members.cpp", "fuzz/dock_events.cpp"]) {
+    it(`do: ${file}`, async () => {
+      const source = await readFile(new URL(`../${file}`, import.meta.url), "utf8");
+      assert.deepEqual(
+        allCommands.filter((command) => !source.includes(`"${command}"`)),
+        [],
+      );
+    });
+  }
 });
 
 describe("the schema refuses", () => {

@@ -25,6 +25,9 @@ export function kindsOf(command) {
   return schema.$defs[command].anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
 }
 
+/** All commands. */
+export const allCommands = Object.keys(schema.$defs).filter((name) => name.startsWith("--"));
+
 /** All kinds of events. */
 export const allKinds = schema.anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
 
