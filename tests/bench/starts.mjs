@@ -35,10 +35,9 @@ for (const [index, module] of modules.entries()) {
   report(`start of ${module}`, { median_ms: median(times), highest_ms: Math.max(...times) });
 }
 
-// Besides, OBS runs what the module's start has queued: Qt polishes the dock's widgets, and their choices are filled.
+// Besides, OBS runs what the module's start has queued: Qt polishes the dock's widgets.
 const times = handlerTimes("bench-queued");
-const isQueued = ({ event, receiver }) =>
-  event === "PolishRequest" || event === "Polish" || (event === "MetaCall" && receiver.startsWith("KestruneDock"));
+const isQueued = ({ event }) => event === "PolishRequest" || event === "Polish";
 const queued = [];
 await startOften("bench-queued", 5, times.env, async () => {
   const events = (await times.read()).filter((kind) => kind.inDock && isQueued(kind));
