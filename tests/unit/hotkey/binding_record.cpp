@@ -1,32 +1,17 @@
 #include <QTest>
 
+#include "host/hotkey_test.hpp"
 #include "host/hotkeys.hpp"
-#include "host/obs_session.hpp"
 #include "host/test_program.hpp"
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
-class BindingRecordTest : public QObject {
+class BindingRecordTest : public HotkeyTest {
 	Q_OBJECT
 
-	std::optional<ObsSession> obs_{};
-
 private Q_SLOTS:
-	void init()
-	{
-		obs_.emplace();
-		registerClipHotkey();
-	}
-	void cleanup()
-	{
-		unregisterClipHotkey();
-		obs_.reset();
-	}
-
 	void usesObsModifierBits()
 	{
 		QCOMPARE(shiftKey, 2U);

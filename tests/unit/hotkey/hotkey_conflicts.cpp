@@ -1,32 +1,17 @@
 #include <QTest>
 
+#include "host/hotkey_test.hpp"
 #include "host/hotkeys.hpp"
-#include "host/obs_session.hpp"
 #include "host/test_program.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/hotkey_conflicts.hpp"
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
-class HotkeyConflictsTest : public QObject {
+class HotkeyConflictsTest : public HotkeyTest {
 	Q_OBJECT
 
-	std::optional<ObsSession> obs_{};
-
 private Q_SLOTS:
-	void init()
-	{
-		obs_.emplace();
-		registerClipHotkey();
-	}
-	void cleanup()
-	{
-		unregisterClipHotkey();
-		obs_.reset();
-	}
-
 	void conflictsAreExactMatchesOfOthers()
 	{
 		bindHotkey(clipHotkeyId(), {{controlKey | shiftKey, OBS_KEY_C}});

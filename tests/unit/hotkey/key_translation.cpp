@@ -2,32 +2,17 @@
 #include <QMetaEnum>
 #include <QTest>
 
-#include "host/obs_session.hpp"
+#include "host/hotkey_test.hpp"
 #include "host/test_program.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/key_translation.hpp"
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
-class KeyTranslationTest : public QObject {
+class KeyTranslationTest : public HotkeyTest {
 	Q_OBJECT
 
-	std::optional<ObsSession> obs_{};
-
 private Q_SLOTS:
-	void init()
-	{
-		obs_.emplace();
-		registerClipHotkey();
-	}
-	void cleanup()
-	{
-		unregisterClipHotkey();
-		obs_.reset();
-	}
-
 	void qtKeys_data()
 	{
 		QTest::addColumn<int>("qtKey");
