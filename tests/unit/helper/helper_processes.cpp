@@ -50,7 +50,13 @@ class HelperProcessesTest : public DockTest {
 		helper().on(u"--status"_s, HelperScript().hang());
 	}
 
-	QList<QProcess *> processes() const { return dock()->findChildren<QProcess *>(); }
+	/// Those of linkings: on a busy machine the dock's own first runs may have begun as well.
+	QList<QProcess *> processes() const
+	{
+		QList<QProcess *> found = dock()->findChildren<QProcess *>();
+		found.removeIf([](const QProcess *process) { return process->arguments().value(0) != u"--link"; });
+		return found;
+	}
 
 private Q_SLOTS:
 	void init()
@@ -160,7 +166,8 @@ private Q_SLOTS:
 			    HelperScript().write("{\"event\":\"recent\",\"folder\":\"/shorts\"}\n").hang());
 		invoke("refreshRecent");
 		QTRY_COMPARE(dock()->findChild<QListWidget *>()->count(), 1);
-		QCOMPARE(processes().size(), 2);
+		QVERIFY(isRunning(u"--link"_s));
+		QVERIFY(isRunning(u"--recent"_s));
 		QVERIFY(openedUrls().isEmpty());
 
 		helper().open(u"rest"_s);
