@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What the environment variables decide. Every value is read anew on each call: a run is short and does one thing.
+/// The settings that environment variables hold. Each call reads its variable again.
 namespace environment {
 
 /// The one folder that holds everything this program remembers. It may not exist yet.
