@@ -19,11 +19,11 @@ unit()
 	unit_tests "$plain" "$@"
 }
 
-# The kit for authors of helpers: the schema, and tools/check-helper.
+# What authors of helpers and of remote controls are given: tools/check-helper, the schema, the examples.
 kit()
 {
-	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tools/helper-kit &&
-		tools/install-node-modules.sh tools/lint && node_tests kit "$@"
+	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tests/kit &&
+		tools/install-node-modules.sh tools/lint && tools/install-node-modules.sh tools/obs && node_tests kit "$@"
 }
 
 # The unit tests under AddressSanitizer and UBSan.

@@ -1,7 +1,7 @@
 // The check of --chat-set: changes one number, looks whether it was stored, and puts the settings back.
 
 import { checkRun } from "./checks.mjs";
-import { error, warning } from "./findings.mjs";
+import { error, isError, leftOut, warning } from "./findings.mjs";
 
 const mostUses = 100;
 
@@ -21,9 +21,11 @@ function differences(wanted, answer) {
     .map((key) => `"${key}" is ${JSON.stringify(answer[key])}, not ${JSON.stringify(wanted[key])}`);
 }
 
+/** The settings that --chat-get tells: `stored`, or `findings` when it tells none. */
 async function storedChat(session) {
-  const { events } = await checkRun(session, "--chat-get", ["--chat-get"]);
-  return events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
+  const { events, findings } = await checkRun(session, "--chat-get", ["--chat-get"]);
+  const stored = events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
+  return { stored, findings };
 }
 
 /** Sends settings and answers what is wrong with the answer and with what --chat-get tells afterwards. */
@@ -40,7 +42,7 @@ async function send(session, settings) {
   if (wrong.length > 0) {
     return [...findings, error(`its answer differs from what was sent: ${wrong.join(", ")}`)];
   }
-  const stored = await storedChat(session);
+  const { stored } = await storedChat(session);
   const lost = stored ? differences(settings, stored) : ["no settings"];
   return lost.length > 0
     ? [...findings, error(`--chat-get tells something else afterwards: ${lost.join(", ")}`)]
@@ -49,15 +51,17 @@ async function send(session, settings) {
 
 /** Answers the findings of --chat-set. */
 export async function checkChatSet(session) {
-  const before = await storedChat(session);
+  const { stored: before, findings: without } = await storedChat(session);
   if (!before) {
-    return [warning("not run: --chat-get tells no settings that could be put back")];
+    return without.every(({ severity }) => severity === "left out") && without.length > 0
+      ? [leftOut("--chat-get tells no settings, so there are none to change")]
+      : [warning("not run: --chat-get tells no settings that could be put back")];
   }
   const own = settingsOf(before);
   const cap = own.per_stream_cap;
   const findings = await send(session, { ...own, per_stream_cap: cap < mostUses ? cap + 1 : cap - 1 });
   const restoring = await send(session, own);
-  if (restoring.some(({ severity }) => severity === "error")) {
+  if (restoring.some(isError)) {
     findings.push(error(`the settings could not be put back as they were: ${JSON.stringify(own)}`));
   }
   return findings;

@@ -5,9 +5,11 @@ import { copyFile, mkdir, readFile } from "node:fs/promises";
 import path from "node:path";
 import { makeTestVideo } from "../obs/media.mjs";
 import { error } from "./findings.mjs";
-import { UsageError } from "./options.mjs";
 
-/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path. */
+/** There is no video to make Shorts of; the message says why. */
+export class NoReplay extends Error {}
+
+/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path, or throws NoReplay. */
 export async function prepareReplay(folder, source) {
   // Replays have blanks in their names, and people have names that are not ASCII.
   const home = path.join(folder, "Ana Peña");
@@ -17,7 +19,8 @@ export async function prepareReplay(folder, source) {
     await copyFile(source, replay);
   } else {
     await makeTestVideo(replay, { width: 640, height: 360, fps: 30, seconds: 4 }).catch(({ message }) => {
-      throw new UsageError(`no test video could be made (${message}); name a video with --replay`);
+      const reason = /ENOENT/.test(message) ? "ffmpeg is not installed" : message;
+      throw new NoReplay(`no test video could be made (${reason}); install ffmpeg or name a video with --replay FILE`);
     });
   }
   return replay;
