@@ -3,28 +3,31 @@
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
+import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 import { version } from "./support/version.mjs";
 
 const secondBinding = { shift: false, control: false, alt: true, command: false, key: "OBS_KEY_F7" };
+const password = "a password with ünïcode";
 
 describe("a remote control of OBS with the module", () => {
   let test;
   let ownLeaks;
+  let script;
 
   before(async () => {
     ownLeaks = await countLeaksWithoutModule();
-    test = await TestSession.create("remote-control", { helper: fakeHelper("recording-helper") });
+    test = await TestSession.create("remote-control", { helper: fakeHelper("recording-helper"), password });
     await test.switchReplayBufferOn();
     await bindClipHotkey();
     await test.startObs();
   });
   after(() => test?.close());
 
-  function vendorRequest(requestType, vendorName = "Kestrune") {
-    return test.websocket.call("CallVendorRequest", { vendorName, requestType });
+  function vendorRequest(requestType) {
+    return test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType });
   }
 
   async function answerTo(requestType) {
@@ -59,10 +62,39 @@ describe("a remote control of OBS with the module", () => {
     assert.deepEqual(responseData, { version, dock: true, replay_buffer_active: false, hotkey: "" });
   });
 
-  it("gets obs-websocket's own error for a request or a vendor that does not exist", async () => {
-    const resourceNotFound = { code: 600 };
-    await assert.rejects(vendorRequest("clipthat"), resourceNotFound);
-    await assert.rejects(vendorRequest("GetStatus", "kestrune"), resourceNotFound);
+  const getStatus = { vendorName: "Kestrune", requestType: "GetStatus" };
+
+  // docs/remote-control.md lists these.
+  const refusals = [
+    ["a vendor that does not exist", "CallVendorRequest", { ...getStatus, vendorName: "kestrune" }, 600],
+    ["a request that does not exist", "CallVendorRequest", { vendorName: "Kestrune", requestType: "clipthat" }, 600],
+    ["a request that is sent directly", "ClipThat", undefined, 204],
+    ["no data", "CallVendorRequest", undefined, 301],
+    ["no vendor", "CallVendorRequest", { requestType: "ClipThat" }, 300],
+    ["a vendor that is no text", "CallVendorRequest", { vendorName: 1, requestType: "ClipThat" }, 401],
+    ["data that is no object", "CallVendorRequest", { ...getStatus, requestData: 5 }, 401],
+    ["an empty vendor", "CallVendorRequest", { vendorName: "", requestType: "ClipThat" }, 403],
+    ["a hotkey that does not exist", "TriggerHotkeyByName", { hotkeyName: "kestrune.clip" }, 600],
+  ];
+  for (const [what, request, data, code] of refusals) {
+    it(`gets obs-websocket's own error ${code} for ${what}`, async () => {
+      await assert.rejects(test.websocket.call(request, data), { code });
+    });
+  }
+
+  it("may send data that nobody reads", async () => {
+    const request = { ...getStatus, requestData: { seconds: 5 } };
+    assert.equal((await test.websocket.call("CallVendorRequest", request)).responseData.dock, true);
+  });
+
+  it("has a sample script that needs the password", async () => {
+    script = await placeClipScript(test.session.folder);
+    for (const wrong of [undefined, "wrong"]) {
+      const { exitCode, errorOutput } = await runClipScript(script, test.websocketAddress, wrong);
+      assert.match(errorOutput, /^The password is wrong or missing: .*\n$/);
+      assert.equal(exitCode, 1);
+    }
+    assert.deepEqual(await test.helperCalls("--link"), []);
   });
 
   it("gets every answer to a thousand requests, one by one and all at once", async () => {
@@ -94,13 +126,42 @@ describe("a remote control of OBS with the module", () => {
     await assertShort(shorts[0], runs[0][1], 30);
   });
 
+  /** Waits until the helper has been given `count` clips in all. A busy machine saves a replay slowly. */
+  function waitForClips(count) {
+    return waitFor(`${count} clips`, async () => (await test.helperCalls("--process")).length >= count, {
+      limitMs: 60_000,
+    });
+  }
+
+  it("makes one Short of requests that come while one is being saved, and answers each", async () => {
+    const answers = await Promise.all(Array.from({ length: 5 }, () => answerTo("ClipThat")));
+    assert.deepEqual(answers, Array(5).fill({ ok: true, replay_buffer_active: true }));
+    await waitForClips(2);
+    // Long enough for the others to be saved, too.
+    await sleep(3000);
+    assert.equal((await test.helperCalls("--process")).length, 2);
+  });
+
+  it("makes a Short by the name of the hotkey", async () => {
+    await test.websocket.call("TriggerHotkeyByName", { hotkeyName: "kestrune.clip_that" });
+    await waitForClips(3);
+  });
+
+  it("makes a Short by the sample script", async () => {
+    const { exitCode, output, errorOutput } = await runClipScript(script, test.websocketAddress, password);
+    assert.equal(output, "{ ok: true, replay_buffer_active: true }\n", errorOutput);
+    assert.equal(exitCode, 0);
+    await waitForClips(4);
+    await test.waitForIdleHelper(120_000);
+  });
+
   it("switches a stopped Replay Buffer on, and makes no Short of that request", async () => {
     await test.stopReplayBuffer();
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await waitForReplayBuffer();
     await test.dock.waitForStatus("Replay Buffer on. Ready to clip.");
     assert.equal((await answerTo("GetStatus")).replay_buffer_active, true);
-    assert.equal((await test.helperCalls("--process")).length, 1);
+    assert.equal((await test.helperCalls("--process")).length, 4);
   });
 
   it("gets the text of one binding", async () => {

@@ -47,10 +47,13 @@ export class ObsHome {
     }
   }
 
-  /** Sets the port for obs-websocket, or leaves its server off when it is undefined; OBS must not be running. */
-  async setWebsocketPort(port) {
+  /**
+   * Sets the port for obs-websocket, or leaves its server off when it is undefined; asks clients for the password, if any.
+   * OBS must not be running.
+   */
+  async setWebsocketPort(port, password) {
     const file = path.join(this.#config, "plugin_config", "obs-websocket", "config.json");
-    await this.#write(file, JSON.stringify(websocketSettings(port)));
+    await this.#write(file, JSON.stringify(websocketSettings(port, password)));
   }
 
   /** Lets OBS find no arrangement of its docks: those of modules stay hidden; OBS must not be running. */
@@ -196,12 +199,13 @@ function sceneCollection(canvas, video, hotkey) {
   };
 }
 
-function websocketSettings(port) {
+function websocketSettings(port, password) {
   return {
     first_load: false,
     server_enabled: port !== undefined,
-    auth_required: false,
+    auth_required: password !== undefined,
     alerts_enabled: false,
+    ...(password === undefined ? {} : { server_password: password }),
     ...(port === undefined ? {} : { server_port: port }),
   };
 }

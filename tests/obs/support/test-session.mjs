@@ -48,18 +48,23 @@ export class TestSession {
   #withModule;
   #statusRunsBeforeStart = 0;
   #env;
+  #password;
+
+  /** Where obs-websocket listens, after `startObs`. */
+  websocketAddress;
 
   /** The running OBS as a user and a remote control see it; both are there after `startObs`. */
   dock;
   websocket;
 
   /** Use `create`. */
-  constructor(session, { helper, withModule, env }) {
+  constructor(session, { helper, withModule, env, password }) {
     this.session = session;
     this.helper = helper;
     this.shorts = path.join(session.folder, "sample-helper", "Shorts");
     this.#withModule = withModule;
     this.#env = env;
+    this.#password = password;
   }
 
   /**
@@ -68,8 +73,9 @@ export class TestSession {
    * @param helper      path of the helper program.
    * @param withModule  false to run OBS without the module, for comparisons.
    * @param extraEnv    environment variables for OBS and its helper besides those that every test session has.
+   * @param password    what obs-websocket asks for; nothing when undefined.
    */
-  static async create(name, { helper, withModule = true, extraEnv = {} }) {
+  static async create(name, { helper, withModule = true, extraEnv = {}, password }) {
     const folder = artefactsFolder(name);
     const env = {
       PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
@@ -91,7 +97,7 @@ export class TestSession {
       },
       env,
     });
-    return new TestSession(session, { helper, withModule, env });
+    return new TestSession(session, { helper, withModule, env, password });
   }
 
   /** Has OBS make a Replay Buffer from its first start on, so that the module need not ask for a restart. */
@@ -108,12 +114,13 @@ export class TestSession {
     this.#statusRunsBeforeStart = (await this.helperCalls("--status")).length;
     // Not the port of an earlier start: it stays taken for a while when OBS has closed the connections itself.
     const websocketPort = await findFreePort();
-    await this.session.home.setWebsocketPort(websocketPort);
+    await this.session.home.setWebsocketPort(websocketPort, this.#password);
     await this.session.startObs();
     if (this.#withModule) {
       await this.session.obs.waitForLine(/\[kestrune\] Kestrune loaded/, 5000);
     }
-    this.websocket = await connectWebsocket(websocketPort);
+    this.websocketAddress = `ws://127.0.0.1:${websocketPort}`;
+    this.websocket = await connectWebsocket(websocketPort, this.#password);
     this.dock = new Dock(this.websocket, this.session.input);
   }
 
@@ -188,10 +195,10 @@ export class TestSession {
     return command ? calls.filter(([first]) => first === command) : calls;
   }
 
-  /** Waits until no helper run is in flight. */
-  async waitForIdleHelper() {
+  /** Waits until no helper run is in flight; as long as `waitFor` does when no limit is given. */
+  async waitForIdleHelper(limitMs) {
     const isIdle = async () => (await this.session.obs.childCommands()).length === 0;
-    await waitFor("all helper runs to end", isIdle);
+    await waitFor("all helper runs to end", isIdle, { limitMs });
   }
 
   /** Paths of the finished Shorts, oldest first. */
