@@ -43,8 +43,8 @@ void Account::connectAccount()
 	connectButton_->setEnabled(false);
 	onLinkingStarted_();
 	status_.setStatus(u"Opening your browser…"_s, false);
-	// With a helper that is missing or does not start the run never ends, and linking stays closed until OBS is
-	// restarted: the status line says what to do, and whoever reinstalls the helper restarts OBS anyway.
+	// If the helper is missing or does not start, the run never ends and linking stays disabled until OBS restarts.
+	// The status line says what to do, and reinstalling the helper takes a restart anyway.
 	helper_.runHelper(
 		{u"--link"_s, u"--no-browser"_s}, [this](const QJsonObject &event) { onLinkEvent(event); },
 		[this](int) {
@@ -58,7 +58,7 @@ void Account::onLinkEvent(const QJsonObject &event)
 {
 	const QString kind = event[u"event"].toString();
 	if (kind == u"code") {
-		// While a browser opens, anything can happen, even the end of the dock.
+		// Opening a browser may run an event loop, which may destroy the dock.
 		const QPointer<Account> alive(this);
 		QDesktopServices::openUrl(QUrl(event[u"url"].toString()));
 		if (alive) {

@@ -11,21 +11,21 @@ class QLabel;
 class QPushButton;
 class StatusLine;
 
-/// The user's account with the helper: whether one is linked, and linking it.
+/// The user's linked account, and the button that links it.
 class Account : public QObject {
 public:
-	/// `onLinkingStarted` is called before a run that links, `onLinkingEnded` after its end.
+	/// `onLinkingStarted` is called before the helper run that links, `onLinkingEnded` after it.
 	Account(QBoxLayout *content, HelperRunner &helper, StatusLine &status, std::function<void()> onLinkingStarted,
 		std::function<void()> onLinkingEnded);
 
-	/// Whether an account is linked, as the helper last reported.
+	/// Whether the helper last reported a linked account.
 	bool isLinked() const { return linked_; }
-	/// Whether a run that links is under way.
+	/// Whether linking is under way.
 	bool isLinking() const { return linking_; }
 
-	/// Links an account: the helper names a web page, which opens in the user's browser.
+	/// Links an account: the helper names a web page, which opens in the browser.
 	void connectAccount();
-	/// Takes over what a "status" event says of the account.
+	/// Applies a "status" event to the account.
 	void applyStatus(const QJsonObject &status);
 
 private:

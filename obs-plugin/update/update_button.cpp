@@ -53,7 +53,7 @@ void UpdateButton::setUpdateButtonStyle(bool error)
 				    : u"QPushButton{background:#1d2a14;color:#b8ff6a;border:1px solid #4f7a2a;"
 				      "border-radius:6px;padding:4px;text-align:left}"
 				      "QPushButton:disabled{color:#b8ff6a}"_s;
-	// As on the status line: a download reports its progress often.
+	// Setting the same style sheet again is slow, and progress comes often.
 	if (button_->styleSheet() != style) {
 		button_->setStyleSheet(style);
 	}
