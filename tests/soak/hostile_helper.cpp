@@ -12,7 +12,7 @@
 namespace {
 constexpr int MiB = 1024 * 1024;
 
-/// Measures how long the event loop leaves a due timer waiting.
+/// Measures how late the event loop fires a due timer.
 class EventLoopGaps : public QObject {
 	Q_OBJECT
 
@@ -49,8 +49,8 @@ QByteArray someBytes(int size)
 }
 } // namespace
 
-/// Helpers that are broken or mean harm: the user interface answers while they write, memory stays bounded by the
-/// longest line, and the dock works on afterwards.
+/// Broken and malicious helpers: the user interface responds while they write, memory stays bounded by the longest
+/// line, and the dock keeps working.
 class HostileHelperTest : public DockTest {
 	Q_OBJECT
 
@@ -123,10 +123,9 @@ private Q_SLOTS:
 		qInfo("longest gap of the event loop %lld ms, %lld turns, peak memory +%lld MiB",
 		      static_cast<long long>(gaps.longest_ms()), static_cast<long long>(gaps.ticks()),
 		      static_cast<long long>(grown_KiB / 1024));
-		// Even then it answers: the longest is the parse of a line of 256 MiB.
+		// The longest gap: parsing a line of 256 MiB.
 		QVERIFY(gaps.longest_ms() < 10'000);
-		// The line in UTF-8 (its buffer grows by doubling) and what is parsed from it in UTF-16, twice while it
-		// grows.
+		// The line in UTF-8 (in a buffer that doubles) and its parsed text in UTF-16, twice while it grows.
 		QVERIFY2(grown_KiB < 7 * longestLine_bytes / 1024 + 32 * 1024, qPrintable(QString::number(grown_KiB)));
 
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));

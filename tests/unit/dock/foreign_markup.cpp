@@ -4,11 +4,11 @@
 
 #include "host/dock_test.hpp"
 
-/// Texts on the status line may hold markup, which Qt reads there as in every label: what it can and cannot do.
+/// Qt reads markup in status texts as in any label: what it can do there and what not.
 class ForeignMarkupTest : public DockTest {
 	Q_OBJECT
 
-	/// Whether the dock comes to show this text of the helper.
+	/// Waits until the dock shows this text of the helper.
 	bool showsOnTheStatusLine(const QString &text)
 	{
 		helper().on(u"--status"_s, HelperScript().hang());
