@@ -95,6 +95,28 @@ private Q_SLOTS:
 		QVERIFY(!stream.next());
 	}
 
+	void dropsALineThatIsTooLong_data()
+	{
+		QTest::addColumn<qsizetype>("piece_bytes");
+		QTest::newRow("at once") << 2 * EventStream::longestLine_bytes;
+		QTest::newRow("in pieces") << qsizetype{64 * 1024};
+	}
+	void dropsALineThatIsTooLong()
+	{
+		QFETCH(qsizetype, piece_bytes);
+		const auto line = [](qsizetype size_bytes) {
+			return "{\"a\":\"" + QByteArray(size_bytes - 8, 'x') + "\"}\n";
+		};
+		const QByteArray output =
+			line(EventStream::longestLine_bytes) + line(EventStream::longestLine_bytes + 1) + "{\"b\":2}\n";
+		QByteArrayList pieces;
+		for (qsizetype start = 0; start < output.size(); start += piece_bytes) {
+			pieces << output.mid(start, piece_bytes);
+		}
+		QCOMPARE(eventsOf(pieces).replace('|', ""),
+			 line(EventStream::longestLine_bytes).trimmed() + "{\"b\":2}");
+	}
+
 	void longOutputInSmallPiecesStaysLinear()
 	{
 		// Takes a second; searching the whole buffer for each chunk would take many minutes.
