@@ -2,7 +2,6 @@
 #include <QFormLayout>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -12,6 +11,7 @@
 #include "chat/chat_texts.hpp"
 #include "clip/account.hpp"
 #include "dock/dock_section.hpp"
+#include "dock/text_label.hpp"
 #include "helper/helper_runner.hpp"
 
 #include <chrono>
@@ -54,7 +54,7 @@ void ChatSection::buildForm(QFormLayout *form)
 	cap_ = newSpinBox(0, 100, defaultCap);
 	cap_->setSpecialValueText(u"No cap"_s);
 	auto *saveButton = new QPushButton(u"Save chat settings"_s);
-	state_ = new QLabel(u"Off. Connect your Twitch-linked account to use it."_s);
+	state_ = new TextLabel(u"Off. Connect your Twitch-linked account to use it."_s);
 	state_->setWordWrap(true);
 	state_->setOpenExternalLinks(true);
 	state_->setTextFormat(Qt::RichText);

@@ -10,10 +10,10 @@ class QBoxLayout;
 class QCheckBox;
 class QFormLayout;
 class QJsonObject;
-class QLabel;
 class QLineEdit;
 class QSpinBox;
 class QTimer;
+class TextLabel;
 
 /// The section "Twitch chat command": shows the settings, which the helper stores, and polls for uses of the command.
 class ChatSection : public QObject {
@@ -43,7 +43,7 @@ private:
 	QLineEdit *command_{nullptr};
 	QSpinBox *cooldown_{nullptr};
 	QSpinBox *cap_{nullptr};
-	QLabel *state_{nullptr};
+	TextLabel *state_{nullptr};
 	QTimer *triggerTimer_{nullptr};
 	/// The helper last reported the command as enabled and granted.
 	bool active_{false};

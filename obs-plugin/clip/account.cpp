@@ -1,7 +1,6 @@
 #include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QJsonObject>
-#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QUrl>
@@ -10,6 +9,7 @@
 #include "clip/clip_texts.hpp"
 #include "dock/shown_text.hpp"
 #include "dock/status_line.hpp"
+#include "dock/text_label.hpp"
 #include "helper/helper_runner.hpp"
 
 using namespace Qt::StringLiterals;
@@ -23,7 +23,7 @@ Account::Account(QBoxLayout *content, HelperRunner &helper, StatusLine &status, 
 {
 	auto *row = new QHBoxLayout;
 	row->setSpacing(4);
-	label_ = new QLabel(u"Not connected"_s);
+	label_ = new TextLabel(u"Not connected"_s);
 	label_->setWordWrap(true);
 	row->addWidget(label_, 1);
 	connectButton_ = new QPushButton(u"Connect account"_s);
@@ -76,10 +76,11 @@ void Account::applyStatus(const QJsonObject &status)
 	linked_ = status[u"linked"].toBool();
 	connectButton_->setVisible(!linked_);
 	if (linked_) {
-		label_->setText(u"Connected as @"_s + shownText(status[u"login"].toString()) +
-				(status[u"offline"].toBool() ? u" (offline)"_s : QString()));
+		label_->showText(u"Connected as @"_s + shownText(status[u"login"].toString()) +
+				 (status[u"offline"].toBool() ? u" (offline)"_s : QString()));
 	} else {
-		label_->setText(status[u"error"].toString() == u"revoked" ? u"This device was revoked. Connect again."_s
-									  : u"Not connected"_s);
+		label_->showText(status[u"error"].toString() == u"revoked"
+					 ? u"This device was revoked. Connect again."_s
+					 : u"Not connected"_s);
 	}
 }

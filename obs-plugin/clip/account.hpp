@@ -7,9 +7,9 @@
 class HelperRunner;
 class QBoxLayout;
 class QJsonObject;
-class QLabel;
 class QPushButton;
 class StatusLine;
+class TextLabel;
 
 /// The user's linked account, and the button that links it.
 class Account : public QObject {
@@ -35,7 +35,7 @@ private:
 	StatusLine &status_;
 	std::function<void()> onLinkingStarted_{};
 	std::function<void()> onLinkingEnded_{};
-	QLabel *label_{nullptr};
+	TextLabel *label_{nullptr};
 	QPushButton *connectButton_{nullptr};
 	bool linked_{false};
 	bool linking_{false};

@@ -19,10 +19,14 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
+constexpr int smallestBox_px = 80;
+
 QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
+	// A box is at least as wide as its longest entry, and the helper may name any.
+	box->setMinimumWidth(smallestBox_px);
 	form->addRow(label, box);
 	return box;
 }

@@ -59,7 +59,7 @@ void RecentSection::showRecent(const QJsonObject &event)
 		const QString path = clip[u"path"].toString();
 		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
 		item->setData(Qt::UserRole, path);
-		item->setToolTip(shownText(path));
+		item->setToolTip(shownToolTip(path));
 		list_->addItem(item);
 	}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <obs.h>
@@ -25,7 +26,7 @@ std::optional<HotkeyInfo> findHotkey(const char *name);
 /// Registers another owner's hotkey, bound to `combination`.
 obs_hotkey_id addForeignHotkey(const char *name, const char *description, const obs_key_combination &combination);
 
-void bindHotkey(obs_hotkey_id id, std::initializer_list<obs_key_combination> combinations);
+void bindHotkey(obs_hotkey_id id, const QList<obs_key_combination> &combinations);
 
 /// The bound combinations as modifier bits and key name: "6 OBS_KEY_C".
 QStringList boundCombinations(obs_hotkey_id id);
