@@ -1,13 +1,14 @@
-// What the members of an answer promise, and whether it holds: files that are there, links that lead somewhere.
+// Checks what an answer's members promise: that files exist and links are valid.
 
-import { open, realpath, stat } from "node:fs/promises";
+import { realpath, stat } from "node:fs/promises";
 import path from "node:path";
 import { dockChoices } from "./choices.mjs";
 import { error, warning } from "./findings.mjs";
 import { complaintsAboutMarkup } from "./markup.mjs";
 import { nearest } from "./near.mjs";
+import { complaintsAboutPicture } from "./picture.mjs";
 
-/** The list `value`, or an empty one: the dock reads members of a wrong type as if they were missing. */
+/** `value`, or an empty list: the dock reads members of a wrong type as missing. */
 function listOf(value) {
   return Array.isArray(value) ? value : [];
 }
@@ -95,24 +96,12 @@ async function recent(event) {
   return findings;
 }
 
-// How files begin that every Qt can read: PNG, JPEG, GIF, BMP.
-const pictureBeginnings = ["89504e470d0a1a0a", "ffd8ff", "47494638", "424d"];
-
-async function isPicture(file) {
-  const handle = await open(file);
-  const { buffer } = await handle.read(Buffer.alloc(8), 0, 8, 0).finally(() => handle.close());
-  return pictureBeginnings.some((beginning) => buffer.toString("hex").startsWith(beginning));
-}
-
 async function preview(event) {
   if (!event.path) {
     return [warning(`"preview" names no "path", so the preview is hidden`)];
   }
   const findings = await complaintsAboutFile(`"path" of "preview"`, event.path);
-  if (findings.length === 0 && path.isAbsolute(event.path) && !(await isPicture(event.path))) {
-    findings.push(warning(`the preview is no PNG, JPEG, GIF or BMP file, and may be hidden: ${event.path}`));
-  }
-  return findings;
+  return findings.length === 0 && path.isAbsolute(event.path) ? complaintsAboutPicture(event.path) : findings;
 }
 
 function chat(event) {
@@ -177,7 +166,7 @@ function failure(event) {
 
 const checks = { status, code, recent, preview, chat, done, triggers, update, downloaded, error: failure };
 
-/** What is wrong with what an event promises: a list of findings. `replay` is the video that the helper was given. */
+/** The promises that an event breaks, as findings. `replay` is the video that the helper was given. */
 export async function brokenPromises(event, { replay }) {
   return [...((await checks[event.event]?.(event, { replay })) ?? []), ...complaintsAboutMarkup(event)];
 }

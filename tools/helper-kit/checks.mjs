@@ -1,4 +1,4 @@
-// A command's runs, one round after the other, and everything that is wrong with them, causes first.
+// Runs a command in rounds and collects everything that is wrong, causes first.
 
 import { brokenPromises } from "./answers.mjs";
 import { commands, futureCommand } from "./commands.mjs";
@@ -60,7 +60,7 @@ function toldFailures(command, events, { offersUpdate }) {
     .map((event) => warning(`it ends in an "error" event; the user reads: ${event.error}`));
 }
 
-/** Runs the helper once; answers `findings` and `events`. */
+/** Runs the helper once; returns `findings` and `events`. */
 export async function checkRun(session, command, args) {
   const run = await runHelper(session.program, args, {
     ...session,
@@ -108,7 +108,7 @@ function complaintsAboutRepeatedTriggers(polls) {
     : [];
 }
 
-/** Runs the argument lists of a round at the same time; answers what came of each. */
+/** Runs the argument lists of a round at the same time; returns what came of each. */
 async function runRound(session, command, round) {
   let results = [];
   const runAll = async () => {
@@ -121,7 +121,7 @@ async function runRound(session, command, round) {
   return { findings: await watchFile(session.replay, runAll), results };
 }
 
-/** Runs all rounds of `command`; answers `findings` and the `events` of all runs. */
+/** Runs all rounds of `command`; returns `findings` and the `events` of all runs. */
 export async function checkRounds(session, command) {
   const findings = [];
   const told = [];
@@ -133,7 +133,7 @@ export async function checkRounds(session, command) {
       findings.push(...(alone ? found : found.map((each) => ({ ...each, atOnce: true }))));
     }
     told.push(...results.map(({ events }) => events));
-    // What goes wrong for one run goes wrong for two, and a helper that hangs would hang again.
+    // More runs would fail the same way or hang again.
     if (findings.some(isError)) {
       break;
     }

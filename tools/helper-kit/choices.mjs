@@ -1,4 +1,4 @@
-// What the dock offers by itself before the helper has named its own choices: keys and the names that they are shown by.
+// The dock's own choices, until the helper names others: keys and their display names.
 
 export const dockChoices = {
   layouts: {
@@ -14,7 +14,7 @@ export const dockChoices = {
 
 export const noCaptions = "none";
 
-/** The keys on offer after this `status` event (which may be missing), by member. */
+/** The keys on offer after this `status` event (may be undefined), by member. */
 export function offeredChoices(status) {
   const offered = {};
   for (const [member, names] of Object.entries(dockChoices)) {

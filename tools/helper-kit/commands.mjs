@@ -1,4 +1,4 @@
-// The commands as the dock sends them, and what a missing answer costs the user.
+// The dock's commands, and what a missing answer costs the user.
 
 import { noCaptions } from "./choices.mjs";
 
@@ -12,7 +12,7 @@ function processRounds({ choices, replay }) {
     [[...start, "30", "--scene", "obs", ...look(choices), "--caption-position", "auto"]],
     [
       [...start, "60", "--scene", "obs", ...look(choices, noCaptions)],
-      // Choices that are empty are left out.
+      // Empty choices are left out.
       [...start, "120", "--scene", "obs", "--caption-position", "bottom"],
     ],
   ];

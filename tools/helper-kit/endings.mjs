@@ -65,7 +65,7 @@ export function complaintsAboutEnd(run, output) {
 const longEnoughToNotice_ms = 1000;
 const atTheSameTime_ms = 100;
 
-/** Several events that came together at the very end of a run that took its time were most likely not flushed. */
+/** Several events that all came at the end of a long run were probably not flushed. */
 export function complaintsAboutFlushing({ durationMs }, { events }) {
   const [first, last] = [events.at(0), events.at(-1)];
   const together = events.length > 1 && last.atMs - first.atMs < atTheSameTime_ms;

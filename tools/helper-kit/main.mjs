@@ -7,7 +7,7 @@ import { checkHelper } from "./session.mjs";
 // Whoever reads the report may stop early, as `head` does.
 process.stdout.on("error", () => process.exit(1));
 
-/** Checks the helper that the arguments name; answers the exit code that `usage` explains. */
+/** Checks the helper that the arguments name; returns the exit code that `usage` explains. */
 export async function main(args) {
   try {
     const options = readOptions(args);

@@ -1,4 +1,4 @@
-// From what a run wrote to its events, and what is wrong with either.
+// Reads the events from a run's output, and what is wrong with them.
 
 import { error, quoted, warning } from "./findings.mjs";
 import { linesOfOneText, slipOf, textBeforeEvent } from "./json-slips.mjs";
@@ -8,13 +8,14 @@ import { allKinds, complaintsAbout, isObject, kindsOf } from "./schema.mjs";
 // Qt takes a byte order mark before JSON for what it is, and so does this.
 const utf8 = new TextDecoder("utf-8", { fatal: true });
 const dropped = "The dock drops such a line.";
+const longestLine_bytes = 8 * 1024 * 1024;
 
 function complaintAboutNonJson(text) {
   const before = textBeforeEvent(text);
   if (before !== undefined) {
     return error(`text stands before the event on its line: ${JSON.stringify(before)} in ${quoted(text)}`, dropped);
   }
-  // A brace tells an event that went wrong from a stray print.
+  // Without a brace it is a stray print, not a broken event.
   return text.startsWith("{")
     ? error(`a line is not JSON: ${slipOf(text)}: ${quoted(text)}`, dropped)
     : warning(`a line is not JSON; the dock drops it, log to a file instead: ${quoted(text)}`);
@@ -112,7 +113,7 @@ function decoded(bytes) {
 }
 
 /**
- * Reads the lines of a run of `command`. Answers `events`, those that the dock acts on, each with `atMs`; `spoke`,
+ * Reads the lines of a run of `command`. Returns `events`, those that the dock acts on, each with `atMs`; `spoke`,
  * whether there was any object at all; and `findings`.
  */
 export function readOutput(command, { lines, rest }) {
@@ -127,7 +128,11 @@ export function readOutput(command, { lines, rest }) {
   if (texts.includes(undefined)) {
     findings.push(error("a line is not UTF-8", dropped));
   }
-  const readable = texts.map((text) => text ?? "");
+  const tooLong = lines.find(({ bytes }) => bytes.length > longestLine_bytes);
+  if (tooLong) {
+    findings.push(error(`a line has ${tooLong.bytes.length} bytes; 8 MiB are the most`, dropped));
+  }
+  const readable = texts.map((text, index) => (lines[index].bytes.length > longestLine_bytes ? "" : (text ?? "")));
   for (let index = 0; index < lines.length;) {
     const { event, finding, count } = readLine(readable, index);
     findings.push(...(finding ? [finding] : []));

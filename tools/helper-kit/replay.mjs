@@ -1,4 +1,4 @@
-// The replay that the helper is given, and proof that it was left alone.
+// The replay for the helper, and proof that it stays unchanged.
 
 import { createHash } from "node:crypto";
 import { copyFile, mkdir, readFile } from "node:fs/promises";
@@ -9,9 +9,9 @@ import { error } from "./findings.mjs";
 /** There is no video to make Shorts of; the message says why. */
 export class NoReplay extends Error {}
 
-/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path, or throws NoReplay. */
+/** Copies `source`, or a test video, into `folder`; returns its path or throws NoReplay. */
 export async function prepareReplay(folder, source) {
-  // Replays have blanks in their names, and people have names that are not ASCII.
+  // Replay names contain spaces, and people's names are not always ASCII.
   const home = path.join(folder, "Ana Peña");
   await mkdir(home);
   const replay = path.join(home, `Replay 2026-01-31 20-15-00${source ? path.extname(source) : ".mkv"}`);
@@ -32,7 +32,7 @@ async function fingerprint(file) {
     .digest("hex");
 }
 
-/** Calls `work` and answers a list of findings: empty when `file` is the same after it. */
+/** Calls `work`; returns findings unless `file` is unchanged. */
 export async function watchFile(file, work) {
   const before = await fingerprint(file);
   await work();

@@ -14,7 +14,7 @@ function outputLines({ lines, rest }) {
   return rest.length > 0 ? [...texts, `out  ${rest.toString()} (without a newline)`] : texts;
 }
 
-/** Equal findings of several runs are one; it matters whether a lone run shows them, too. */
+/** Merges equal findings of several runs, and notes which occur only in overlapping runs. */
 function summedUp(findings) {
   const alone = new Set(findings.filter(({ atOnce }) => !atOnce).map(({ text }) => text));
   const unique = new Map(findings.map((finding) => [finding.text, finding]));

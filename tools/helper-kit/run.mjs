@@ -1,4 +1,4 @@
-// One run of a helper, started as the dock starts it.
+// Runs a helper as the dock does.
 
 import { spawn } from "node:child_process";
 
@@ -6,7 +6,7 @@ const newline = 0x0a;
 const keptErrorOutput = 65_536;
 const timeToEnd_ms = 1000;
 
-/** Cuts what comes in into lines, as the dock does: what follows the last newline is never read. */
+/** Splits input into lines as the dock does: bytes after the last newline are ignored. */
 class Lines {
   complete = [];
   rest = Buffer.alloc(0);
@@ -20,7 +20,7 @@ class Lines {
   }
 }
 
-/** Ends a run that took too long. Answers, by `outcome`, whether it had only been waiting for input. */
+/** Ends a run that took too long; notes in `outcome` whether it had only been waiting for input. */
 function endOverdue(child, outcome) {
   outcome.timedOut = true;
   child.once("exit", () => {
@@ -32,10 +32,10 @@ function endOverdue(child, outcome) {
 
 function start(program, args, workingFolder) {
   try {
-    // Standard input is an open pipe that nothing is written to.
+    // As in the dock, standard input is a pipe that stays open and empty.
     return { child: spawn(program, args, { cwd: workingFolder, stdio: "pipe", windowsHide: true }) };
   } catch (startError) {
-    // Some reasons are thrown, others come as an event.
+    // Some start errors are thrown, others arrive as an event.
     return { startError };
   }
 }
@@ -57,7 +57,7 @@ function whenEnded(child, finish) {
   child.on("error", (startError) => finish({ startError }));
   child.on("exit", (exitCode, signal) => {
     const end = () => finish({ exitCode, signal });
-    // The last output may still be in the pipe; but programs that the helper leaves behind may hold it open.
+    // Output may still be in the pipe; but orphaned children of the helper may hold it open.
     const patience = setTimeout(end, timeToEnd_ms);
     child.on("close", () => {
       clearTimeout(patience);
@@ -70,7 +70,7 @@ function whenEnded(child, finish) {
  * Runs `program` to its end, or ends it after `limitMs`. `onOutput`, when given, is called with the lines so far
  * whenever there is more output.
  *
- * Answers `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
+ * Returns `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
  * `exitCode` or `signal`, `timedOut`, `waitedForInput` (it ended once its input did), `durationMs`, `errorOutput` (the
  * last 64 KiB of text); or only `startError` when it could not be started.
  */

@@ -1,4 +1,4 @@
-// The schema of the events, and what it has against an event in plain words.
+// The events' schema, and its complaints in plain words.
 
 import { readFileSync } from "node:fs";
 import { error, quoted, warning } from "./findings.mjs";
@@ -117,7 +117,7 @@ function complaintsAboutValue(where, name, schema, value) {
   }
 }
 
-/** What is wrong with an event of a known kind: a list of findings, misspelt members first. */
+/** What is wrong with an event of a known kind, as findings, misspelt members first. */
 export function complaintsAbout(event) {
   const kind = event.event;
   return complaintsAboutObject(`"${kind}"`, { prefix: "", where: `of "${kind}"` }, definitions[kind], event);

@@ -1,4 +1,4 @@
-// A whole check: which commands are run, in which order, and what is told about each.
+// Checks a helper: which commands run, in which order, and what is reported.
 
 import { existsSync } from "node:fs";
 import { mkdir, mkdtemp, readdir, rm } from "node:fs/promises";
@@ -12,14 +12,14 @@ import { error, warning } from "./findings.mjs";
 import { complaintsAboutProgram } from "./program.mjs";
 import { NoReplay, prepareReplay } from "./replay.mjs";
 
-/** Why `command` is not run although nobody asked for others alone; undefined when it is run. */
+/** Why `command` is skipped; undefined if it runs. */
 function reasonToSkip(command, { all, only, linked }) {
   const changes =
     command === "--process" && linked ? "an account is linked, the Short may be uploaded" : commands[command].changes;
   return changes && !all && only.length === 0 ? `${changes}; only with --all or --only ${command.slice(2)}` : undefined;
 }
 
-/** Lets the person who runs the check confirm the link; the dock would open the address by itself. */
+/** Asks the user to confirm the link, whose address the dock would open itself. */
 function announceCode(report) {
   let announced = false;
   return (lines) => {
@@ -84,7 +84,7 @@ function learn(session, events) {
     });
 }
 
-/** Checks one command; answers whether that was possible. */
+/** Checks one command; returns whether that was possible. */
 async function checkAndTell(session, command) {
   const { report } = session;
   try {
@@ -101,7 +101,7 @@ async function checkAndTell(session, command) {
   }
 }
 
-/** Answers the exit code. */
+/** Returns the exit code. */
 async function checkAll(session) {
   const { report } = session;
   let complete = true;
@@ -118,7 +118,7 @@ async function checkAll(session) {
   return report.errors > 0 ? 1 : complete ? 0 : 2;
 }
 
-/** Checks the helper that the options name; `report` is told all of it. Answers the exit code. */
+/** Checks the helper that the options name; `report` is told all of it. Returns the exit code. */
 export async function checkHelper(options, report) {
   const slips = complaintsAboutProgram(options.program);
   if (slips.length > 0) {

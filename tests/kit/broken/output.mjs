@@ -50,6 +50,11 @@ export const brokenOutput = [
   ["ends lines as old Macs did", `printf '%s\\r' '${right}' '${right}'`, "lines end in a carriage return alone"],
   ["forgets the last newline", `printf '%s' '${right}'`, `the last line has no newline at its end`],
   [
+    "writes a line without end",
+    `printf '{"event":"recent","folder":"%s"}\\n' "$(head -c 9000000 /dev/zero | tr '\\0' x)"`,
+    "a line has 9000030 bytes; 8 MiB are the most",
+  ],
+  [
     "prints its usage",
     "echo 'Usage: helper FILE'",
     "a line is not JSON; the dock drops it, log to a file instead: Usage:",
