@@ -64,12 +64,13 @@ export function complaintsAboutEnd(run, output) {
 
 const longEnoughToNotice_ms = 1000;
 const atTheSameTime_ms = 100;
+const atTheEnd = 0.8;
 
 /** Several events that all came at the end of a long run were probably not flushed. */
 export function complaintsAboutFlushing({ durationMs }, { events }) {
   const [first, last] = [events.at(0), events.at(-1)];
   const together = events.length > 1 && last.atMs - first.atMs < atTheSameTime_ms;
-  if (together && durationMs > longEnoughToNotice_ms && durationMs - first.atMs < atTheSameTime_ms) {
+  if (together && durationMs > longEnoughToNotice_ms && first.atMs > atTheEnd * durationMs) {
     return [
       warning(
         `all ${events.length} events came at once, at the end of a run of ${seconds(durationMs)}: ` +

@@ -189,9 +189,9 @@ export class TestSession {
     return command ? calls.filter(([first]) => first === command) : calls;
   }
 
-  async waitForIdleHelper(limitMs) {
+  async waitForIdleHelper() {
     const isIdle = async () => (await this.session.obs.childCommands()).length === 0;
-    await waitFor("all helper runs to end", isIdle, { limitMs });
+    await waitFor("all helper runs to end", isIdle);
   }
 
   /** Paths of the finished Shorts, oldest first. */
