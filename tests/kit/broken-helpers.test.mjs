@@ -94,6 +94,17 @@ describe("check-helper", () => {
     );
   });
 
+  it("tells once what is wrong with many lines", async (t) => {
+    const { output } = await check(
+      t,
+      "recent",
+      `for i in {1..30}; do echo "step $i"; echo '{"event":"recent",}'; done`,
+    );
+    assert.match(output, /^error .*: there is a comma before a closing bracket: .* \(and 29 more like it\)\n/);
+    assert.match(output, /\nwarning .*: step 1 \(and 29 more like it\)\n/);
+    assert.match(output, /\nerrors: 1, warnings: 1,/);
+  });
+
   it("quotes whole lines", async (t) => {
     const line = `{"event":"recent","folder":"${"x".repeat(500)}",}`;
     const { output } = await check(t, "recent", `echo '${line}'`);

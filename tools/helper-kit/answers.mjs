@@ -13,10 +13,16 @@ function listOf(value) {
   return Array.isArray(value) ? value : [];
 }
 
+/** Paths that are full on no system break the schema. */
+function complaintsAboutForeignPath(what, file) {
+  return typeof file === "string" && path.win32.isAbsolute(file)
+    ? [error(`${what} is a path of another system: ${file}`)]
+    : [];
+}
+
 async function complaintsAboutFile(what, file) {
-  // Other paths are against the schema.
   if (typeof file !== "string" || !path.isAbsolute(file)) {
-    return [];
+    return complaintsAboutForeignPath(what, file);
   }
   // eslint-disable-next-line no-control-regex
   if (/[\x00-\x1f]/.test(file)) {
@@ -81,7 +87,9 @@ async function recent(event) {
   const findings = [];
   if (!event.folder) {
     findings.push(warning(`"folder" is empty: "Open output folder" does nothing`));
-  } else if (typeof event.folder === "string" && path.isAbsolute(event.folder)) {
+  } else if (typeof event.folder !== "string" || !path.isAbsolute(event.folder)) {
+    findings.push(...complaintsAboutForeignPath(`"folder"`, event.folder));
+  } else {
     const found = await stat(event.folder).catch(() => undefined);
     if (!found?.isDirectory()) {
       findings.push(error(`"folder" names a folder that is not there: ${event.folder}`));

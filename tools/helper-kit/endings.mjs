@@ -34,7 +34,7 @@ export function complaintsAboutErrorOutput({ errorOutput }, { spoke }) {
 function complaintAboutHang({ waitedForInput, durationMs }, { spoke }) {
   const told = spoke ? "after its answer" : "and told nothing";
   return waitedForInput
-    ? error(`it waits for the end of its standard input ${told}; the dock leaves that open and waits for ever`)
+    ? error("it waits for standard input to end; the dock never writes to it, leaves it open and waits for ever")
     : error(`it did not end within ${seconds(durationMs)} ${told}, and was killed; the dock waits for ever`);
 }
 
@@ -49,7 +49,7 @@ export function complaintsAboutEnd(run, output) {
     return [
       error(
         `it ${how} without an event${lastWords(run)}`,
-        `The user reads "The Kestrune helper stopped unexpectedly (code ${exitCode ?? "…"}). …".`,
+        `The user reads "The Kestrune helper stopped unexpectedly${signal ? "" : ` (code ${exitCode})`} …".`,
       ),
     ];
   }

@@ -43,6 +43,7 @@ function slipAfterObject(rest) {
 
 /** Slips that show in the text itself, the most telling first. */
 const slips = [
+  [/[{,:]\s*[“”„‘’]/, "it has curly quotes, but JSON has straight ones"],
   [/^\{\s*'/, "names and texts stand in single quotes, but JSON has double ones (Python: json.dumps)"],
   [/[:[,]\s*(True|False|None)\b/, "True, False and None are Python's; JSON has true, false and null (json.dumps)"],
   [/[:[,]\s*-?(NaN|Infinity)\b/, "JSON has no NaN and no Infinity"],

@@ -168,6 +168,12 @@ export const brokenMembers = [
     `"folder" names a folder that is not there: /nowhere`,
   ],
   [
+    "names a folder of another system",
+    "recent",
+    `{"event":"recent","folder":"D:/Shorts"}`,
+    `"folder" is a path of another system: D:/Shorts`,
+  ],
+  [
     "names a folder of its own",
     "recent",
     `{"event":"recent","folder":"Shorts"}`,

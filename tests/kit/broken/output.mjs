@@ -12,6 +12,7 @@ export const brokenOutput = [
     `${notJson} there is a comma before a closing bracket`,
   ],
   ["prints a Python object", `echo "{'event': 'recent'}"`, `${notJson} names and texts stand in single quotes`],
+  ["writes typographic quotes", `echo '{“event”:“recent”}'`, `${notJson} it has curly quotes`],
   [
     "writes Python's words",
     `echo '{"event": "recent", "items": None}'`,
@@ -44,6 +45,11 @@ export const brokenOutput = [
   ["writes a word", `echo '"recent"'`, `a line is JSON but no object: "recent"`],
   ["encodes twice", `printf '%s\\n' '"{\\"event\\":\\"recent\\"}"'`, "an event was encoded twice"],
   ["indents its JSON", `printf '{\\n  "event": "recent",\\n  "items": [\\n  ]\\n}\\n'`, "JSON goes over several lines"],
+  [
+    "indents its JSON, and forgets the last newline",
+    `printf '{\\n  "event": "recent",\\n  "items": []\\n}'`,
+    "JSON goes over several lines",
+  ],
   ["writes UTF-16", `printf '\\xff\\xfe{\\0"\\0e\\0'`, "the output is UTF-16; write UTF-8"],
   ["writes UTF-16 without a mark", `printf '{\\0"\\0e\\0\\n\\0'`, "the output is UTF-16; write UTF-8"],
   ["writes Latin-1", `printf '{"event":"recent","folder":"/\\xe9"}\\n'`, "a line is not UTF-8"],

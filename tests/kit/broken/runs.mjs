@@ -40,13 +40,7 @@ export const brokenRuns = [
   ["crashes", "recent", "kill -SEGV $$", "it crashed (SIGSEGV) without an event"],
   ["hangs", "recent", "exec sleep infinity", "it did not end within", ["--timeout", "1"]],
   ["hangs after its answer", "recent", `${right}; exec sleep infinity`, "it did not end within", ["--timeout", "1"]],
-  [
-    "waits for input",
-    "recent",
-    `cat >/dev/null; ${right}`,
-    "it waits for the end of its standard input",
-    ["--timeout", "1"],
-  ],
+  ["waits for input", "recent", `cat >/dev/null; ${right}`, "it waits for standard input to end", ["--timeout", "1"]],
   ["forgets --status", "status", "true", `no "status" event came: the dock goes on showing "Starting…"`],
   ["forgets --process", "process", "true", `no "done" or "pending" or "error" event came: the dock goes on showing`],
   [
