@@ -33,7 +33,7 @@ describe("check-helper and the sample helper", () => {
     assert.equal(exitCode, 0);
     const shorts = (await readdir(path.join(home, "Shorts"))).map((name) => path.join(home, "Shorts", name));
     assert.equal(shorts.length, 3);
-    shorts.forEach((short) => assert.ok(output.includes(`\nmade, and left there: ${short}\n`), output));
+    shorts.forEach((short) => assert.ok(output.includes(`\nnew Short: ${short}\n`), output));
   });
 
   it("leaves an account alone unless asked", async (t) => {
@@ -140,8 +140,8 @@ describe("check-helper", () => {
     await writeFile(path.join(folder, "a.mp4"), "not looked at");
     const lines = `echo '{"event":"done","formatted":["${folder}/a.mp4","/nowhere/b.mp4"]}'`;
     const { output } = await checkLines(t, "process", lines, ["--replay", path.join(folder, "a.mp4")]);
-    assert.ok(output.includes(`\nmade, and left there: ${folder}/a.mp4\n`), output);
-    assert.doesNotMatch(output, /left there: \/nowhere/);
+    assert.ok(output.includes(`\nnew Short: ${folder}/a.mp4\n`), output);
+    assert.doesNotMatch(output, /new Short: \/nowhere/);
   });
 
   it("takes an unknown command that ends well or tells an error", async (t) => {
@@ -196,7 +196,7 @@ describe("check-helper --only chat-set", () => {
   });
 
   const wrongs = [
-    ["forgets them", ":", answer, `--chat-get tells something else afterwards: "per_stream_cap" is 100, not 99`],
+    ["forgets them", ":", answer, `--chat-get then reports something else: "per_stream_cap" is 100, not 99`],
     [
       "refuses them",
       ":",
@@ -213,7 +213,7 @@ describe("check-helper --only chat-set", () => {
       "keeps the change",
       `[[ $2 == *99* ]] && printf '%s' "$2" >"$here/stored"`,
       answer,
-      `the settings could not be put back as they were: ${stored}`,
+      `the settings could not be restored: ${stored}`,
     ],
   ];
   for (const [what, store, reply, said] of wrongs) {
@@ -226,7 +226,7 @@ describe("check-helper --only chat-set", () => {
 
   it("leaves settings alone that could not be put back", async (t) => {
     const { exitCode, output } = await checkLines(t, "chat-set", `echo '{"event":"chat","error":"no network"}'`);
-    assert.match(output, /^warning {3}--chat-set: not run: --chat-get tells no settings that could be put back\n/);
+    assert.match(output, /^warning {3}--chat-set: not run: --chat-get reports no settings to restore\n/);
     assert.equal(exitCode, 0);
   });
 });
@@ -240,16 +240,20 @@ describe("check-helper's command line", () => {
 
   const wrongs = [
     ["no program", [], "name the program to check"],
-    ["a program that is not there", ["/nowhere"], "the program /nowhere is not there"],
-    ["a folder", ["/tmp"], "the program /tmp is no file"],
-    ["two programs", ["/bin/sh", "helper.sh"], `name one program; the dock starts it by itself, without "helper.sh"`],
-    ["an unknown option", ["/bin/true", "--fast"], "there is no option --fast"],
-    ["a misspelt option", ["/bin/true", "--verbos"], "there is no option --verbos; did you mean --verbose?"],
+    ["a program that does not exist", ["/nowhere"], "the program /nowhere does not exist"],
+    ["a folder", ["/tmp"], "the program /tmp is not a file"],
+    [
+      "two programs",
+      ["/bin/sh", "helper.sh"],
+      `name one program; the dock starts it without further arguments such as "helper.sh"`,
+    ],
+    ["an unknown option", ["/bin/true", "--fast"], "unknown option --fast"],
+    ["a misspelt option", ["/bin/true", "--verbos"], "unknown option --verbos; did you mean --verbose?"],
     ["an option without its value", ["/bin/true", "--only"], "Option '--only <value>' argument missing"],
-    ["an unknown command", ["/bin/true", "--only", "clip"], "there is no command --clip: --status --link"],
-    ["a misspelt command", ["/bin/true", "--only", "recents"], "there is no command --recents; did you mean --recent?"],
+    ["an unknown command", ["/bin/true", "--only", "clip"], "unknown command --clip: --status --link"],
+    ["a misspelt command", ["/bin/true", "--only", "recents"], "unknown command --recents; did you mean --recent?"],
     ["no time", ["/bin/true", "--timeout", "0"], `--timeout needs a number of seconds, not "0"`],
-    ["a replay that is not there", ["/bin/true", "--replay", "/a.mkv"], "the replay /a.mkv is not there"],
+    ["a replay that does not exist", ["/bin/true", "--replay", "/a.mkv"], "the replay /a.mkv does not exist"],
   ];
   for (const [what, args, said] of wrongs) {
     it(`refuses ${what} in one line`, async () => {
@@ -263,7 +267,10 @@ describe("check-helper's command line", () => {
 
   it("says in the build root that it sees the checkout alone", async () => {
     const { errorOutput } = await checkHelper(["/home/ana/helper"], { KESTRUNE_ROOT_ID: "forky-0 made today" });
-    assert.match(errorOutput, /is not there, as the build root sees only the checkout: leave out \.\/run shell/);
+    assert.match(
+      errorOutput,
+      /does not exist in the build root, which contains only the checkout: leave out \.\/run shell/,
+    );
   });
 
   it("lets a helper write as much as it likes to its error stream", async (t) => {

@@ -27,11 +27,11 @@ async function complaintsAboutFile(what, file) {
   // eslint-disable-next-line no-control-regex
   if (/[\x00-\x1f]/.test(file)) {
     const text = JSON.stringify(file);
-    return [error(`${what} holds a control character; was a backslash not doubled? ${text}`)];
+    return [error(`${what} contains a control character; is a backslash not doubled? ${text}`)];
   }
   const found = await stat(file).catch(() => undefined);
   if (!found) {
-    return [error(`${what} names a file that is not there: ${file}`)];
+    return [error(`${what} names a file that does not exist: ${file}`)];
   }
   if (!found.isFile()) {
     return [error(`${what} names a folder where a file is wanted: ${file}`)];
@@ -74,7 +74,7 @@ function complaintsAboutChoices(event) {
 function status(event) {
   const findings = complaintsAboutChoices(event);
   if (!("linked" in event)) {
-    findings.push(warning(`"status" does not tell "linked": the dock shows "Not connected"`));
+    findings.push(warning(`"status" lacks "linked": the dock shows "Not connected"`));
   } else if (event.linked === true && !event.login) {
     findings.push(warning(`an account is linked but "login" is empty: the dock shows "Connected as @"`));
   } else if (event.linked === false && event.error && event.error !== "revoked") {
@@ -92,7 +92,7 @@ async function recent(event) {
   } else {
     const found = await stat(event.folder).catch(() => undefined);
     if (!found?.isDirectory()) {
-      findings.push(error(`"folder" names a folder that is not there: ${event.folder}`));
+      findings.push(error(`"folder" names a folder that does not exist: ${event.folder}`));
     }
   }
   for (const [index, item] of listOf(event.items).entries()) {
@@ -140,7 +140,7 @@ async function done(event, { replay }) {
 
 function triggers(event) {
   if (!("triggers" in event)) {
-    return [warning(`"triggers" does not tell "triggers": no clip is made`)];
+    return [warning(`"triggers" lacks "triggers": no clip is made`)];
   }
   const nobody = listOf(event.triggers).some((each) => each?.by === "");
   return nobody ? [warning(`"by" is empty: the dock shows "Clipped from chat by @."`)] : [];
@@ -148,7 +148,7 @@ function triggers(event) {
 
 function complaintsAboutVersion({ latest }) {
   return typeof latest === "string" && latest !== latest.trim()
-    ? [error(`"latest" has blanks around it, but must equal the installed version later: ${JSON.stringify(latest)}`)]
+    ? [error(`"latest" has spaces around it, but must later equal the installed version: ${JSON.stringify(latest)}`)]
     : [];
 }
 

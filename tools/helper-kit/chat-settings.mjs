@@ -21,7 +21,7 @@ function differences(wanted, answer) {
     .map((key) => `"${key}" is ${JSON.stringify(answer[key])}, not ${JSON.stringify(wanted[key])}`);
 }
 
-/** The settings that --chat-get tells: `stored`, or `findings` when it tells none. */
+/** Returns what --chat-get reports: the settings, `stored`, and the `findings`. */
 async function storedChat(session) {
   const { events, findings } = await checkRun(session, "--chat-get", ["--chat-get"]);
   const stored = events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
@@ -45,7 +45,7 @@ async function send(session, settings) {
   const { stored } = await storedChat(session);
   const lost = stored ? differences(settings, stored) : ["no settings"];
   return lost.length > 0
-    ? [...findings, error(`--chat-get tells something else afterwards: ${lost.join(", ")}`)]
+    ? [...findings, error(`--chat-get then reports something else: ${lost.join(", ")}`)]
     : findings;
 }
 
@@ -53,15 +53,15 @@ export async function checkChatSet(session) {
   const { stored: before, findings: without } = await storedChat(session);
   if (!before) {
     return without.every(({ severity }) => severity === "left out") && without.length > 0
-      ? [leftOut("--chat-get tells no settings, so there are none to change")]
-      : [warning("not run: --chat-get tells no settings that could be put back")];
+      ? [leftOut("--chat-get reports no settings, so there are none to change")]
+      : [warning("not run: --chat-get reports no settings to restore")];
   }
   const own = settingsOf(before);
   const cap = own.per_stream_cap;
   const findings = await send(session, { ...own, per_stream_cap: cap < mostUses ? cap + 1 : cap - 1 });
   const restoring = await send(session, own);
   if (restoring.some(isError)) {
-    findings.push(error(`the settings could not be put back as they were: ${JSON.stringify(own)}`));
+    findings.push(error(`the settings could not be restored: ${JSON.stringify(own)}`));
   }
   return findings;
 }

@@ -104,7 +104,7 @@ function complaintsAboutSharedShorts(runs) {
 function complaintsAboutRepeatedTriggers(polls) {
   const [first, second] = polls.map((poll) => JSON.stringify(poll.flatMap(({ triggers }) => triggers ?? [])));
   return first !== "[]" && first === second
-    ? [error("two polls told the same uses: the dock makes a clip at each; tell each use once")]
+    ? [error("two polls reported the same uses: the dock makes a clip each time; report each use once")]
     : [];
 }
 

@@ -6,14 +6,14 @@ function seconds(ms) {
   return `${(ms / 1000).toFixed(1)} s`;
 }
 
-/** The line of an error output that tells most: the last that names an error, else the last. */
+/** The most telling line: the last that names an error, otherwise the last. */
 function tellingLine(text) {
   const lines = text.split("\n").map((line) => line.trim());
   const errors = lines.filter((line) => /error\b|exception|panic|not found|denied|no such/i.test(line));
   return errors.at(-1) ?? lines.findLast((line) => line !== "");
 }
 
-/** What a run that told no event says of its failure, as the end of a sentence. */
+/** What a run without events printed about its failure, as the end of a sentence. */
 function lastWords({ lines, rest, errorOutput }) {
   const output = [...lines.map(({ bytes }) => bytes), rest].map((bytes) => bytes.toString()).join("\n");
   const [inError, inOutput] = [errorOutput, output].map(tellingLine);
@@ -23,7 +23,7 @@ function lastWords({ lines, rest, errorOutput }) {
   return inOutput ? `; its output says: ${quoted(inOutput)}` : "";
 }
 
-/** Events that went to the error output of a run that told none on its standard output. */
+/** Finds events in the error output of a run without events on its standard output. */
 export function complaintsAboutErrorOutput({ errorOutput }, { spoke }) {
   const event = errorOutput.split("\n").find((line) => /\{\s*["']event["']\s*:/.test(line));
   return !spoke && event
@@ -32,7 +32,7 @@ export function complaintsAboutErrorOutput({ errorOutput }, { spoke }) {
 }
 
 function complaintAboutHang({ waitedForInput, durationMs }, { spoke }) {
-  const told = spoke ? "after its answer" : "and told nothing";
+  const told = spoke ? "after its answer" : "and reported nothing";
   return waitedForInput
     ? error("it waits for standard input to end; the dock never writes to it, leaves it open and waits for ever")
     : error(`it did not end within ${seconds(durationMs)} ${told}, and was killed; the dock waits for ever`);
@@ -54,11 +54,11 @@ export function complaintsAboutEnd(run, output) {
     ];
   }
   if (signal) {
-    return [warning(`it ${how} after its answer; the dock does not mind`)];
+    return [warning(`it ${how} after its answer; the dock ignores that`)];
   }
   const toldError = output.events.some(({ event }) => event === "error");
   return exitCode !== 0 && output.events.length > 0 && !toldError
-    ? [warning(`it ${how} after its answer; the dock does not mind`)]
+    ? [warning(`it ${how} after its answer; the dock ignores that`)]
     : [];
 }
 

@@ -33,29 +33,29 @@ function isJson(text) {
 
 function slipAfterObject(rest) {
   if (/^,?\s*\{/.test(rest)) {
-    return "several objects stand on one line; each needs a line of its own";
+    return "there are several objects on one line; write each on its own line";
   }
   if (/^(\\r)?\\n$/.test(rest)) {
-    return "a line ends in a backslash and an n instead of a newline";
+    return "a line ends with a backslash and an n instead of a newline";
   }
   return `an object is followed by ${JSON.stringify(rest)} on its line`;
 }
 
 /** Slips that show in the text itself, the most telling first. */
 const slips = [
-  [/[{,:]\s*[“”„‘’]/, "it has curly quotes, but JSON has straight ones"],
-  [/^\{\s*'/, "names and texts stand in single quotes, but JSON has double ones (Python: json.dumps)"],
+  [/[{,:]\s*[“”„‘’]/, "it has curly quotes, but JSON needs straight ones"],
+  [/^\{\s*'/, "it uses single quotes, but JSON needs double quotes (Python: json.dumps)"],
   [/[:[,]\s*(True|False|None)\b/, "True, False and None are Python's; JSON has true, false and null (json.dumps)"],
   [/[:[,]\s*-?(NaN|Infinity)\b/, "JSON has no NaN and no Infinity"],
   [/[:[,]\s*undefined\b/, "JSON has no undefined"],
   [/,\s*[}\]]/, "there is a comma before a closing bracket"],
-  [/[{,]\s*[A-Za-z_]\w*\s*:/, "names of members stand without their double quotes"],
-  [/\\[^"\\/bfnrtu]/, "a backslash in a text must be doubled: C:\\\\Shorts (or write C:/Shorts)"],
+  [/[{,]\s*[A-Za-z_]\w*\s*:/, "member names lack their double quotes"],
+  [/\\[^"\\/bfnrtu]/, "a backslash in a string must be doubled: C:\\\\Shorts (or write C:/Shorts)"],
   // eslint-disable-next-line no-control-regex
-  [/[\x00-\x1f]/, "a text holds a raw tab or another control character; JSON writes it as \\t, \\n or \\u00xx"],
+  [/[\x00-\x1f]/, "a string contains a raw tab or another control character; write \\t, \\n or \\u00xx"],
 ];
 
-/** Why this line, which is no JSON, is none. */
+/** Why this line is not JSON. */
 export function slipOf(text) {
   const { end, inText } = extentOfObject(text);
   if (end !== undefined && isJson(text.slice(0, end))) {
@@ -66,19 +66,19 @@ export function slipOf(text) {
     return shown[1];
   }
   if (inText) {
-    return "a text is not closed on its line; a line break within it is written as \\n";
+    return "a string is not closed on its line; write a line break in it as \\n";
   }
-  return end === undefined ? "the object is not closed on its line" : "it breaks JSON's rules";
+  return end === undefined ? "the object is not closed on its line" : "it breaks JSON's syntax";
 }
 
-/** What stands before an event on its line, such as a time or "data: "; undefined when there is no event. */
+/** The text before an event on its line, such as a time or "data: "; undefined if there is no event. */
 export function textBeforeEvent(text) {
   const start = text.search(/\{\s*"event"/);
   const event = text.slice(start);
   return start > 0 && isJson(event.slice(0, extentOfObject(event).end)) ? text.slice(0, start) : undefined;
 }
 
-/** How many of `lines`, from `first` on, make one text of JSON together; undefined when they do not. */
+/** How many of `lines`, from `first` on, make one text of JSON together; undefined if they do not. */
 export function linesOfOneText(lines, first) {
   let joined = lines[first];
   for (let next = first + 1; next < lines.length; next += 1) {

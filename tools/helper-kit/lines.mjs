@@ -13,7 +13,7 @@ const dropped = "The dock drops such a line.";
 function complaintAboutNonJson(text) {
   const before = textBeforeEvent(text);
   if (before !== undefined) {
-    const cause = `text stands before the event on its line: ${JSON.stringify(before)} in`;
+    const cause = `there is text before the event on its line: ${JSON.stringify(before)} in`;
     return { ...error(`${cause} ${quoted(text)}`, dropped), key: "before" };
   }
   if (text.startsWith("{")) {
@@ -31,7 +31,7 @@ function complaintAboutNonObject(text, value) {
   }
   return Array.isArray(value) && value.some(isObject)
     ? error(`a line is a list; write each event on a line of its own, without brackets: ${quoted(text)}`, dropped)
-    : error(`a line is JSON but no object: ${quoted(text)}`, dropped);
+    : error(`a line is JSON but not an object: ${quoted(text)}`, dropped);
 }
 
 /** Reads the line `lines[index]`: `event`, `finding`, or neither; `count` is how many lines that took. */
@@ -58,7 +58,7 @@ function complaintsAboutRest(text) {
   }
   return [
     text.includes("\r")
-      ? error("lines end in a carriage return alone; the dock waits for a newline", "It reads none of them.")
+      ? error("lines end with a carriage return only; the dock waits for a newline", "It reads none of them.")
       : error(`the last line has no newline at its end, so the dock never reads it: ${quoted(text)}`),
   ];
 }

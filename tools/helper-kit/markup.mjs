@@ -18,15 +18,15 @@ function holdsTag(text) {
 /** Texts with a tag in them: names that others have chosen are errors, the helper's own words may mean it. */
 export function complaintsAboutMarkup(event) {
   const names = [event.login, ...(Array.isArray(event.triggers) ? event.triggers.map((each) => each?.by) : [])];
-  const advice = `take "<" out of what others wrote`;
+  const advice = `remove "<" from what other people wrote`;
   return [
     ...names
       .filter(holdsTag)
-      .map((name) => error(`a name holds a tag, which the dock may read as markup; ${advice}: ${quoted(name)}`)),
+      .map((name) => error(`a name contains a tag, which the dock may read as markup; ${advice}: ${quoted(name)}`)),
     ...(ownTexts[event.event] ?? [])
       .filter((member) => holdsTag(event[member]))
       .map((member) =>
-        warning(`"${member}" of "${event.event}" holds a tag, which the dock may read as markup; ${advice}`),
+        warning(`"${member}" of "${event.event}" contains a tag, which the dock may read as markup; ${advice}`),
       ),
   ];
 }

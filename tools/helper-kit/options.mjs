@@ -46,7 +46,7 @@ function commandNamed(name) {
   const command = `--${name.replace(/^--/, "")}`;
   const names = Object.keys(commands);
   if (!names.includes(command)) {
-    throw new UsageError(`there is no command ${command}${meantBy(command, names) || `: ${names.join(" ")}`}`);
+    throw new UsageError(`unknown command ${command}${meantBy(command, names) || `: ${names.join(" ")}`}`);
   }
   return command;
 }
@@ -57,11 +57,11 @@ function existingFile(name, what) {
   if (!found) {
     const isInRoot = process.env.KESTRUNE_ROOT_ID && !process.env.KESTRUNE_ROOT_ID.startsWith("machine");
     throw new UsageError(
-      `${what} ${name} is not there${isInRoot ? ", as the build root sees only the checkout: leave out ./run shell" : ""}`,
+      `${what} ${name} does not exist${isInRoot ? " in the build root, which contains only the checkout: leave out ./run shell" : ""}`,
     );
   }
   if (!found.isFile()) {
-    throw new UsageError(`${what} ${name} is no file`);
+    throw new UsageError(`${what} ${name} is not a file`);
   }
   return file;
 }
@@ -73,7 +73,7 @@ function parse(args) {
     const [, unknown] = /^Unknown option '(-[^']*)'/.exec(message) ?? [];
     throw new UsageError(
       unknown
-        ? `there is no option ${unknown}${meantBy(
+        ? `unknown option ${unknown}${meantBy(
             unknown,
             Object.keys(known).map((name) => `--${name}`),
           )}`
@@ -100,7 +100,7 @@ export function readOptions(args) {
     throw new UsageError("name the program to check");
   }
   if (positionals.length > 1) {
-    throw new UsageError(`name one program; the dock starts it by itself, without "${positionals[1]}"`);
+    throw new UsageError(`name one program; the dock starts it without further arguments such as "${positionals[1]}"`);
   }
   return {
     program: existingFile(positionals[0], "the program"),

@@ -9,11 +9,11 @@ function complaintAboutMissingKind(event) {
   const names = Object.keys(event);
   const wrapper = names.find((name) => isObject(event[name]) && "event" in event[name]);
   if (wrapper) {
-    return error(`the event is wrapped in "${wrapper}"; write the inner object alone`);
+    return error(`the event is wrapped in "${wrapper}"; write the inner object on its own`);
   }
   const other = names.find((name) => allKinds.includes(event[name])) ?? nearest("event", names);
   return other
-    ? error(`an object has no member "event"; did you mean that by "${other}"?`)
+    ? error(`an object has no member "event"; is "${other}" meant to be that?`)
     : error(`an object has no member "event": ${quoted(JSON.stringify(event))}`);
 }
 
@@ -23,7 +23,7 @@ function complaintsAboutKind(command, event) {
   }
   const kind = event.event;
   if (typeof kind !== "string") {
-    return [error(`"event" must be a text but is ${quoted(JSON.stringify(kind))}`)];
+    return [error(`"event" must be a string but is ${quoted(JSON.stringify(kind))}`)];
   }
   const readable = kindsOf(command);
   if (readable.includes(kind)) {
@@ -36,8 +36,8 @@ function complaintsAboutKind(command, event) {
   const meant = nearest(kind, readable) ?? nearest(kind, allKinds);
   return [
     meant
-      ? error(`"${kind}" is no event; did you mean "${meant}"?`)
-      : warning(`"${kind}" is no event of the protocol; the dock ignores it`),
+      ? error(`"${kind}" is not an event; did you mean "${meant}"?`)
+      : warning(`"${kind}" is not an event of the protocol; the dock ignores it`),
   ];
 }
 

@@ -30,7 +30,7 @@ export async function complaintsAboutPicture(file) {
     return [error(`the preview has ${size} bytes; the dock hides pictures of more than 7 MiB: ${file}`)];
   }
   if (!signatures.some(begins)) {
-    return [warning(`the preview is no PNG, JPEG, GIF or BMP file, and may be hidden: ${file}`)];
+    return [warning(`the preview is not a PNG, JPEG, GIF or BMP file, and may be hidden: ${file}`)];
   }
   // Only a PNG has its size where it is easily found.
   const [width, height] = begins(png) ? [head.readUInt32BE(16), head.readUInt32BE(20)] : [0, 0];

@@ -21,11 +21,11 @@ function isInPath(program) {
 /** What is wrong with the line "#!…" of a script. */
 function slipOfFirstLine(line) {
   if (line.endsWith("\r")) {
-    return "its #! line ends in a carriage return: save the file with Unix line ends";
+    return "its #! line ends with a carriage return: save the file with Unix line ends";
   }
   const [interpreter, argument] = line.slice(2).trim().split(/\s+/);
   if (!existsSync(interpreter)) {
-    return `its #! line names a program that is not there: ${interpreter}`;
+    return `its #! line names a program that does not exist: ${interpreter}`;
   }
   const named = path.basename(interpreter) === "env" && argument && !argument.startsWith("-") ? argument : undefined;
   return named && !isInPath(named) ? `its #! line names a program that is not in the PATH: ${named}` : undefined;
@@ -37,18 +37,20 @@ function slipOf(program) {
     return "it is a program for Windows";
   }
   if (beginning.startsWith("\xef\xbb\xbf#!")) {
-    return "a byte order mark stands before its #! line: save the file without one";
+    return "there is a byte order mark before its #! line: save the file without one";
   }
   if (beginning.startsWith("#!")) {
     return slipOfFirstLine(beginning.split("\n", 1)[0]);
   }
   if (/^[\t\n\r\x20-\x7e\x80-\xff]*$/.test(beginning)) {
-    return "it is a text without a first line that names its interpreter, such as #!/usr/bin/env python3";
+    return "it is a script without a #! line, such as #!/usr/bin/env python3";
   }
   // Without this, the shell would be tried on it.
   // eslint-disable-next-line no-control-regex
   const isLinuxProgram = /^\x7fELF[\x01\x02]/.test(beginning);
-  return process.platform === "linux" && !isLinuxProgram ? "it is no program for Linux, or a damaged one" : undefined;
+  return process.platform === "linux" && !isLinuxProgram
+    ? "it is not a program for Linux, or it is damaged"
+    : undefined;
 }
 
 /** What keeps the system from starting `program`: a list with one finding or none. */
@@ -59,7 +61,7 @@ export function complaintsAboutProgram(program) {
   try {
     accessSync(program, constants.X_OK);
   } catch {
-    return [error(`the program may not be executed: chmod +x ${program}`, effect)];
+    return [error(`the program is not executable: chmod +x ${program}`, effect)];
   }
   const slip = slipOf(program);
   return slip ? [error(`the program cannot be started: ${slip}`, effect)] : [];

@@ -93,7 +93,7 @@ export class Report {
   }
 
   tellEnd(shorts) {
-    shorts.forEach((file) => this.#say(`made, and left there: ${file}`));
+    shorts.forEach((file) => this.#say(`new Short: ${file}`));
     this.#say(
       `errors: ${this.#counts.error}, warnings: ${this.#counts.warning}, left out: ${this.#counts["left out"]}, ` +
         `not run: ${this.#notRun.join(" ") || "none"}`,

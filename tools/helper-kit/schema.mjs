@@ -22,8 +22,8 @@ export function kindsOf(command) {
 const types = {
   boolean: { name: "true or false", holds: (value) => typeof value === "boolean" },
   integer: { name: "a whole number", holds: Number.isInteger },
-  string: { name: "a text", holds: (value) => typeof value === "string" },
-  array: { name: "a list", holds: Array.isArray },
+  string: { name: "a string", holds: (value) => typeof value === "string" },
+  array: { name: "an array", holds: Array.isArray },
   object: { name: "an object", holds: isObject },
 };
 
@@ -53,7 +53,7 @@ function complaintsAboutText(where, schema, text) {
 
 function complaintsAboutNumber(where, { minimum, maximum }, number) {
   const limit = number < minimum ? minimum : number > maximum ? maximum : undefined;
-  return limit === undefined ? [] : [warning(`${where} is ${number}, beyond ${limit}, where its range ends`)];
+  return limit === undefined ? [] : [warning(`${where} is ${number}, out of its range (the limit is ${limit})`)];
 }
 
 /** The member that an unknown one is most likely meant to be: one that is missing, and best one of its type. */

@@ -33,7 +33,7 @@ function announceCode(report) {
   };
 }
 
-/** A link that was told of must show in the status, which is all that the dock believes. */
+/** The dock believes only the status, so a reported link must show there. */
 async function checkLink(session) {
   const { findings, events } = await checkRounds({ ...session, onOutput: announceCode(session.report) }, "--link");
   if (!events.some(({ event }) => event === "linked")) {
@@ -43,7 +43,7 @@ async function checkLink(session) {
   const isLinked = status.events.findLast(({ event }) => event === "status")?.linked === true;
   return isLinked
     ? { findings, events: [...events, ...status.events] }
-    : { findings: [...findings, error(`it tells "linked", but --status then tells no linked account`)], events };
+    : { findings: [...findings, error(`it reported "linked", but --status then reports no linked account`)], events };
 }
 
 async function checkCommand(session, command) {
@@ -65,7 +65,7 @@ async function complaintsAboutWorkingFolder({ workingFolder }) {
   await rm(workingFolder, { recursive: true });
   await mkdir(workingFolder);
   return names.length > 0
-    ? [warning(`it wrote into its working folder, which is OBS's own and may be closed to it: ${names.join(", ")}`)]
+    ? [warning(`it wrote into its working folder, which is OBS's own and may be read-only: ${names.join(", ")}`)]
     : [];
 }
 
@@ -118,7 +118,7 @@ async function checkAll(session) {
   return report.errors > 0 ? 1 : complete ? 0 : 2;
 }
 
-/** Checks the helper that the options name; `report` is told all of it. Returns the exit code. */
+/** Checks the helper that the options name; writes to `report`. Returns the exit code. */
 export async function checkHelper(options, report) {
   const slips = complaintsAboutProgram(options.program);
   if (slips.length > 0) {

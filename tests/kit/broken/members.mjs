@@ -6,13 +6,13 @@ const scheme = "an address that begins with its scheme, as in https://…";
 /** All of these are errors. `$here` in an event is the helper's folder. */
 export const brokenMembers = [
   ["leaves out the kind", "recent", `{"folder":"/"}`, `an object has no member "event": {"folder":"/"}`],
-  ["writes Event", "recent", `{"Event":"recent"}`, `an object has no member "event"; did you mean that by "Event"?`],
-  ["writes type", "recent", `{"type":"recent"}`, `an object has no member "event"; did you mean that by "type"?`],
+  ["writes Event", "recent", `{"Event":"recent"}`, `an object has no member "event"; is "Event" meant to be that?`],
+  ["writes type", "recent", `{"type":"recent"}`, `an object has no member "event"; is "type" meant to be that?`],
   ["wraps its event", "recent", `{"data":{"event":"recent"}}`, `the event is wrapped in "data"`],
-  ["numbers its kinds", "recent", `{"event":7}`, `"event" must be a text but is 7`],
-  ["misspells the kind", "recent", `{"event":"recents"}`, `"recents" is no event; did you mean "recent"?`],
-  ["writes a capital", "status", `{"event":"Status"}`, `"Status" is no event; did you mean "status"?`],
-  ["invents a kind", "recent", `{"event":"hello"}`, `"hello" is no event of the protocol`],
+  ["numbers its kinds", "recent", `{"event":7}`, `"event" must be a string but is 7`],
+  ["misspells the kind", "recent", `{"event":"recents"}`, `"recents" is not an event; did you mean "recent"?`],
+  ["writes a capital", "status", `{"event":"Status"}`, `"Status" is not an event; did you mean "status"?`],
+  ["invents a kind", "recent", `{"event":"hello"}`, `"hello" is not an event of the protocol`],
   ["answers another command", "recent", `{"event":"status"}`, `"status" is not read after --recent`],
   [
     "tells an error that is not read",
@@ -56,13 +56,13 @@ export const brokenMembers = [
     "lists one key as a text",
     "status",
     `{"event":"status","linked":false,"layouts":"podcast"}`,
-    `"layouts" of "status" must be a list but is "podcast"`,
+    `"layouts" of "status" must be an array but is "podcast"`,
   ],
   [
     "describes its keys",
     "status",
     `{"event":"status","linked":false,"fonts":[{"key":"inter"}]}`,
-    `"fonts[0]" of "status" must be a text but is {"key":"inter"}`,
+    `"fonts[0]" of "status" must be a string but is {"key":"inter"}`,
   ],
   [
     "offers an empty key",
@@ -80,7 +80,7 @@ export const brokenMembers = [
     "lets markup through",
     "status",
     `{"event":"status","linked":true,"login":"<b>ana</b>"}`,
-    `a name holds a tag, which the dock may read as markup; take "<" out of what others wrote: <b>ana</b>`,
+    `a name contains a tag, which the dock may read as markup; remove "<" from what other people wrote: <b>ana</b>`,
   ],
 
   [
@@ -94,13 +94,13 @@ export const brokenMembers = [
     "gives a number for a code",
     "link",
     `{"event":"code","url":"https://a.example","code":1234}`,
-    `"code" of "code" must be a text but is 1234`,
+    `"code" of "code" must be a string but is 1234`,
   ],
   [
     "links and forgets it",
     "link",
     `{"event":"linked"}`,
-    `it tells "linked", but --status then tells no linked account`,
+    `it reported "linked", but --status then reports no linked account`,
   ],
   ["tells no reason", "link", `{"event":"error"}`, `"error" lacks the member "error"`],
   ["has no words for its reason", "link", `{"event":"error","error":""}`, `"error" of "error" is empty`],
@@ -110,7 +110,7 @@ export const brokenMembers = [
     "writes a path instead of a list",
     "process",
     `{"event":"done","formatted":"/a.mp4"}`,
-    `"formatted" of "done" must be a list but is "/a.mp4"`,
+    `"formatted" of "done" must be an array but is "/a.mp4"`,
   ],
   [
     "makes a Short somewhere",
@@ -134,7 +134,7 @@ export const brokenMembers = [
     "makes no Short",
     "process",
     `{"event":"done","formatted":["/nowhere/a.mp4"]}`,
-    `"formatted[0]" names a file that is not there: /nowhere/a.mp4`,
+    `"formatted[0]" names a file that does not exist: /nowhere/a.mp4`,
   ],
   [
     "makes an empty Short",
@@ -158,14 +158,14 @@ export const brokenMembers = [
     "does not double backslashes that JSON knows",
     "process",
     `{"event":"done","formatted":["/home\\new.mp4"]}`,
-    `"formatted[0]" holds a control character; was a backslash not doubled?`,
+    `"formatted[0]" contains a control character; is a backslash not doubled?`,
   ],
 
   [
-    "names a folder that is not there",
+    "names a folder that does not exist",
     "recent",
     `{"event":"recent","folder":"/nowhere"}`,
-    `"folder" names a folder that is not there: /nowhere`,
+    `"folder" names a folder that does not exist: /nowhere`,
   ],
   [
     "names a folder of another system",
@@ -192,10 +192,10 @@ export const brokenMembers = [
     `"items[0]" of "recent" lacks the member "path"`,
   ],
   [
-    "lists a clip that is not there",
+    "lists a clip that does not exist",
     "recent",
     `{"event":"recent","folder":"/","items":[{"name":"a","path":"/a.mp4"}]}`,
-    `"items[0].path" names a file that is not there: /a.mp4`,
+    `"items[0].path" names a file that does not exist: /a.mp4`,
   ],
   [
     "names its items clips",
@@ -205,12 +205,12 @@ export const brokenMembers = [
   ],
 
   [
-    "names a preview that is not there",
+    "names a preview that does not exist",
     "preview",
     `{"event":"preview","path":"/nowhere.png"}`,
-    `"path" of "preview" names a file that is not there: /nowhere.png`,
+    `"path" of "preview" names a file that does not exist: /nowhere.png`,
   ],
-  ["has no path", "preview", `{"event":"preview","path":null}`, `"path" of "preview" must be a text but is null`],
+  ["has no path", "preview", `{"event":"preview","path":null}`, `"path" of "preview" must be a string but is null`],
   [
     "sends the picture itself",
     "preview",
@@ -271,7 +271,7 @@ export const brokenMembers = [
     "tells every use again and again",
     "poll-triggers",
     `{"event":"triggers","triggers":[{"by":"ana"}]}`,
-    "two polls told the same uses: the dock makes a clip at each",
+    "two polls reported the same uses: the dock makes a clip each time",
   ],
 
   ["names no version", "check-update", `{"event":"update","update":true}`, `"latest" is empty`],
@@ -285,7 +285,7 @@ export const brokenMembers = [
     "writes a newline after the version",
     "check-update",
     `{"event":"update","update":true,"latest":"1.0.7\\n"}`,
-    `"latest" has blanks around it, but must equal the installed version later: "1.0.7\\n"`,
+    `"latest" has spaces around it, but must later equal the installed version: "1.0.7\\n"`,
   ],
   [
     "writes a version for a switch",
@@ -297,7 +297,7 @@ export const brokenMembers = [
     "writes a version as a number",
     "check-update",
     `{"event":"update","update":true,"latest":1.1}`,
-    `"latest" of "update" must be a text but is 1.1`,
+    `"latest" of "update" must be a string but is 1.1`,
   ],
   [
     "offers and never delivers",
@@ -309,7 +309,7 @@ export const brokenMembers = [
     "delivers nothing",
     "download-update",
     `{"event":"downloaded","path":"/nowhere.exe"}`,
-    `"path" of "downloaded" names a file that is not there: /nowhere.exe`,
+    `"path" of "downloaded" names a file that does not exist: /nowhere.exe`,
   ],
   [
     "counts in words",
@@ -328,12 +328,7 @@ export const oddMembers = [
     `{"event":"recent","folder":"/","colour":1}`,
     `"recent" has no member "colour"; the dock ignores it`,
   ],
-  [
-    "does not say whether",
-    "status",
-    `{"event":"status"}`,
-    `"status" does not tell "linked": the dock shows "Not connected"`,
-  ],
+  ["does not say whether", "status", `{"event":"status"}`, `"status" lacks "linked": the dock shows "Not connected"`],
   ["names nobody", "status", `{"event":"status","linked":true}`, `an account is linked but "login" is empty`],
   [
     "explains what nobody reads",
@@ -377,21 +372,21 @@ export const oddMembers = [
     "previews a text",
     "preview",
     `{"event":"preview","path":"$here/helper"}`,
-    "the preview is no PNG, JPEG, GIF or BMP file",
+    "the preview is not a PNG, JPEG, GIF or BMP file",
   ],
   [
     "goes beyond a range",
     "chat-get",
     `{"event":"chat","command":"!a","cooldown_s":5}`,
-    `"cooldown_s" of "chat" is 5, beyond 10, where its range ends`,
+    `"cooldown_s" of "chat" is 5, out of its range (the limit is 10)`,
   ],
   ["has no settings", "chat-get", `{"event":"chat"}`, `"chat" has no "command", so the section is not filled in`],
-  ["forgets the list", "poll-triggers", `{"event":"triggers"}`, `"triggers" does not tell "triggers": no clip is made`],
+  ["forgets the list", "poll-triggers", `{"event":"triggers"}`, `"triggers" lacks "triggers": no clip is made`],
   [
     "marks its notes up",
     "check-update",
     `{"event":"update","update":true,"latest":"2","notes":"<b>new</b>"}`,
-    `"notes" of "update" holds a tag, which the dock may read as markup`,
+    `"notes" of "update" contains a tag, which the dock may read as markup`,
   ],
   [
     "fails with a word",

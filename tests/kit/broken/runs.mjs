@@ -125,20 +125,20 @@ export const oddRuns = [
 
 /** Programs that cannot be started: [what it is, its bytes, its mode, what the report says first]. */
 export const brokenPrograms = [
-  ["may not be executed", "#!/bin/sh\n", 0o644, "the program may not be executed: chmod +x "],
-  ["has no first line", "import json\n", 0o755, "the program cannot be started: it is a text without a first line"],
-  ["is empty", "", 0o755, "the program cannot be started: it is a text without a first line"],
+  ["may not be executed", "#!/bin/sh\n", 0o644, "the program is not executable: chmod +x "],
+  ["has no first line", "import json\n", 0o755, "the program cannot be started: it is a script without a #! line"],
+  ["is empty", "", 0o755, "the program cannot be started: it is a script without a #! line"],
   [
     "has Windows line ends",
     "#!/bin/sh\r\necho\r\n",
     0o755,
-    "the program cannot be started: its #! line ends in a carriage return",
+    "the program cannot be started: its #! line ends with a carriage return",
   ],
   [
-    "names an interpreter that is not there",
+    "names an interpreter that does not exist",
     "#!/usr/bin/pyhton3\n",
     0o755,
-    "the program cannot be started: its #! line names a program that is not there: /usr/bin/pyhton3",
+    "the program cannot be started: its #! line names a program that does not exist: /usr/bin/pyhton3",
   ],
   [
     "names a program that env does not find",
@@ -150,13 +150,13 @@ export const brokenPrograms = [
     "begins with a byte order mark",
     "\ufeff#!/bin/sh\n",
     0o755,
-    "the program cannot be started: a byte order mark stands before its #! line",
+    "the program cannot be started: there is a byte order mark before its #! line",
   ],
   ["is for Windows", "MZ\x90\0\x03", 0o755, "the program cannot be started: it is a program for Windows"],
   [
     "is damaged",
     "\x7fELF, or so it seems",
     0o755,
-    "the program cannot be started: it is no program for Linux, or a damaged one",
+    "the program cannot be started: it is not a program for Linux, or it is damaged",
   ],
 ];
