@@ -113,8 +113,15 @@ describe("check-helper", () => {
 
   it("lets a link that is never confirmed be", async (t) => {
     const code = `echo '{"event":"code","url":"https://a.example","code":"A"}'; exec sleep infinity`;
-    const { output } = await check(t, "link", code, ["--timeout", "1"]);
+    const { exitCode, output } = await check(t, "link", code, ["--timeout", "1"]);
     assert.match(output, /^please {4}confirm in a browser: https:\/\/a\.example\n/);
     assert.match(output, /\nwarning {3}--link: the link was not confirmed in the browser in time/);
+    assert.match(output, /\nerrors: 0, warnings: 1,/);
+    assert.equal(exitCode, 0);
+  });
+
+  it("puts errors before warnings", async (t) => {
+    const { output } = await check(t, "recent", `echo working; echo '{"event":"recent","folder":"/","items":1}'`);
+    assert.match(output, /^error .*\n {10}.*\nwarning /);
   });
 });

@@ -19,6 +19,12 @@ function isSilent({ exitCode, lines, rest }) {
   return exitCode === 0 && lines.length === 0 && rest.length === 0;
 }
 
+/** A link may wait for its user for as long as it likes. */
+function isUnconfirmed(command, { timedOut }, events) {
+  const isSettled = events.some((event) => settles(command, event));
+  return command === "--link" && timedOut && !isSettled && events.some(({ event }) => event === "code");
+}
+
 /** `findings`, with what the user gets when they mean that no answer came. */
 function withConsequence(command, run, events, findings, session) {
   const { answers, without, optional, advice } = commands[command];
@@ -30,8 +36,8 @@ function withConsequence(command, run, events, findings, session) {
   if (events.some((event) => settles(command, event))) {
     return findings;
   }
-  if (run.timedOut && command === "--link" && events.some(({ event }) => event === "code")) {
-    return [warning("the link was not confirmed in the browser in time, so its end was not seen"), ...findings];
+  if (isUnconfirmed(command, run, events)) {
+    return findings;
   }
   if (findings.length === 0 && isSilent(run) && optional(session)) {
     return [leftOut(`no event came: ${without}`)];
@@ -80,7 +86,9 @@ export async function checkRun(session, command, args) {
   const findings = [
     ...complaintsAboutErrorOutput(run, output),
     ...unreadable,
-    ...complaintsAboutEnd(run, output),
+    ...(isUnconfirmed(command, run, output.events)
+      ? [warning("the link was not confirmed in the browser in time, so its end was not seen")]
+      : complaintsAboutEnd(run, output)),
     ...output.findings.filter((each) => !unreadable.includes(each)),
     ...promises,
     ...toldFailures(command, output.events, session),

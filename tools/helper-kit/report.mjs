@@ -14,15 +14,16 @@ function outputLines({ lines, rest }) {
   return rest.length > 0 ? [...texts, `out  ${rest.toString()} (without a newline)`] : texts;
 }
 
-/** Merges equal findings of several runs, and notes which occur only in overlapping runs. */
+/** Merges equal findings of several runs, notes which occur only in overlapping runs, and puts errors first. */
 function summedUp(findings) {
   const alone = new Set(findings.filter(({ atOnce }) => !atOnce).map(({ text }) => text));
   const unique = new Map(findings.map((finding) => [finding.text, finding]));
-  return [...unique.values()].map(({ severity, text, effect }) => ({
+  const summary = [...unique.values()].map(({ severity, text, effect }) => ({
     severity,
     text: alone.has(text) ? text : `with two runs at the same time: ${text}`,
     effect,
   }));
+  return [...summary.filter(isError), ...summary.filter((finding) => !isError(finding))];
 }
 
 export class Report {
