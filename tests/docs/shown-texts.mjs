@@ -25,8 +25,6 @@ const notShownEither = [
   ...["SimpleOutput", "AdvOut", "RecRB", "RecRBTime", "enabled Replay Buffer (%d s) in the profile"],
   // Beginnings that other texts are looked for by.
   ...["Ready", "Update"],
-  // The signature of a file, and a pattern.
-  ...["x89PNGrnx1an", String.raw`[\n\r\v\f\x{85}\x{2028}\x{2029}]|<br\s*/?>`],
   // The unit after a number, and the names of keys.
   ...[" s", "Ctrl", "Alt", "Shift", "Win", "F%1"],
 ];
