@@ -5,7 +5,12 @@
 
 #include <exception>
 
-/// Writes one event as a line of JSON to standard output and flushes it, so that the dock sees it at once.
+/// A text that holds what strangers wrote (names in chat, messages of other programs, names of files), so that nobody
+/// takes it for markup: each "<" becomes a "‹".
+QString plainText(QString text);
+
+/// Writes one event as a line of JSON to standard output and flushes it, so that the dock sees it at once. Texts for
+/// people ("error", "note", "notes") go out without markup.
 void sendEvent(const QString &name, QJsonObject members = {});
 
 /// A reason to give up, thrown by any command; main() reports it as the run's "error" event. Its text is a sentence
