@@ -205,7 +205,7 @@ void ClipFailureTest::reportsAnOutputFolderThatCannotBeMade()
 	Sandbox sandbox;
 	const QString folder = sandbox.writeFile(u"file"_s, "x") + u"/Shorts"_s;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, folder);
-	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1."_s.arg(folder));
+	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1: Not a directory."_s.arg(folder));
 }
 
 KESTRUNE_TEST(ClipFailureTest)
