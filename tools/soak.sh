@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [exit]: the long runs (all of them when none is named). Runs in the build root.
+# soak.sh [hostile] [long] [faults] [exit]: the long runs (all of them when none is named). Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
@@ -19,6 +19,13 @@ long()
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
+# The sample helper with a fault at each of its calls to the file system.
+faults()
+{
+	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 "$build_dir/tests/unit/sample-helper/unit_sample_helper" \
+		storage_faults -maxwarnings 0 2>&1 | tee "$results/faults.log"
+}
+
 # Starts and ends of the real OBS.
 exit_of_obs()
 {
@@ -34,14 +41,14 @@ run_full()
 
 tools/build.sh "${build_dir##*/}"
 if (($# == 0)); then
-	set -- hostile long exit
+	set -- hostile long faults exit
 fi
 for run in "$@"; do
 	case $run in
-	hostile | long) "$run" ;;
+	hostile | long | faults) "$run" ;;
 	exit) exit_of_obs ;;
 	*)
-		echo "soak: no run is called '$run'; there are: hostile, long, exit" >&2
+		echo "soak: no run is called '$run'; there are: hostile, long, faults, exit" >&2
 		exit 2
 		;;
 	esac
