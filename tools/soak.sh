@@ -1,32 +1,29 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [faults] [exit]: the long runs (all of them when none is named). Runs in the build root.
+# soak.sh [hostile] [long] [faults] [exit]: long runs, by default all. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
 results=build/soak
 mkdir -p "$results"
 
-# Helpers that are broken or mean harm.
 hostile()
 {
 	run_full hostile_helper
 }
 
-# Eight hours of a stream without their waiting.
+# Eight hours of a stream without the waiting.
 long()
 {
 	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full long_stream &&
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
-# The sample helper with a fault at each of its calls to the file system.
 faults()
 {
 	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 "$build_dir/tests/unit/sample-helper/unit_sample_helper" \
 		storage_faults -maxwarnings 0 2>&1 | tee "$results/faults.log"
 }
 
-# Starts and ends of the real OBS.
 exit_of_obs()
 {
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
@@ -34,7 +31,7 @@ exit_of_obs()
 
 run_full()
 {
-	# QtTest ends a test function after 5 minutes unless told otherwise.
+	# QtTest's default limit is 5 minutes.
 	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
 		"$build_dir/tests/soak/soak" "$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
 }
@@ -48,7 +45,7 @@ for run in "$@"; do
 	hostile | long | faults) "$run" ;;
 	exit) exit_of_obs ;;
 	*)
-		echo "soak: no run is called '$run'; there are: hostile, long, faults, exit" >&2
+		echo "soak: unknown run '$run'; runs are: hostile, long, faults, exit" >&2
 		exit 2
 		;;
 	esac
