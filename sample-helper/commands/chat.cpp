@@ -32,7 +32,7 @@ constexpr QLatin1StringView byKey("by");
 constexpr QLatin1StringView textKey("text");
 constexpr QLatin1StringView atKey("at_ms");
 
-// What Twitch allows for a message; names are shorter.
+// Twitch's limit for messages; names are shorter.
 constexpr qsizetype longestMessage = 500;
 
 double now_ms()
@@ -63,7 +63,7 @@ void grantDueConsent(QJsonObject &chat)
 		return;
 	}
 	const double now = now_ms();
-	// A question from the future was asked while the clock was wrong.
+	// A time in the future comes from a clock that was wrong.
 	if (!chat.contains(askedKey) || chat.value(askedKey).toDouble() > now) {
 		chat[askedKey] = now;
 	}
@@ -94,7 +94,7 @@ void sendChat(const QJsonObject &chat)
 	sendEvent(u"chat"_s, members);
 }
 
-/// Tells in the place where the dock looks for it why the settings could not be stored or read.
+/// Sends the reason for a failure where the dock expects it.
 int refuse(const QString &reason)
 {
 	QJsonObject stored = state::read(chatFile);
@@ -169,7 +169,7 @@ QJsonArray takeTriggers(QJsonObject &chat)
 	for (const auto &value : messages) {
 		const QJsonObject message = value.toObject();
 		const double at = message.value(atKey).toDouble();
-		// A use in the future was seen while the clock was wrong.
+		// Negative after a clock that was wrong.
 		const double sinceLastUse_ms = at - chat.value(lastUseKey).toDouble();
 		const int count = chat.value(countKey).toInt();
 		const int cap = chat.value(capKey).toInt();

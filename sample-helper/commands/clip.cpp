@@ -107,7 +107,7 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	return finished;
 }
 
-/// Remembers the choices for the next run. That they are not costs no Short.
+/// Remembers the choices for the next run. A failure becomes a note: the Short is made.
 void rememberLook(const Look &look, QStringList &notes)
 {
 	try {

@@ -36,7 +36,7 @@ bool isFresh(const QString &path)
 {
 	const QFileInfo file(path);
 	const qint64 age_s = file.lastModified().secsTo(QDateTime::currentDateTimeUtc());
-	// One from the future was drawn while the clock was wrong.
+	// A time in the future comes from a clock that was wrong.
 	return file.size() > 0 && age_s >= 0 && age_s < cacheLifetime_s;
 }
 

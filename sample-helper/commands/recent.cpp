@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// When a file was made. A time that is a day ahead comes of a clock that was wrong: such a Short would stay in front
-/// of all later ones, so it counts as the oldest. Less may be another computer's clock.
+/// When a file was made. A time more than a day ahead comes from a clock that was wrong and counts as the oldest, or
+/// such a Short would stay on top for that long. Smaller differences may be another computer's clock.
 QDateTime timeOf(const QFileInfo &file, const QDateTime &now)
 {
 	return file.lastModified() < now.addDays(1) ? file.lastModified() : QDateTime::fromSecsSinceEpoch(0);

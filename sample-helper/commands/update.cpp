@@ -101,7 +101,7 @@ QString download(const Release &release)
 		throw Failure(u"the installer %1 is missing or empty."_s.arg(source.fileName()));
 	}
 	const QString folder = environment::stateFolder() + u"/downloads"_s;
-	// Until the user agrees to run it, the installer lies there.
+	// The installer stays there until the user agrees to run it.
 	files::makePrivateFolder(folder);
 	// Nothing of an unfinished or refused download ever appears under the installer's name.
 	QSaveFile target(folder + QLatin1Char('/') + release.installer);

@@ -27,7 +27,7 @@ Failure failureOf(const QString &deed, const QString &path, const std::error_cod
 	return failureOf(deed, path, qt_error_string(error.value()));
 }
 
-/// Writes the whole file, down to the disk if `safely`; what goes wrong is told of the file `path`.
+/// Writes `target`, down to the disk if `safely`. Failures name `path`.
 void writeFile(const QString &target, const QByteArray &content, bool safely, const QString &path)
 {
 	QFile file(target);
@@ -67,7 +67,7 @@ void makePrivateFolder(const QString &path)
 
 QByteArray readSmall(const QString &path)
 {
-	// To open a pipe would wait for somebody to write into it.
+	// Opening a pipe would block until somebody writes to it.
 	if (!QFileInfo(path).isFile()) {
 		throw failureOf(u"read"_s, path, u"it is no file"_s);
 	}
@@ -86,7 +86,7 @@ QString writeAll(QFileDevice &file, const QByteArray &content)
 {
 	qint64 done = 0;
 	while (done < content.size()) {
-		// A disk that has room for a part takes that first, and says why only when it takes no more.
+		// A disk that fills up first writes a part, and reports the error on the next attempt.
 		const qint64 written = file.write(content.constData() + done, content.size() - done);
 		if (written <= 0) {
 			return file.errorString();
@@ -110,7 +110,7 @@ void replace(const QString &path, const QByteArray &content)
 
 void move(const QString &from, const QString &to)
 {
-	// QFile::rename() would copy where it cannot rename, and somebody could see half of the file.
+	// QFile::rename() falls back to copying, which could leave half a file.
 	std::error_code error{};
 	std::filesystem::rename(QFileInfo(from).filesystemFilePath(), QFileInfo(to).filesystemFilePath(), error);
 	if (error) {

@@ -6,39 +6,39 @@
 class QFile;
 class QFileDevice;
 
-/// Files and folders. What goes wrong is thrown as Failure, which names the file, its folder and the cause, for example
-/// "couldn't save chat.json in /home/ana/shorts: the disk is full."
+/// Files and folders. Failures are thrown as Failure and name the file, its folder and the cause, as in "couldn't save
+/// chat.json in /home/ana/shorts: the disk is full."
 namespace files {
 
-/// No file that this program reads whole is larger.
+/// The largest file that is read whole.
 constexpr qint64 largestSmallFile_bytes = 1024 * 1024;
 
-/// Makes a folder with its parents if it is missing.
+/// Makes a folder and its missing parents.
 void makeFolder(const QString &path);
 
-/// Does the same, and leaves nobody but the user the right to look into it or write there.
+/// Like makeFolder(), and keeps all other users out of the folder.
 void makePrivateFolder(const QString &path);
 
-/// The content of a file; at most one byte more than largestSmallFile_bytes, which tells that it is too large.
+/// Returns a file's content, cut off after largestSmallFile_bytes + 1: a result of that size means "too large".
 QByteArray readSmall(const QString &path);
 
-/// Writes all of it to a file that was opened Unbuffered; answers why not, in the system's words, or nothing.
+/// Writes all of `content` to a file opened Unbuffered. Returns the system's error text, empty on success.
 QString writeAll(QFileDevice &file, const QByteArray &content);
 
 /// Writes a new file.
 void write(const QString &path, const QByteArray &content);
 
-/// Replaces a file whole, by way of a file of the same name with ".new" behind it: whatever happens, the old or the new
-/// content is there. Only one run at a time may do so.
+/// Replaces a whole file by writing and renaming "FILE.new": whatever happens, the old or the new content is there.
+/// Only one run at a time may do this.
 void replace(const QString &path, const QByteArray &content);
 
-/// Gives a file another name on the same disk; one that has that name is replaced.
+/// Renames a file within one disk and replaces an existing `to`.
 void move(const QString &from, const QString &to);
 
-/// Locks an open file for this process alone, and waits so long for others to give it free.
+/// Locks an open file for this process; waits for other processes to release it, up to `limit_ms`.
 void lock(QFile &file, int limit_ms);
 
-/// The cause in the system's words, as the end of a sentence and without its full stop.
+/// Turns a system's error text into the end of a sentence, without the full stop.
 QString cause(const QString &systemText);
 
 } // namespace files

@@ -6,18 +6,18 @@
 
 class QFile;
 
-/// What Qt has no word for: one source per system.
+/// System calls that Qt lacks; one source file per system.
 namespace platform {
 
-/// Locks an open file for this process alone, without waiting; `operation_would_block` when another process holds it.
-/// The system gives the lock back when the file is closed or the process ends, however that happens, and not before: a
-/// process that is suspended keeps it.
+/// Locks an open file for this process without waiting; `operation_would_block` means that another process holds the
+/// lock. The system releases it when the file is closed or the process ends, even if killed, and not before: a
+/// suspended process keeps it.
 std::error_code tryLock(QFile &file);
 
-/// Waits until the disk has what was written to an open file.
+/// Waits until the disk has everything that was written to an open file.
 std::error_code flushToDisk(QFile &file);
 
-/// The numbers of the errors that mean that there is no room.
+/// The error numbers that mean "no room on the disk".
 QList<int> diskFullErrors();
 
 } // namespace platform

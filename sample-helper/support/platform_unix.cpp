@@ -17,7 +17,7 @@ std::error_code tryLock(QFile &file)
 
 std::error_code flushToDisk(QFile &file)
 {
-	// Some file systems, of a network for example, cannot tell; that is no failure of writing.
+	// Some network file systems can't flush; that doesn't mean the write failed.
 	const bool flushed = fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
 	return flushed ? std::error_code() : std::error_code(errno, std::system_category());
 }

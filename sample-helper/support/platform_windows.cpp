@@ -23,7 +23,7 @@ std::error_code errorUnless(bool done)
 
 std::error_code tryLock(QFile &file)
 {
-	// Windows keeps others from reading what is locked, so the lock lies far behind the end of the file.
+	// Windows also keeps others from reading locked bytes, so lock one far beyond the end of the file.
 	OVERLAPPED farBehind{};
 	farBehind.OffsetHigh = 1;
 	const BOOL locked =

@@ -29,7 +29,7 @@ bool isOrHolds(const QString &path, const QString &canonicalReplay)
 	       (canonicalReplay == leftover || canonicalReplay.startsWith(leftover + QLatin1Char('/')));
 }
 
-/// The half-made Short that a lock file names; empty when it names none.
+/// The half-made Short named in a lock file; empty if there is none.
 QString shortNamedBy(const QByteArray &content)
 {
 	static const QRegularExpression shortName(uR"(^short-[0-9]{8}-[0-9]{6}-[0-9a-f]{8}\.part$)"_s);
@@ -37,10 +37,10 @@ QString shortNamedBy(const QByteArray &content)
 	return shortName.match(QFileInfo(path).fileName()).hasMatch() ? path : QString();
 }
 
-/// Removes the files of a run, the lock file last, so that what cannot be removed now is found again.
+/// Removes the files of a run. The lock file goes last and only if all others are gone, so that later runs find them.
 void removeAll(const QString &part, const QString &folder, QFile &lock)
 {
-	// What is behind a link is not this program's.
+	// A link leads to files that aren't this program's.
 	const bool isFolder = QFileInfo(folder).isDir() && !QFileInfo(folder).isSymLink();
 	const bool partIsGone = part.isEmpty() || !QFileInfo::exists(part) || QFile::remove(part);
 	const bool folderIsGone = !isFolder || QDir(folder).removeRecursively();
@@ -49,7 +49,7 @@ void removeAll(const QString &part, const QString &folder, QFile &lock)
 	}
 }
 
-/// Removes what belongs to a lock file, unless its run is alive.
+/// Removes the files of a run unless it is alive.
 void removeIfAbandoned(const QString &lockPath, const QString &canonicalReplay)
 {
 	QFile lock(lockPath);
@@ -63,7 +63,7 @@ void removeIfAbandoned(const QString &lockPath, const QString &canonicalReplay)
 	}
 	const QByteArray content = lock.read(files::largestSmallFile_bytes);
 	if (!content.startsWith(lockMark)) {
-		// Killed before it had anything else.
+		// The run was killed before it had other files.
 		if (lockMark.startsWith(content)) {
 			lock.remove();
 		}
@@ -76,7 +76,7 @@ void removeIfAbandoned(const QString &lockPath, const QString &canonicalReplay)
 	}
 	for (const QString &leftover : {part, folder}) {
 		if (QFileInfo::exists(leftover)) {
-			qInfo("removing %s, which a run that was killed left behind", qUtf8Printable(leftover));
+			qInfo("removing %s, left behind by a killed run", qUtf8Printable(leftover));
 		}
 	}
 	removeAll(part, folder, lock);
@@ -94,7 +94,7 @@ ScratchFolder::ScratchFolder(const QString &parent)
 		if (!lock_.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered)) {
 			throw Failure(u"couldn't write to %1: %2."_s.arg(parent, files::cause(lock_.errorString())));
 		}
-		// Somebody who looks for leftovers may have it for a moment.
+		// Another run may hold it for a moment, looking for leftovers.
 		files::lock(lock_, limit_ms);
 		adopt({});
 		files::makeFolder(path_);
@@ -104,7 +104,7 @@ ScratchFolder::ScratchFolder(const QString &parent)
 		}
 		throw;
 	}
-	// It may hold what somebody said. Some disks know no such rights.
+	// It may hold a transcript. Some file systems have no such permissions.
 	QFile::setPermissions(path_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 

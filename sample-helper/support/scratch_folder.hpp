@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QString>
 
-/// A folder for the files of one run, "run-" and eight digits, gone with the object. The file of the same name with
-/// ".lock" behind it is locked as long as the run lives, and tells other runs what it left behind if it was killed (OBS
-/// was closed, the power failed).
+/// A folder "run-01234567" for the files of one run, removed with the object. The run holds a lock on the file
+/// "run-01234567.lock" beside it, which tells later runs what to remove if this one is killed (OBS was closed, the
+/// power failed).
 class ScratchFolder {
 public:
 	/// Throws Failure.
@@ -16,7 +16,7 @@ public:
 	const QString &path() const { return path_; }
 	QString filePath(const QString &name) const { return path_ + QLatin1Char('/') + name; }
 
-	/// A file elsewhere that goes with the folder, unless it has got another name by then. Throws Failure.
+	/// Also removes this file in the end, unless it has been renamed by then. Throws Failure.
 	void adopt(const QString &halfMadeShort);
 
 private:
@@ -25,10 +25,9 @@ private:
 	QString adopted_{};
 };
 
-/// A name for a Short, without a suffix: it sorts by time, and its end keeps apart clips of the same second.
+/// Returns a new name for a Short, without a suffix. Names sort by time; the end keeps clips of the same second apart.
 QString newShortName();
 
-/// Removes the scratch folders in the state folder and the half-made Shorts of runs that were killed, and logs each. No
-/// run that is alive loses anything, however long it takes or is suspended; nothing else that bears such a name is
-/// touched, and never `replay` itself.
+/// Removes the scratch folders and half-made Shorts of killed runs, and logs each. Leaves those of living runs, however
+/// long they take or are suspended, all other files with such names, and `replay`.
 void removeLeftovers(const QString &replay);

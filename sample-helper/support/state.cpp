@@ -19,7 +19,7 @@ QString pathOf(const QString &name)
 	return environment::stateFolder() + QLatin1Char('/') + name;
 }
 
-/// While it lives, no other run changes anything in the state folder.
+/// Keeps other runs from changing state files.
 class Lock {
 public:
 	Lock()
@@ -39,11 +39,11 @@ private:
 
 struct Content {
 	QJsonObject object{};
-	/// Why the file is of no use; empty if it is.
+	/// Why the file is unusable; empty if it is fine.
 	QString damage{};
 };
 
-/// What a state file holds; nothing if there is none. Throws Failure when it cannot be read.
+/// Reads a state file; empty if there is none. Throws Failure if it can't be read.
 Content load(const QString &name)
 {
 	if (!QFileInfo::exists(pathOf(name))) {
@@ -57,7 +57,7 @@ Content load(const QString &name)
 	return document.isObject() ? Content{document.object(), {}} : Content{{}, u"damaged"_s};
 }
 
-/// Does the same while this run has the lock, and puts a file that is of no use out of the way.
+/// Like load(), for a run that holds the lock: also moves an unusable file out of the way.
 QJsonObject loadLocked(const QString &name)
 {
 	const Content content = load(name);
@@ -80,7 +80,7 @@ QJsonObject read(const QString &name)
 		if (content.damage.isEmpty()) {
 			return content.object;
 		}
-		// Another run may be mending it right now.
+		// Another run may be repairing it right now.
 		const Lock lock;
 		return loadLocked(name);
 	} catch (const Failure &failure) {

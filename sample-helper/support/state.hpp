@@ -5,21 +5,21 @@
 
 #include <functional>
 
-/// The small files that outlive a run. Runs may overlap: every file is replaced whole, so a reader always finds a
-/// complete one, and a change is made under a lock, so that no run undoes what another one has just written.
+/// Small files that outlive a run. Runs may overlap: files are replaced whole, so readers always find a complete one,
+/// and changed under a lock, so that no run undoes another's change.
 ///
-/// A file that cannot be understood or is larger than files::largestSmallFile_bytes is never overwritten: it is kept
-/// beside as "NAME.damaged-TIME", and the log says so.
+/// A file that is damaged or larger than files::largestSmallFile_bytes is never overwritten: it is renamed to
+/// "NAME.damaged-TIME", and the log says so.
 namespace state {
 
-/// The content of the JSON file `name` in the state folder; empty if there is none or it cannot be used.
+/// Returns the JSON file `name` from the state folder; empty if it is missing or unusable.
 QJsonObject read(const QString &name);
 
-/// Reads the JSON file `name`, lets `change` edit it and stores the result if it is another; returns what is stored
-/// now. Throws Failure, and then the file is as it was before.
+/// Reads the JSON file `name`, applies `change` and stores the result if it differs. Returns what is stored now. Throws
+/// Failure and leaves the file as it was.
 QJsonObject update(const QString &name, const std::function<void(QJsonObject &)> &change);
 
-/// Stores a page for the browser in the state folder; returns its address, which begins with "file:". Throws Failure.
+/// Stores a page for the browser in the state folder; returns its "file:" address. Throws Failure.
 QString writePage(const QString &name, const QString &title, const QString &text);
 
 } // namespace state

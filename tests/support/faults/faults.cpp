@@ -1,7 +1,7 @@
-// Preloaded into the sample helper: has one of its calls to the file system fail, or ends it there as the system would.
-// KESTRUNE_FAULT is the kind ("kill", "full" or "denied"), the number of the call among those that this kind can hit,
-// and whether all later ones fail as well ("once" or "lasting"), for example "full 12 lasting". Standard error tells
-// when it strikes.
+// Preloaded into the sample helper. Makes one of its file system calls fail, or kills it there. KESTRUNE_FAULT, for
+// example "full 12 lasting", is the kind of fault ("kill", "full" or "denied"), the number of the call among those that
+// this kind can hit, and whether only this call fails ("once") or all later ones too ("lasting"). Writes to standard
+// error when the fault strikes.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -19,7 +19,7 @@
 namespace {
 enum class Kind { None, Kill, Full, Denied };
 
-/// What a call needs of the disk; it decides which faults can hit it.
+/// What a call needs; decides which faults can hit it.
 struct Needs {
 	bool room{};
 	bool right{};
@@ -35,7 +35,7 @@ std::atomic<long> passed = 0;
 
 __attribute__((constructor)) void readPlan()
 {
-	// What the helper starts is left as it is.
+	// Leave the programs that the helper starts alone.
 	unsetenv("LD_PRELOAD");
 	const char *plan = std::getenv("KESTRUNE_FAULT");
 	char name[16]{};
@@ -50,7 +50,7 @@ __attribute__((constructor)) void readPlan()
 						  : Kind::None;
 }
 
-/// The function that this library stands in front of.
+/// The function that this library replaces.
 template<typename Function> Function *original(Function *, const char *name)
 {
 	return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
@@ -66,7 +66,7 @@ void tell(const char *call, const char *path)
 	}
 }
 
-/// Whether this call fails, with errno set; ends the process if that is the plan.
+/// Whether this call is to fail; sets errno. Kills the process if that is the plan.
 bool strikes(Needs needs, const char *call, const char *path)
 {
 	if (kind == Kind::None || (kind == Kind::Full && !needs.room) || (kind == Kind::Denied && !needs.right)) {
@@ -87,7 +87,7 @@ bool strikes(Needs needs, const char *call, const char *path)
 Needs needsOfOpen(int flags)
 {
 	const bool changes = (flags & (O_CREAT | O_TRUNC)) != 0 || (flags & O_ACCMODE) != O_RDONLY;
-	// A folder that is closed to writers can still be read.
+	// A folder closed to writers can still be read.
 	return {(flags & O_CREAT) != 0, changes || !lasts};
 }
 
@@ -118,7 +118,7 @@ EXPORTED ssize_t write(int descriptor, const void *bytes, size_t count)
 	if (!isFile(descriptor) || !strikes(onlyRoom, "write", "")) {
 		return real(descriptor, bytes, count);
 	}
-	// A disk that fills up takes a part first.
+	// A disk that fills up first writes a part.
 	if (lasts && passed == strikesAt && count > 1) {
 		return real(descriptor, bytes, count / 2);
 	}

@@ -12,9 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-/// Whatever fails, and at whichever of its calls to the file system the helper is killed: the replay stays as it is, a
-/// Short that was announced is there, one that was not made is not announced, a state file is the old or the new one,
-/// and the dock is told. A full run (./run soak faults) tries every call of a clip, others every few.
+/// Whichever file system call fails or ends the helper: the replay stays unchanged, announced Shorts exist, Shorts that
+/// don't exist aren't announced, state files are old or new, and the dock is told. ./run soak faults tries every call
+/// of a clip, other runs every seventh.
 class HelperFaultsTest : public QObject {
 	Q_OBJECT
 
@@ -54,7 +54,7 @@ void store(const Sandbox &sandbox, const QString &name, const QJsonObject &objec
 	QVERIFY(!sandbox.writeFile(name, QJsonDocument(object).toJson()).isEmpty());
 }
 
-/// A run in which the fault strikes, for example "full 12 lasting"; see tests/support/faults.
+/// Runs the helper with a fault, for example "full 12 lasting"; see tests/support/faults.
 Run runWith(Sandbox &sandbox, const QString &fault, const QStringList &arguments)
 {
 	sandbox.setVariable(u"LD_PRELOAD"_s, u"" FAULTS_LIBRARY ""_s);
@@ -64,7 +64,7 @@ Run runWith(Sandbox &sandbox, const QString &fault, const QStringList &arguments
 	return run;
 }
 
-/// How a failure ends that tells the cause.
+/// How an error text ends that names the cause.
 QString endOf(const QString &plan)
 {
 	return plan.startsWith(u"full"_s) ? u": the disk is full."_s : u": Permission denied."_s;
@@ -84,7 +84,7 @@ void addFaults()
 	}
 }
 
-/// Calls `attempt` with the fault at every `step`-th call, until it answers that there were not so many.
+/// Calls `attempt` with the fault at every `step`-th call until it returns that there were fewer calls.
 void sweep(const QString &fault, int step, const std::function<bool(const QString &)> &attempt)
 {
 	int tried = 0;
@@ -95,7 +95,7 @@ void sweep(const QString &fault, int step, const std::function<bool(const QStrin
 	qInfo("%s: %d runs", qPrintable(fault), tried);
 }
 
-/// Has ffmpeg make the Short at once, by copying `finished`.
+/// Makes ffmpeg copy `finished` instead of encoding.
 void useQuickFfmpeg(Sandbox &sandbox, const QString &finished)
 {
 	sandbox.setVariable(u"FINISHED_SHORT"_s, finished);
@@ -105,7 +105,7 @@ void useQuickFfmpeg(Sandbox &sandbox, const QString &finished)
 			"*.part) exec cp \"$FINISHED_SHORT\" \"${last#file:}\";;\nesac\nexec ffmpeg \"$@\"");
 }
 
-/// The files in the folder of Shorts that --recent would list.
+/// The Shorts that --recent would list.
 QStringList listed(const Sandbox &sandbox)
 {
 	QStringList paths{};
@@ -132,7 +132,7 @@ void expect(bool holds, const QString &plan, const char *what)
 	QVERIFY2(holds, qPrintable(plan + u": "_s + QLatin1String(what)));
 }
 
-/// What the answer says is so: without an error the settings are the new ones, else the old ones, with the cause told.
+/// Without an error the settings must be the new ones; with an error, which must name the cause, the old ones.
 void expectOldOrNewSettings(const Sandbox &sandbox, const Run &run, const QString &plan)
 {
 	const QJsonObject left = stored(sandbox, u"chat.json"_s);
@@ -148,7 +148,7 @@ void expectOldOrNewSettings(const Sandbox &sandbox, const Run &run, const QStrin
 	expect(error.isEmpty() || error.endsWith(endOf(plan)), plan, qPrintable(error));
 }
 
-/// What is announced is there and the same as `finished`, and so is whatever a killed run has left to be listed.
+/// Announced and listed Shorts must be the same and equal `finished`; a killed run may leave one unannounced.
 void expectAWholeShortOrNone(const Sandbox &sandbox, const Run &run, const QString &finished, const QString &plan)
 {
 	for (const QString &path : listed(sandbox)) {
@@ -183,7 +183,7 @@ void HelperFaultsTest::namesTheCause_data()
 	QTest::newRow("denied") << u"denied 1 lasting"_s << u"Permission denied"_s;
 }
 
-/// In the event, and so in the place, where the dock looks for it.
+/// In the event that the dock shows.
 void HelperFaultsTest::namesTheCause()
 {
 	QFETCH(const QString, fault);

@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 using namespace std::chrono_literals;
 
-/// What runs that were killed left behind goes away with the next clip. What a living run needs stays, however long it
-/// takes, and so does everything that is not this program's.
+/// The next clip removes what killed runs left behind. It leaves the files of living runs, however long they take, and
+/// all files that aren't this program's.
 class ScratchFolderTest : public QObject {
 	Q_OBJECT
 
@@ -40,7 +40,7 @@ QStringList found(const QString &folder, const QString &pattern)
 	return QDir(folder).entryList({pattern}, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-/// The helper, stopped in the middle of a clip by an ffmpeg that waits for the file "go on".
+/// Starts a clip with an ffmpeg that waits for the file "go on" in the middle.
 std::unique_ptr<QProcess> stoppedInTheMiddle(Sandbox &sandbox)
 {
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
@@ -55,7 +55,7 @@ std::unique_ptr<QProcess> stoppedInTheMiddle(Sandbox &sandbox)
 	return stopped ? std::move(process) : nullptr;
 }
 
-/// Makes all that a run has left in its folders look as if it had not changed for two days.
+/// Makes the files of a run look two days old.
 void ageRun(const Sandbox &sandbox)
 {
 	for (const QString &name : found(sandbox.path(), anyScratchFolder)) {
@@ -66,7 +66,7 @@ void ageRun(const Sandbox &sandbox)
 	}
 }
 
-/// What a run leaves behind that is killed while it makes the Short `part`.
+/// Leaves behind what a run does that is killed while making `part`.
 void leaveBehind(const Sandbox &sandbox, const QString &name, const QString &part)
 {
 	sandbox.writeFile(name + u"/speech.wav"_s, "x");
@@ -86,7 +86,7 @@ void ScratchFolderTest::removesWhatAKilledRunLeftBehind()
 	const QString part = sandbox.shortsFolder() + QLatin1Char('/') + found(sandbox.shortsFolder(), anyPart).first();
 	const QString folder = sandbox.path(found(sandbox.path(), anyScratchFolder).first());
 
-	// Wherever Shorts go by now.
+	// The next clip may have another output folder.
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, sandbox.path(u"Elsewhere"_s));
 	const Run run = sandbox.run(clipOf(videos::silent()));
 	QCOMPARE(eventName(run), u"done"_s);
@@ -155,7 +155,7 @@ void ScratchFolderTest::neverRemovesTheReplay()
 	QVERIFY(original.open(QIODevice::ReadOnly));
 	const QString path = sandbox.writeFile(replay, original.readAll());
 	leaveBehind(sandbox, u"run-01234567"_s, sandbox.path(u"Shorts/short-20200101-000000-00000000.part"_s));
-	// By another way to it, as a user may write it.
+	// A symbolic link to it, as users may write it.
 	const QString link = sandbox.path(u"link.mkv"_s);
 	QVERIFY(QFile::link(path, link));
 	for (const QString &name : {path, link}) {

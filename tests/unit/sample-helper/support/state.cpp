@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// State files that are of no use: kept, told in the log, and never in the way.
+/// Unusable state files are kept and logged, and never block the helper.
 class StateTest : public QObject {
 	Q_OBJECT
 
