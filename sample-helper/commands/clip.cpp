@@ -39,8 +39,10 @@ void requireReadable(const QString &path)
 	if (!file.exists()) {
 		throw Failure(u"the replay %1 doesn't exist."_s.arg(path));
 	}
-	if (!file.isFile() || !QFile(path).open(QIODevice::ReadOnly)) {
-		throw Failure(u"the replay %1 can't be read."_s.arg(path));
+	QFile content(path);
+	if (!file.isFile() || !content.open(QIODevice::ReadOnly)) {
+		const QString cause = file.isFile() ? files::cause(content.errorString()) : u"it is no file"_s;
+		throw Failure(u"the replay %1 can't be read: %2."_s.arg(path, cause));
 	}
 	if (file.size() == 0) {
 		throw Failure(u"the replay %1 is empty."_s.arg(file.fileName()));
