@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [exit]: long runs, by default all. Runs in the build root.
+# soak.sh [hostile] [long] [faults] [exit]: long runs, by default all. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
@@ -18,6 +18,12 @@ long()
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
+faults()
+{
+	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 "$build_dir/tests/unit/sample-helper/unit_sample_helper" \
+		storage_faults -maxwarnings 0 2>&1 | tee "$results/faults.log"
+}
+
 exit_of_obs()
 {
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
@@ -32,14 +38,14 @@ run_full()
 
 tools/build.sh "${build_dir##*/}"
 if (($# == 0)); then
-	set -- hostile long exit
+	set -- hostile long faults exit
 fi
 for run in "$@"; do
 	case $run in
-	hostile | long) "$run" ;;
+	hostile | long | faults) "$run" ;;
 	exit) exit_of_obs ;;
 	*)
-		echo "soak: unknown run '$run'; runs are: hostile, long, exit" >&2
+		echo "soak: unknown run '$run'; runs are: hostile, long, faults, exit" >&2
 		exit 2
 		;;
 	esac

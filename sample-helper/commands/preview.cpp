@@ -2,19 +2,17 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
 #include "commands/preview.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/state.hpp"
+#include "support/files.hpp"
+#include "support/scratch_folder.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
-
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +35,9 @@ QString cachedPath(const Look &look)
 bool isFresh(const QString &path)
 {
 	const QFileInfo file(path);
-	return file.size() > 0 && file.lastModified().secsTo(QDateTime::currentDateTimeUtc()) < cacheLifetime_s;
+	const qint64 age_s = file.lastModified().secsTo(QDateTime::currentDateTimeUtc());
+	// A time in the future comes from a clock that was wrong.
+	return file.size() > 0 && age_s >= 0 && age_s < cacheLifetime_s;
 }
 
 constexpr int sceneWidth_px = 1280;
@@ -77,9 +77,9 @@ QByteArray labels(const Region &camera)
 QString graphOf(const Look &look, const QDir &folder)
 {
 	const Region camera = cameraRegion(look.layout);
-	state::writeFile(folder.filePath(u"labels.ass"_s), labels(camera));
-	state::writeFile(folder.filePath(u"captions.ass"_s),
-			 captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
+	files::write(folder.filePath(u"labels.ass"_s), labels(camera));
+	files::write(folder.filePath(u"captions.ass"_s),
+		     captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
 	const bool canDrawText = ffmpeg::canDraw(u"ass=labels.ass"_s, folder.path());
 	return scene(camera) + (canDrawText ? u",ass=labels.ass"_s : QString()) + u"[source];"_s +
 	       layoutGraph(look.layout, camera) +
@@ -89,22 +89,13 @@ QString graphOf(const Look &look, const QDir &folder)
 
 void render(const Look &look, const QString &target)
 {
-	state::makeFolder(QFileInfo(target).absolutePath());
 	// The scratch folder is on the target's own file system: the finished picture then appears at once and whole,
 	// even while another run makes the same one.
-	const QTemporaryDir scratch(QFileInfo(target).absolutePath() + u"/run-XXXXXX"_s);
-	if (!scratch.isValid()) {
-		throw Failure(u"couldn't make a preview (%1)."_s.arg(scratch.errorString()));
-	}
+	const ScratchFolder scratch(QFileInfo(target).absolutePath());
 	ffmpeg::run({u"-filter_complex"_s, graphOf(look, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
 		     u"-frames:v"_s, u"1"_s, u"-update"_s, u"1"_s, u"preview.png"_s},
 		    scratch.path());
-	std::error_code error{};
-	std::filesystem::rename(QFileInfo(scratch.filePath(u"preview.png"_s)).filesystemFilePath(),
-				QFileInfo(target).filesystemFilePath(), error);
-	if (error) {
-		throw Failure(u"couldn't store the preview (%1)."_s.arg(QString::fromStdString(error.message())));
-	}
+	files::move(scratch.filePath(u"preview.png"_s), target);
 }
 
 } // namespace

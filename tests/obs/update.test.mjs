@@ -1,4 +1,5 @@
 import assert from "node:assert/strict";
+import { createHash } from "node:crypto";
 import { mkdir, readFile, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
@@ -31,10 +32,12 @@ function releaseFolder(name) {
 async function offerRelease(name, installer = {}, release = {}) {
   const folder = releaseFolder(name);
   await mkdir(folder, { recursive: true });
-  await writeFile(path.join(folder, "setup.json"), JSON.stringify({ version: "1.0.7", ...installer }));
+  const content = JSON.stringify({ version: "1.0.7", ...installer });
+  const sha256 = createHash("sha256").update(content).digest("hex");
+  await writeFile(path.join(folder, "setup.json"), content);
   await writeFile(
     path.join(folder, "release.json"),
-    JSON.stringify({ version: "1.0.7", notes: "Fixes captions.", installer: "setup.json", ...release }),
+    JSON.stringify({ version: "1.0.7", notes: "Fixes captions.", installer: "setup.json", sha256, ...release }),
   );
 }
 
@@ -149,7 +152,7 @@ describe("an update with a runner in place of the elevated installer", () => {
   });
 
   it("shows why a download failed", async () => {
-    await offerRelease(name, {}, { sha256: "00" });
+    await offerRelease(name, {}, { sha256: "0".repeat(64) });
     await retryInto("Update failed: the downloaded installer is damaged. Retry update", "error-damaged-download");
   });
 

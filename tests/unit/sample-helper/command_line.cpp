@@ -18,6 +18,8 @@ private Q_SLOTS:
 	void helpsWithWhatItKnows();
 	void printsItsVersion();
 	void writesOneLinePerEvent();
+	void passesOnNoMarkup_data();
+	void passesOnNoMarkup();
 	void reportsAStateFolderThatCannotBeMade();
 };
 
@@ -100,6 +102,22 @@ void CommandLineTest::writesOneLinePerEvent()
 	QCOMPARE(run.output.count('\n'), 2);
 	QVERIFY(run.output.endsWith('\n'));
 	QVERIFY2(!run.output.contains("\": "), "the events are compact");
+}
+
+void CommandLineTest::passesOnNoMarkup_data()
+{
+	QTest::addColumn<QStringList>("arguments");
+	QTest::newRow("a switch") << QStringList{u"--<b>x"_s};
+	QTest::newRow("the name of a replay") << QStringList{u"--process"_s, u"<b>x.mkv"_s, u"--seconds"_s, u"2"_s};
+}
+
+void CommandLineTest::passesOnNoMarkup()
+{
+	QFETCH(const QStringList, arguments);
+	const Run run = Sandbox().run(arguments);
+	const QString text = run.onlyEvent()[QLatin1String("error")].toString();
+	QVERIFY2(text.contains(u"‹b>x"_s), qPrintable(text));
+	QVERIFY(!text.contains(QLatin1Char('<')));
 }
 
 void CommandLineTest::reportsAStateFolderThatCannotBeMade()

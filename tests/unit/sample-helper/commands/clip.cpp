@@ -32,6 +32,7 @@ private Q_SLOTS:
 	void readsAReplayWithoutAnyTimes();
 	void findsTheCameraWhereItIsTold();
 	void remembersTheLook();
+	void makesTheShortWhenItCannotRememberTheLook();
 	void replacesUnknownChoicesAndSaysSo();
 	void leavesTheCaptionOutWhenFfmpegCannotDraw();
 	void leavesTheCaptionOutWhenItCannotBeStored();
@@ -247,6 +248,19 @@ void ClipTest::remembersTheLook()
 	QCOMPARE(status[QLatin1String("layout")].toString(), u"podcast"_s);
 	QCOMPARE(status[QLatin1String("style")].toString(), u"neon"_s);
 	QCOMPARE(status[QLatin1String("font")].toString(), u"inter"_s);
+}
+
+void ClipTest::makesTheShortWhenItCannotRememberTheLook()
+{
+	const Sandbox sandbox;
+	linkAccount(sandbox);
+	QVERIFY(QDir(sandbox.path()).mkpath(u"look.json"_s));
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("podcast", "none")));
+	QCOMPARE(run.exitCode, 0);
+	QCOMPARE(eventName(run), u"done"_s);
+	QVERIFY(QFile::exists(shortPath(run)));
+	QCOMPARE(note(run),
+		 u"its look isn't remembered, couldn't read look.json in %1: it is no file"_s.arg(sandbox.path()));
 }
 
 void ClipTest::replacesUnknownChoicesAndSaysSo()

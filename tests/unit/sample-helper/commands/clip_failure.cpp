@@ -68,7 +68,7 @@ void ClipFailureTest::refusesBadReplays_data()
 	QTest::addColumn<QString>("text");
 	QTest::newRow("missing") << u"gone.mkv"_s << QByteArray() << u"the replay %1 doesn't exist."_s;
 	QTest::newRow("empty path") << QString() << QByteArray() << u"the replay  doesn't exist."_s;
-	QTest::newRow("folder") << u"tools"_s << QByteArray() << u"the replay %1 can't be read."_s;
+	QTest::newRow("folder") << u"tools"_s << QByteArray() << u"the replay %1 can't be read: it is no file."_s;
 	QTest::newRow("empty") << u"empty.mkv"_s << QByteArray("") << u"the replay empty.mkv is empty."_s;
 	QTest::newRow("text") << u"notes.txt"_s << QByteArray("dear diary\n").repeated(100)
 			      << u"notes.txt isn't a video that ffmpeg can read."_s;
@@ -204,7 +204,7 @@ void ClipFailureTest::reportsAnOutputFolderThatCannotBeMade()
 	Sandbox sandbox;
 	const QString folder = sandbox.writeFile(u"file"_s, "x") + u"/Shorts"_s;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, folder);
-	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1."_s.arg(folder));
+	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1: Not a directory."_s.arg(folder));
 }
 
 KESTRUNE_TEST(ClipFailureTest)
