@@ -20,11 +20,18 @@ namespace {
 void extractSound(const Excerpt &excerpt, const QString &folder)
 {
 	const QStringList arguments =
-		inputArguments(excerpt) + QStringList{u"-map"_s,      u"0:%1"_s.arg(excerpt.video.audioStream),
-						      u"-ac"_s,       u"1"_s,
-						      u"-ar"_s,       u"16000"_s,
-						      u"-c:a"_s,      u"pcm_s16le"_s,
-						      u"-f"_s,        u"wav"_s,
+		inputArguments(excerpt) + QStringList{u"-map"_s,
+						      u"0:%1"_s.arg(excerpt.video.audioStream),
+						      u"-af"_s,
+						      soundCut(excerpt),
+						      u"-ac"_s,
+						      u"1"_s,
+						      u"-ar"_s,
+						      u"16000"_s,
+						      u"-c:a"_s,
+						      u"pcm_s16le"_s,
+						      u"-f"_s,
+						      u"wav"_s,
 						      u"speech.wav"_s};
 	const QString problem = ffmpeg::tryToRun(arguments, folder);
 	if (!problem.isEmpty()) {
@@ -55,6 +62,7 @@ QString reason(const subprocess::Result &result)
 	case subprocess::Outcome::Crashed:
 		return u"crashed"_s;
 	case subprocess::Outcome::TimedOut:
+	case subprocess::Outcome::Hung:
 		return u"took too long"_s;
 	case subprocess::Outcome::Finished:
 		break;
@@ -89,7 +97,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 		subprocess::run(path,
 				{u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s, u"-ml"_s, u"40"_s,
 				 u"-sow"_s, u"-np"_s, u"-osrt"_s, u"-of"_s, u"speech"_s},
-				folder, environment::whisperLimit_ms());
+				folder, {environment::whisperLimit_ms(), -1, {}});
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(u"speech.srt"_s));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {

@@ -1,9 +1,11 @@
 #include <QElapsedTimer>
 
 #include "support/events.hpp"
+#include "video/completeness.hpp"
 #include "video/encoders.hpp"
 #include "video/encoding.hpp"
 #include "video/excerpt.hpp"
+#include "video/ffmpeg.hpp"
 
 #include <algorithm>
 
@@ -16,7 +18,7 @@ QStringList soundArguments(const ffmpeg::Video &video)
 	if (video.audioStream < 0) {
 		return {};
 	}
-	QStringList arguments{u"-map"_s, u"0:%1"_s.arg(video.audioStream), u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"160k"_s};
+	QStringList arguments{u"-map"_s, u"[sound]"_s, u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"160k"_s};
 	// Players want two channels at most. One stays one: ffmpeg would spread it over two at half the power each.
 	if (video.audioChannels > 2) {
 		arguments << u"-ac"_s << u"2"_s;
@@ -24,23 +26,43 @@ QStringList soundArguments(const ffmpeg::Video &video)
 	return arguments;
 }
 
-QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const QString &graph, const QString &target)
+/// The way from the file's pictures and sound to those of the Short.
+QString wholeGraph(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition)
 {
-	const QString wholeGraph = u"[0:%1]format=yuv420p[source];%2,%3[short]"_s.arg(excerpt.video.videoStream)
-					   .arg(graph, encoder.filters);
-	return encoder.device + inputArguments(excerpt) +
-	       QStringList{u"-filter_complex"_s, wholeGraph, u"-map"_s, u"[short]"_s} + soundArguments(excerpt.video) +
-	       QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
-	       QStringList{u"-fpsmax"_s, u"60"_s,  u"-map_chapters"_s,         u"-1"_s, u"-movflags"_s, u"+faststart"_s,
-			   u"-f"_s,      u"mp4"_s, ffmpeg::fileAddress(target)};
+	QString graph = u"[0:%1]%2,%3[source];%4,%5[short]"_s.arg(excerpt.video.videoStream)
+				.arg(pictureCut(excerpt), composition.colours, composition.layout, encoder.filters);
+	if (excerpt.video.audioStream >= 0) {
+		graph += u";[0:%1]%2[sound]"_s.arg(excerpt.video.audioStream).arg(soundCut(excerpt));
+	}
+	return graph;
 }
 
-void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const QString &graph, const QString &folder,
+QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition,
+		      const QString &target)
+{
+	// Each packet is written at once, so that a file that does not grow means that nothing goes on.
+	return encoder.device + inputArguments(excerpt) +
+	       QStringList{u"-filter_complex"_s, wholeGraph(excerpt, encoder, composition), u"-map"_s, u"[short]"_s} +
+	       soundArguments(excerpt.video) + QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
+	       QStringList{u"-fpsmax"_s,
+			   u"60"_s,
+			   u"-map_chapters"_s,
+			   u"-1"_s,
+			   u"-flush_packets"_s,
+			   u"1"_s,
+			   u"-movflags"_s,
+			   u"+faststart"_s,
+			   u"-f"_s,
+			   u"mp4"_s,
+			   ffmpeg::fileAddress(target)};
+}
+
+void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composition &composition, const QString &folder,
 		const QString &target)
 {
 	QElapsedTimer timer;
 	timer.start();
-	ffmpeg::run(arguments(excerpt, encoder, graph, target), folder);
+	ffmpeg::run(arguments(excerpt, encoder, composition, target), folder);
 	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
 	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,
 	      elapsed_s, excerpt.length_s / elapsed_s);
@@ -48,19 +70,23 @@ void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const QString &g
 
 } // namespace
 
-void encode(const Excerpt &excerpt, const QString &graph, const QString &folder, const QString &target,
+void encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,
 	    QStringList &notes)
 {
 	const Encoder &encoder = chooseEncoder(notes);
 	if (encoder.name == softwareEncoder().name) {
-		encodeWith(encoder, excerpt, graph, folder, target);
+		encodeWith(encoder, excerpt, composition, folder, target);
 		return;
 	}
 	try {
-		encodeWith(encoder, excerpt, graph, folder, target);
+		encodeWith(encoder, excerpt, composition, folder, target);
+		if (isPlayable(target, excerpt)) {
+			return;
+		}
+		qWarning("%s: made no video that can be played", qUtf8Printable(encoder.name));
 	} catch (const Failure &failure) {
 		qWarning("%s: %s", qUtf8Printable(encoder.name), failure.what());
-		encodeWith(softwareEncoder(), excerpt, graph, folder, target);
-		notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
 	}
+	encodeWith(softwareEncoder(), excerpt, composition, folder, target);
+	notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
 }

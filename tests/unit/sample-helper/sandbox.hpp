@@ -16,6 +16,9 @@ QString sampleHelper();
 /// Path of the program that stands in for the elevated installer.
 QString updateRunner();
 
+/// Path of the program that the dock's tests run as their helper: it does what a script says.
+QString fakeHelper();
+
 /// What one run of the helper left behind.
 struct Run {
 	/// -1 after a crash or when it did not end in time.

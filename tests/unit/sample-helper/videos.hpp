@@ -24,12 +24,20 @@ QString atFrameRate(int rate);
 /// Two seconds of a picture with tones of these amplitudes (of 1), one per channel.
 QString withTones(const QList<double> &amplitudes);
 
+/// One second of plain grey, 203 nits bright, stored as HDR with this transfer function ("smpte2084" or
+/// "arib-std-b67").
+QString hdr(const char *transfer);
+
 /// What ffprobe tells of a file.
 struct Details {
 	int width{};
 	int height{};
 	QString videoCodec{};
 	QString pixelFormat{};
+	/// ffmpeg's names for how colours are stored.
+	QString colourTransfer{};
+	QString colourPrimaries{};
+	QString colourMatrix{};
 	/// Pictures per second; 0 if unknown.
 	double frameRate{};
 	/// Empty without sound.
@@ -43,6 +51,9 @@ Details details(const QString &path);
 
 /// The brightness of every frame, 0 to 255.
 QList<int> brightness(const QString &path);
+
+/// When the pictures are shown, in order.
+QList<double> pictureTimes_s(const QString &path);
 
 /// The effective amplitude of each channel.
 QList<double> loudness(const QString &path);
