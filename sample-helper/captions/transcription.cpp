@@ -33,10 +33,11 @@ void extractSound(const Excerpt &excerpt, const QString &folder)
 						      u"-f"_s,
 						      u"wav"_s,
 						      u"speech.wav"_s};
-	const QString problem = ffmpeg::tryToRun(arguments, folder);
-	if (!problem.isEmpty()) {
+	try {
+		ffmpeg::run(arguments, folder);
+	} catch (const Failure &failure) {
 		// What to do about it would be too much for a note.
-		qWarning("%s", qUtf8Printable(problem));
+		qWarning("%s", failure.what());
 		throw Failure(u"its sound couldn't be read."_s);
 	}
 }

@@ -116,8 +116,8 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	const QString part = output.filePath(name + u".part"_s);
 	const QString finished = output.filePath(name + u".mp4"_s);
 	const auto removePart = qScopeGuard([&part] { QFile::remove(part); });
-	encode(excerpt, composition, scratch.path(), part, notes);
-	noteWhatIsMissing(part, excerpt, length_s, notes);
+	const Reading reading = encode(excerpt, composition, scratch.path(), part, notes);
+	noteWhatIsMissing(part, excerpt, reading, length_s, notes);
 	if (!QFile::rename(part, finished)) {
 		throw Failure(u"couldn't store the Short in %1."_s.arg(output.absolutePath()));
 	}

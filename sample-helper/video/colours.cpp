@@ -26,13 +26,15 @@ bool canMapTones()
 
 } // namespace
 
-QString ordinaryColours(const ffmpeg::Video &video, QStringList &notes)
+Colours ordinaryColours(const ffmpeg::Video &video, QStringList &notes)
 {
-	if (video.isHdr) {
-		if (canMapTones()) {
-			return toneMapping();
-		}
-		notes += u"its HDR colours look pale on ordinary screens, this ffmpeg can't convert them"_s;
+	const QString plain = u"format=yuv420p"_s;
+	if (video.hdrTransfer.isEmpty()) {
+		return {plain, {}};
 	}
-	return u"format=yuv420p"_s;
+	if (canMapTones()) {
+		return {toneMapping(), u",setparams=color_primaries=bt709:color_trc=bt709"_s};
+	}
+	notes += u"its HDR colours look pale on ordinary screens, this ffmpeg can't convert them"_s;
+	return {plain, u",setparams=color_primaries=bt2020:color_trc=%1"_s.arg(video.hdrTransfer)};
 }

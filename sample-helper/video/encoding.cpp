@@ -1,4 +1,6 @@
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 
 #include "support/events.hpp"
 #include "video/completeness.hpp"
@@ -12,6 +14,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QLatin1StringView progressFile("progress.txt");
 
 QStringList soundArguments(const ffmpeg::Video &video)
 {
@@ -29,8 +33,9 @@ QStringList soundArguments(const ffmpeg::Video &video)
 /// The way from the file's pictures and sound to those of the Short.
 QString wholeGraph(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition)
 {
-	QString graph = u"[0:%1]%2,%3[source];%4,%5[short]"_s.arg(excerpt.video.videoStream)
-				.arg(pictureCut(excerpt), composition.colours, composition.layout, encoder.filters);
+	const auto &[conversion, marks] = composition.colours;
+	QString graph = u"[0:%1]%2,%3[source];%4%5,%6[short]"_s.arg(excerpt.video.videoStream)
+				.arg(pictureCut(excerpt), conversion, composition.layout, marks, encoder.filters);
 	if (excerpt.video.audioStream >= 0) {
 		graph += u";[0:%1]%2[sound]"_s.arg(excerpt.video.audioStream).arg(soundCut(excerpt));
 	}
@@ -52,41 +57,63 @@ QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const Comp
 			   u"1"_s,
 			   u"-movflags"_s,
 			   u"+faststart"_s,
+			   u"-progress"_s,
+			   progressFile,
 			   u"-f"_s,
 			   u"mp4"_s,
 			   ffmpeg::fileAddress(target)};
 }
 
-void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composition &composition, const QString &folder,
-		const QString &target)
+/// The last number that ffmpeg told for this in its lines such as "frame=250".
+qsizetype lastNumber(const QByteArray &progress, const QByteArray &name)
+{
+	const qsizetype at = progress.lastIndexOf('\n' + name + '=');
+	return at < 0 ? 0 : progress.sliced(at + name.size() + 2).split('\n').first().trimmed().toLongLong();
+}
+
+/// How many pictures of the replay could be read: those that were encoded, but for those that ffmpeg repeated or left
+/// out to keep the frame rate.
+qsizetype picturesRead(const QString &folder)
+{
+	QFile file(QDir(folder).filePath(progressFile));
+	if (!file.open(QIODevice::ReadOnly)) {
+		return 0;
+	}
+	const QByteArray progress = '\n' + file.readAll();
+	return lastNumber(progress, "frame") - lastNumber(progress, "dup_frames") + lastNumber(progress, "drop_frames");
+}
+
+Reading encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composition &composition,
+		   const QString &folder, const QString &target)
 {
 	QElapsedTimer timer;
 	timer.start();
-	ffmpeg::run(arguments(excerpt, encoder, composition, target), folder);
+	const bool isDoubtful = ffmpeg::run(arguments(excerpt, encoder, composition, target), folder);
 	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
 	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,
 	      elapsed_s, excerpt.length_s / elapsed_s);
+	return {picturesRead(folder), isDoubtful};
 }
 
 } // namespace
 
-void encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,
-	    QStringList &notes)
+Reading encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,
+	       QStringList &notes)
 {
 	const Encoder &encoder = chooseEncoder(notes);
 	if (encoder.name == softwareEncoder().name) {
-		encodeWith(encoder, excerpt, composition, folder, target);
-		return;
+		return encodeWith(encoder, excerpt, composition, folder, target);
 	}
 	try {
-		encodeWith(encoder, excerpt, composition, folder, target);
+		const Reading reading = encodeWith(encoder, excerpt, composition, folder, target);
 		if (isPlayable(target, excerpt)) {
-			return;
+			return reading;
 		}
 		qWarning("%s: made no video that can be played", qUtf8Printable(encoder.name));
 	} catch (const Failure &failure) {
 		qWarning("%s: %s", qUtf8Printable(encoder.name), failure.what());
 	}
-	encodeWith(softwareEncoder(), excerpt, composition, folder, target);
+	const Reading reading = encodeWith(softwareEncoder(), excerpt, composition, folder, target);
 	notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
+	return reading;
 }

@@ -5,6 +5,7 @@
 #include "video/ffmpeg.hpp"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,22 @@ qsizetype keyOf(const QList<Picture> &pictures, qsizetype index)
 	return index;
 }
 
+/// How long in all no picture follows where some should.
+double gapsOf(const QList<Picture> &pictures)
+{
+	QList<double> steps{};
+	for (qsizetype i = 1; i < pictures.size(); ++i) {
+		steps += pictures[i].time_s - pictures[i - 1].time_s;
+	}
+	std::sort(steps.begin(), steps.end());
+	double gaps_s = 0;
+	for (const double step_s : std::as_const(steps)) {
+		const double gap_s = step_s - steps[steps.size() / 2];
+		gaps_s += gap_s > noticeable_s ? gap_s : 0;
+	}
+	return gaps_s;
+}
+
 /// The pictures of the replay, where possible only those at its end: a recording of hours takes a while to read.
 QList<Picture> picturesAtTheEnd(const QString &replay, const ffmpeg::Video &video, int length_s)
 {
@@ -74,11 +91,17 @@ Excerpt lastSecondsOf(const QString &replay, int length_s)
 	}
 	const QList<Picture> pictures = picturesAtTheEnd(replay, *video, length_s);
 	if (pictures.isEmpty()) {
-		return {replay, *video, 0, static_cast<double>(length_s), std::nullopt};
+		return {replay, *video, 0, static_cast<double>(length_s), 0, 0, std::nullopt};
 	}
 	const qsizetype first = firstOfLast(pictures, length_s);
-	const double start_s = pictures[first].time_s;
-	Excerpt excerpt{replay, *video, start_s - video->start_s, lengthOf(pictures.sliced(first)), std::nullopt};
+	const QList<Picture> chosen = pictures.sliced(first);
+	Excerpt excerpt{replay,
+			*video,
+			chosen.first().time_s - video->start_s,
+			lengthOf(chosen),
+			chosen.size(),
+			gapsOf(chosen),
+			std::nullopt};
 	const qsizetype key = keyOf(pictures, first);
 	if (key >= 0 && pictures[key].decode_s - searchMargin_s > video->start_s) {
 		excerpt.readFrom_s = pictures[key].decode_s - searchMargin_s;

@@ -14,10 +14,17 @@ struct Excerpt {
 	/// The time of its first picture, from the beginning of the replay.
 	double start_s{};
 	double length_s{};
+	/// How many pictures it has; 0 when unknown.
+	qsizetype pictures{};
+	/// How long in all none follows where some should.
+	double gaps_s{};
 	/// Where reading has to begin so that all of its pictures can be decoded, as the file counts; nothing is its
 	/// beginning.
 	std::optional<double> readFrom_s{};
 };
+
+/// Nobody misses less of a clip than that.
+constexpr double noticeable_s = 0.25;
 
 /// The last seconds of a replay, or all of it when it is shorter: from one picture to the end of another. Where nothing
 /// tells how long the replay is, its first seconds: better than none. Throws Failure when it is no video.

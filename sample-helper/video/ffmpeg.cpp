@@ -147,19 +147,16 @@ bool canDraw(const QString &filter, const QString &workingFolder)
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }
 
-QString tryToRun(const QStringList &arguments, const QString &workingFolder)
+bool run(const QStringList &arguments, const QString &workingFolder)
 {
 	const QString &file = arguments.last();
 	const subprocess::Result result = execute(arguments, workingFolder, writingLimits(file, workingFolder));
-	return result.succeeded() ? QString() : explain(result, file);
-}
-
-void run(const QStringList &arguments, const QString &workingFolder)
-{
-	const QString problem = tryToRun(arguments, workingFolder);
-	if (!problem.isEmpty()) {
-		throw Failure(problem);
+	if (!result.succeeded()) {
+		throw Failure(explain(result, file));
 	}
+	// "[vist#0:0/h264 @ 0x55d0c0ffee00] ...": a stream of video, of audio, or the file itself; the last is of ffmpeg 5.
+	static const QRegularExpression complaint(uR"(\[(vist|aist|in)#|Error while decoding stream)"_s);
+	return complaint.match(result.errorOutput).hasMatch();
 }
 
 } // namespace ffmpeg

@@ -26,10 +26,11 @@ double seconds(const QJsonObject &object, QLatin1StringView member)
 	return object.value(member).toString().toDouble();
 }
 
-bool isHdr(const QJsonObject &stream)
+QString hdrTransfer(const QJsonObject &stream)
 {
 	const QString transfer = stream.value(QLatin1String("color_transfer")).toString();
-	return transfer == QLatin1String("smpte2084") || transfer == QLatin1String("arib-std-b67");
+	const bool isHdr = transfer == QLatin1String("smpte2084") || transfer == QLatin1String("arib-std-b67");
+	return isHdr ? transfer : QString();
 }
 
 void addStream(Video &video, const QJsonObject &stream, int index)
@@ -39,7 +40,7 @@ void addStream(Video &video, const QJsonObject &stream, int index)
 	const bool isCover = disposition.value(QLatin1String("attached_pic")).toInt() != 0;
 	if (type == QLatin1String("video") && !isCover && video.videoStream < 0) {
 		video.videoStream = index;
-		video.isHdr = isHdr(stream);
+		video.hdrTransfer = hdrTransfer(stream);
 	} else if (type == QLatin1String("audio") && video.audioStream < 0) {
 		// OBS puts the full mix on the first track.
 		video.audioStream = index;

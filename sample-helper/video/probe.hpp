@@ -20,8 +20,8 @@ struct Video {
 	double duration_s{};
 	/// By the header as well.
 	double audioDuration_s{};
-	/// Whether its brightness goes beyond what ordinary screens show (PQ or HLG).
-	bool isHdr{};
+	/// What ffmpeg calls the way its brightness is stored when that goes beyond ordinary screens (PQ or HLG).
+	QString hdrTransfer{};
 };
 
 /// A picture as it is stored. Times are the file's own: they count from Video::start_s.
