@@ -1,25 +1,23 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [exit]: the long runs (all of them when none is named). Runs in the build root.
+# soak.sh [hostile] [long] [exit]: long runs, by default all. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
 results=build/soak
 mkdir -p "$results"
 
-# Helpers that are broken or mean harm.
 hostile()
 {
 	run_full hostile_helper
 }
 
-# Eight hours of a stream without their waiting.
+# Eight hours of a stream without the waiting.
 long()
 {
 	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full long_stream &&
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
-# Starts and ends of the real OBS.
 exit_of_obs()
 {
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
@@ -27,7 +25,7 @@ exit_of_obs()
 
 run_full()
 {
-	# QtTest ends a test function after 5 minutes unless told otherwise.
+	# QtTest's default limit is 5 minutes.
 	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
 		"$build_dir/tests/soak/soak" "$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
 }
@@ -41,7 +39,7 @@ for run in "$@"; do
 	hostile | long) "$run" ;;
 	exit) exit_of_obs ;;
 	*)
-		echo "soak: no run is called '$run'; there are: hostile, long, exit" >&2
+		echo "soak: unknown run '$run'; runs are: hostile, long, exit" >&2
 		exit 2
 		;;
 	esac

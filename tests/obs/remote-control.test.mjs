@@ -1,4 +1,4 @@
-// A remote control at work: obs-websocket's vendor requests, sent by a client that knows nothing of this module.
+// Vendor requests over obs-websocket, from a client that knows nothing of this module.
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
@@ -48,7 +48,7 @@ describe("a remote control of OBS with the module", () => {
     await test.startObs();
   }
 
-  it("is told of in exactly one line of the log", () => {
+  it("is mentioned in exactly one log line", () => {
     const lines = test.session.obs.lines().filter((line) => line.includes("[kestrune] obs-websocket"));
     assert.deepEqual(lines, ['info: [kestrune] obs-websocket vendor "Kestrune" registered (ClipThat, GetStatus)']);
   });
@@ -74,7 +74,7 @@ describe("a remote control of OBS with the module", () => {
     assert.deepEqual(answers, Array(1000).fill(expected));
   });
 
-  it("starts the linking of the account when there is none", async () => {
+  it("starts linking an account when there is none", async () => {
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await test.dock.waitForWidget({ class: "QLabel", text: "Connected as @sample" });
     assert.equal((await test.helperCalls("--link")).length, 1);
@@ -83,7 +83,7 @@ describe("a remote control of OBS with the module", () => {
 
   it("makes a Short with the Replay Buffer on", async () => {
     await test.dock.waitForWidget({ name: "clipBtn", enabled: true });
-    // Enough for a whole Short; the buffer offers no look inside, and it fills at the speed of time.
+    // Enough for a Short; the buffer's length cannot be queried, and it fills in real time.
     await sleep(4000);
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: true });
     await test.dock.waitForStatus(/^Your Short is ready: .*\.mp4/, undefined, 90_000);
@@ -94,7 +94,7 @@ describe("a remote control of OBS with the module", () => {
     await assertShort(shorts[0], runs[0][1], 30);
   });
 
-  it("switches a stopped Replay Buffer on, and makes no Short of that request", async () => {
+  it("starts a stopped Replay Buffer instead of making a Short", async () => {
     await test.stopReplayBuffer();
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await waitForReplayBuffer();
@@ -113,9 +113,9 @@ describe("a remote control of OBS with the module", () => {
     assert.equal((await answerTo("GetStatus")).hotkey, "Ctrl+Shift+C, Alt+F7");
   });
 
-  it("may go on asking until OBS has ended", async () => {
+  it("may keep sending requests until OBS has exited", async () => {
     await waitForReplayBuffer();
-    // A client's call never returns once the connection has gone.
+    // Calls never return once the connection is closed.
     const closed = new Promise((resolve) => test.websocket.once("ConnectionClosed", () => resolve("closed")));
     let answers = 0;
     const askOnAndOn = async (requestType) => {
@@ -129,13 +129,13 @@ describe("a remote control of OBS with the module", () => {
     };
     const asking = Promise.all(["GetStatus", "GetStatus", "ClipThat"].map(askOnAndOn));
     await waitFor("a stream of answers", () => answers > 300);
-    // Not `stopObs`, which hangs up first.
+    // `stopObs` would disconnect first.
     const [end] = await Promise.all([test.session.obs.stop(), asking]);
     assertCleanEnd(end, ownLeaks);
   });
 });
 
-/** What obs-websocket itself makes of a request while OBS ends: "notReady" or "closed". Other errors are thrown. */
+/** obs-websocket's own answer while OBS exits: "notReady" or "closed". Other errors are thrown. */
 function outcomeOfError(error) {
   if (error.code === 207) {
     return "notReady";

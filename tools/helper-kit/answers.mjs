@@ -1,10 +1,10 @@
-// What the members of an answer promise, and whether it holds: files that are there, links that lead somewhere.
+// Checks what an answer's members promise: that files exist and links are valid.
 
 import { open, stat } from "node:fs/promises";
 import path from "node:path";
 import { error, warning } from "./findings.mjs";
 
-/** The list `value`, or an empty one: the dock reads members of a wrong type as if they were missing. */
+/** `value`, or an empty list: the dock reads members of a wrong type as missing. */
 function listOf(value) {
   return Array.isArray(value) ? value : [];
 }
@@ -54,7 +54,7 @@ async function recent(event) {
   return findings;
 }
 
-// How files begin that every Qt can read: PNG, JPEG, GIF, BMP.
+// Signatures of the formats that every Qt reads: PNG, JPEG, GIF, BMP.
 const pictureBeginnings = ["89504e470d0a1a0a", "ffd8ff", "47494638", "424d"];
 
 async function isPicture(file) {
@@ -109,7 +109,7 @@ const checks = {
   error: (event) => [warning(`it ends in an "error" event; the user reads: ${event.error}`)],
 };
 
-/** What is wrong with what an event promises: a list of findings. */
+/** The promises that an event breaks, as findings. */
 export async function brokenPromises(event) {
   return (await checks[event.event]?.(event)) ?? [];
 }

@@ -1,11 +1,11 @@
-// The check of --chat-set: changes one number, looks whether it was stored, and puts the settings back.
+// Checks --chat-set: changes one number, checks that it was saved, and restores the settings.
 
 import { checkRun } from "./checks.mjs";
 import { error, warning } from "./findings.mjs";
 
 const mostUses = 100;
 
-/** As the dock sends them: compact, and in this order. */
+/** In the dock's order. */
 function settingsOf(chat) {
   return {
     command: chat.command,
@@ -26,7 +26,7 @@ async function storedChat(session) {
   return events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
 }
 
-/** Sends settings and answers what is wrong with the answer and with what --chat-get tells afterwards. */
+/** Sends settings; returns what is wrong with the answer and with the --chat-get that follows. */
 async function send(session, settings) {
   const { findings, events } = await checkRun(session, "--chat-set", ["--chat-set", JSON.stringify(settings)]);
   const answer = events.at(-1);
@@ -47,7 +47,6 @@ async function send(session, settings) {
     : findings;
 }
 
-/** Answers the findings of --chat-set. */
 export async function checkChatSet(session) {
   const before = await storedChat(session);
   if (!before) {

@@ -1,4 +1,4 @@
-// A command's runs, one round after the other, and everything that is wrong with them.
+// Runs a command in rounds and collects everything that is wrong.
 
 import { brokenPromises } from "./answers.mjs";
 import { commands } from "./commands.mjs";
@@ -36,7 +36,7 @@ function complaintsAboutEnd(run, { spoke }) {
   return signal ? [warning(`it ${how} after its answer; the dock does not mind`)] : [];
 }
 
-/** Several events that came together at the very end of a run that took its time were most likely not flushed. */
+/** Several events that all came at the end of a long run were probably not flushed. */
 function complaintsAboutFlushing({ durationMs }, events) {
   const [first, last] = [events.at(0), events.at(-1)];
   const together = events.length > 1 && last.atMs - first.atMs < atTheSameTime_ms;
@@ -53,7 +53,7 @@ function complaintsAboutFlushing({ durationMs }, events) {
 
 function complaintsAboutAnswer(command, run, events) {
   const { answers, without } = commands[command];
-  // Progress and codes may go before; an offer is no answer to a download.
+  // Progress and codes may precede it; an offer does not answer a download.
   const isOffer = ({ event, update }) => event === "update" && update === true;
   const settles = (each) => answers.includes(each.event) && !(command === "--download-update" && isOffer(each));
   if (events.some(settles)) {
@@ -66,7 +66,7 @@ function complaintsAboutAnswer(command, run, events) {
   return [error(`no ${wanted} event came: ${without}`)];
 }
 
-/** Runs the helper once; answers `findings` and `events`. */
+/** Runs the helper once; returns `findings` and `events`. */
 export async function checkRun(session, command, args) {
   const run = await runHelper(session.program, args, session);
   if (run.startError) {
@@ -96,7 +96,7 @@ function complaintsAboutSharedShorts(results) {
   return twice ? [error(`two clips made at the same time ended in the same file: ${twice}`)] : [];
 }
 
-/** Runs all rounds of `command`; answers `findings` and the `events` of all runs. */
+/** Runs all rounds of `command`; returns `findings` and all `events`. */
 export async function checkRounds(session, command) {
   const findings = [];
   const events = [];
@@ -115,7 +115,7 @@ export async function checkRounds(session, command) {
       findings.push(...(alone ? found : found.map((each) => ({ ...each, atOnce: true }))));
     }
     events.push(...results.flatMap((result) => result.events));
-    // What goes wrong for one run goes wrong for two, and a helper that hangs would hang again.
+    // More runs would fail the same way or hang again.
     if (findings.some(({ severity }) => severity === "error")) {
       break;
     }

@@ -1,6 +1,6 @@
-// The commands as the dock sends them, and what a missing answer costs the user.
+// The dock's commands, and what a missing answer costs the user.
 
-// What the dock offers before the helper has named its own.
+// The dock's own choices, until the helper names others.
 const dockChoices = {
   layouts: ["vtuber-bubble", "vtuber", "facecam", "podcast", "gameplay"],
   styles: ["rune", "neon", "clean", "meme", "none"],
@@ -8,7 +8,7 @@ const dockChoices = {
 };
 const noCaptions = "none";
 
-/** The keys on offer after this `status` event (which may be missing), by member. */
+/** The keys on offer after this `status` event (may be undefined), by member. */
 export function offeredChoices(status) {
   const offered = {};
   for (const [member, keys] of Object.entries(dockChoices)) {
@@ -28,7 +28,7 @@ function processRounds({ choices, replay }) {
     [[...start, "30", "--scene", "obs", ...look(choices), "--caption-position", "auto"]],
     [
       [...start, "60", "--scene", "obs", ...look(choices, noCaptions)],
-      // Choices that are empty are left out.
+      // Empty choices are left out.
       [...start, "120", "--scene", "obs", "--caption-position", "bottom"],
     ],
   ];
@@ -44,9 +44,9 @@ function aloneAndTwice(command) {
 }
 
 /**
- * By command: `rounds` makes the argument lists (those of a round are run at the same time), `answers` are the events
- * of which one must come, `without` is what the user gets when none does, and `changes` is set when running the command
- * changes more than the helper's own files.
+ * By command: `rounds` makes the argument lists, round by round; the runs of a round overlap. One of the events
+ * `answers` must come, otherwise the user gets `without`. `changes` is set if the command changes more than the
+ * helper's own files.
  */
 export const commands = {
   "--status": {

@@ -1,4 +1,4 @@
-// What a check has to say: an error (against the protocol) or a warning (works, but see what the user gets).
+// An error breaks the protocol; a warning works, but the user sees something odd.
 
 export function error(text) {
   return { severity: "error", text };

@@ -21,7 +21,7 @@ Runs PROGRAM, a Kestrune helper, through the helper protocol as the dock does, a
 them. Exit code: 0 without errors (warnings or not), 1 with errors, 2 when the command line is wrong.
 `;
 
-/** The command line is wrong; the message says how. */
+/** The message says what is wrong. */
 export class UsageError extends Error {}
 
 function commandNamed(name) {
@@ -68,7 +68,7 @@ function parse(args) {
   }
 }
 
-/** Reads the arguments; throws UsageError. With `help` nothing else is set. */
+/** Throws UsageError. With `help`, nothing else is set. */
 export function readOptions(args) {
   const { values, positionals } = parse(args);
   if (values.help) {

@@ -1,4 +1,4 @@
-// From what a run wrote to its events, and what is wrong with either.
+// Reads the events from a run's output, and what is wrong with them.
 
 import { error, warning } from "./findings.mjs";
 import { allKinds, complaintsAbout, kindsOf } from "./schema.mjs";
@@ -13,7 +13,7 @@ function isObject(value) {
   return typeof value === "object" && value !== null && !Array.isArray(value);
 }
 
-/** Reads one line: `event` if it is an object, else a `finding` unless it is empty. */
+/** Returns `event` for an object, nothing for an empty line, otherwise a `finding`. */
 function readLine(bytes) {
   let text;
   try {
@@ -28,7 +28,7 @@ function readLine(bytes) {
   try {
     value = JSON.parse(text);
   } catch (failure) {
-    // A brace tells an event that went wrong from a stray print.
+    // Without a brace it is a stray print, not a broken event.
     return text.startsWith("{")
       ? { finding: error(`a line is not JSON, so the dock drops it: ${shown(text)} (${failure.message})`) }
       : { finding: warning(`a line is not JSON; the dock drops it, log to a file instead: ${shown(text)}`) };
@@ -56,8 +56,8 @@ function complaintsAboutKind(command, { event: kind }) {
 }
 
 /**
- * Reads the lines of a run of `command`. Answers `events`, those that the dock acts on, each with `atMs`; `spoke`,
- * whether there was any object at all; and `findings`.
+ * Reads the output of a run of `command`. Returns `events`, those that the dock handles, each with `atMs`; `spoke`,
+ * whether there was any object; and `findings`.
  */
 export function readOutput(command, { lines, rest }) {
   const events = [];

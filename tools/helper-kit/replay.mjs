@@ -1,4 +1,4 @@
-// The replay that the helper is given, and proof that it was left alone.
+// The replay for the helper, and proof that it stays unchanged.
 
 import { createHash } from "node:crypto";
 import { copyFile, mkdir, readFile } from "node:fs/promises";
@@ -7,9 +7,9 @@ import { makeTestVideo } from "../obs/media.mjs";
 import { error } from "./findings.mjs";
 import { UsageError } from "./options.mjs";
 
-/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path. */
+/** Copies `source`, or a test video, into `folder`; returns its path. */
 export async function prepareReplay(folder, source) {
-  // Replays have blanks in their names, and people have names that are not ASCII.
+  // Replay names contain spaces, and people's names are not always ASCII.
   const home = path.join(folder, "Ana Peña");
   await mkdir(home);
   const replay = path.join(home, `Replay 2026-01-31 20-15-00${source ? path.extname(source) : ".mkv"}`);
@@ -29,7 +29,7 @@ async function fingerprint(file) {
     .digest("hex");
 }
 
-/** Calls `work` and answers a list of findings: empty when `file` is the same after it. */
+/** Calls `work`; returns findings unless `file` is unchanged. */
 export async function watchFile(file, work) {
   const before = await fingerprint(file);
   await work();

@@ -1,10 +1,10 @@
-// One run of a helper, started as the dock starts it.
+// Runs a helper as the dock does.
 
 import { spawn } from "node:child_process";
 
 const newline = 0x0a;
 
-/** Cuts what comes in into lines, as the dock does: what follows the last newline is never read. */
+/** Splits input into lines as the dock does: bytes after the last newline are ignored. */
 class Lines {
   complete = [];
   rest = Buffer.alloc(0);
@@ -19,12 +19,11 @@ class Lines {
 }
 
 /**
- * Runs `program` to its end, or kills it after `limitMs`. `onOutput`, when given, is called with the lines so far
- * whenever there is more output.
+ * Runs `program` to its end, or kills it after `limitMs`. `onOutput`, if given, gets the lines so far at each output.
  *
- * Answers `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
- * `exitCode` or `signal`, `timedOut`, `durationMs`, `errorOutput` (text); or only `startError` when it could not be
- * started.
+ * Resolves to `lines` (each with its bytes, without the newline, and its time), `rest` (bytes after the last newline),
+ * `exitCode` or `signal`, `timedOut`, `durationMs` and `errorOutput` (text); or, if the program does not start, only to
+ * `startError`.
  */
 export function runHelper(program, args, { limitMs, folder, onOutput }) {
   return new Promise((resolve) => {
@@ -35,10 +34,10 @@ export function runHelper(program, args, { limitMs, folder, onOutput }) {
 
     let child;
     try {
-      // Standard input is an open pipe that nothing is written to.
+      // As in the dock, standard input is a pipe that stays open and empty.
       child = spawn(program, args, { cwd: folder, stdio: "pipe", windowsHide: true });
     } catch (startError) {
-      // Some reasons are thrown, others come as the event below.
+      // Some start errors are thrown, others arrive as the event below.
       resolve({ startError });
       return;
     }
@@ -50,7 +49,7 @@ export function runHelper(program, args, { limitMs, folder, onOutput }) {
     function finish(ending) {
       clearTimeout(limit);
       child.stdin.destroy();
-      // Programs that the helper leaves behind may hold the pipes open.
+      // Orphaned children of the helper may hold the pipes open.
       child.stdout.destroy();
       child.stderr.destroy();
       const durationMs = performance.now() - started;
@@ -68,7 +67,7 @@ export function runHelper(program, args, { limitMs, folder, onOutput }) {
     child.on("error", (startError) => finish({ startError }));
     child.on("exit", (exitCode, signal) => {
       const end = () => finish({ exitCode, signal });
-      // The last output may still be in the pipe.
+      // Output may still be in the pipe.
       const patience = setTimeout(end, 1000);
       child.on("close", () => {
         clearTimeout(patience);

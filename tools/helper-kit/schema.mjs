@@ -1,4 +1,4 @@
-// The schema of the events, and what it has against an event in plain words.
+// The events' schema, and its complaints in plain words.
 
 import { readFileSync } from "node:fs";
 import { Ajv2020 } from "ajv/dist/2020.js";
@@ -12,23 +12,18 @@ function validatorOf(definition) {
   return ajv.getSchema(`helper-events#/$defs/${definition}`);
 }
 
-/** Whether the schema as a whole takes this object for an event. */
 export const isEvent = ajv.getSchema("helper-events");
 
-/** Whether `command` may answer with this event. */
 export function isAnswerTo(command, event) {
   return validatorOf(command)(event);
 }
 
-/** The kinds of events that `command` may answer with. */
 export function kindsOf(command) {
   return schema.$defs[command].anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
 }
 
-/** All commands. */
 export const allCommands = Object.keys(schema.$defs).filter((name) => name.startsWith("--"));
 
-/** All kinds of events. */
 export const allKinds = schema.anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
 
 const typeNames = {
@@ -44,7 +39,7 @@ function shown(value) {
   return text.length > 60 ? `${text.slice(0, 60)}…` : text;
 }
 
-/** "/items/0/path" as people write it: items[0].path. */
+/** "/items/0/path" becomes items[0].path. */
 function memberName(instancePath) {
   const [first, ...rest] = instancePath.split("/").slice(1);
   return rest.reduce((name, part) => name + (/^\d+$/.test(part) ? `[${part}]` : `.${part}`), first);
@@ -73,15 +68,15 @@ function finding(kind, { keyword, instancePath, params, data }) {
   }
 }
 
-/** What is wrong with an event of a known kind: a list of findings. */
+/** What is wrong with an event of a known kind, as findings. */
 export function complaintsAbout(event) {
   const validate = validatorOf(event.event);
   if (validate(event)) {
     return [];
   }
-  // These two only sum up what their branches say.
+  // These only repeat what their branches report.
   const telling = validate.errors.filter(({ keyword }) => keyword !== "anyOf" && keyword !== "const");
   const findings = telling.map((failure) => finding(event.event, failure));
-  // Several branches may say the same.
+  // Branches may report the same.
   return [...new Map(findings.map((each) => [each.text, each])).values()];
 }

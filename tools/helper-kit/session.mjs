@@ -1,4 +1,4 @@
-// A whole check: which commands are run, in which order, and what is told about each.
+// Checks a helper: which commands run, in which order, and what is reported.
 
 import { mkdtemp, rm } from "node:fs/promises";
 import os from "node:os";
@@ -8,7 +8,7 @@ import { checkRounds } from "./checks.mjs";
 import { commands, offeredChoices } from "./commands.mjs";
 import { prepareReplay } from "./replay.mjs";
 
-/** Why `command` is left out, or nothing. */
+/** Why `command` is skipped; undefined if it runs. */
 function reasonToSkip(command, { all, only, linked }) {
   if (only.length > 0) {
     return only.includes(command) ? undefined : "not asked for";
@@ -18,7 +18,7 @@ function reasonToSkip(command, { all, only, linked }) {
   return changes && !all ? `${changes}: only with --all or --only ${command.slice(2)}` : undefined;
 }
 
-/** Lets the person who runs the check confirm the link; the dock would open the address by itself. */
+/** Asks the user to confirm the link, whose address the dock would open itself. */
 function announceCode(say) {
   let announced = false;
   return (lines) => {
@@ -32,7 +32,7 @@ function announceCode(say) {
   };
 }
 
-/** Equal findings of several runs are one; it matters whether a lone run shows them, too. */
+/** Merges equal findings of several runs, and notes which occur only in overlapping runs. */
 function summedUp(findings) {
   const alone = new Set(findings.filter(({ atOnce }) => !atOnce).map(({ text }) => text));
   const unique = new Map(findings.map((finding) => [finding.text, finding]));
@@ -89,7 +89,7 @@ async function checkAll(session) {
   return counts.error === 0;
 }
 
-/** Checks the helper that the options name; `say` gets each line of the report. Answers whether there is no error. */
+/** Checks the helper and passes each line of the report to `say`. True if there are no errors. */
 export async function checkHelper(options, say) {
   const folder = await mkdtemp(path.join(os.tmpdir(), "check-helper-"));
   try {

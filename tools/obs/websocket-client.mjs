@@ -1,9 +1,7 @@
-// obs-websocket, seen from a remote control.
-
 import OBSWebSocket from "obs-websocket-js";
 import { waitFor } from "./wait.mjs";
 
-/** Connects to the obs-websocket server on this machine's `port`, waiting until it listens. */
+/** Connects to obs-websocket on this port once it listens. */
 export async function connectWebsocket(port) {
   const client = new OBSWebSocket();
   await waitFor(`obs-websocket on port ${port}`, () =>

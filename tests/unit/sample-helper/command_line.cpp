@@ -54,7 +54,7 @@ void CommandLineTest::printsHelpForPeople()
 	const Run run = Sandbox().run({u"--help"_s});
 	QCOMPARE(run.exitCode, 0);
 	QVERIFY(run.events.isEmpty());
-	// Windows ends lines in its own way.
+	// Windows ends lines with CR LF.
 	const QByteArray help = QByteArray(run.output).replace("\r\n", "\n");
 	QVERIFY(help.startsWith("Usage: sample-helper COMMAND [OPTION]...\n"));
 	for (const char *text :
@@ -79,7 +79,7 @@ void CommandLineTest::helpsWithWhatItKnows()
 	}
 	QCOMPARE(told.size(), 23);
 	for (const QString &name : std::as_const(told)) {
-		// A second unknown switch keeps the run from doing anything.
+		// A second, unknown option keeps the run from doing anything.
 		const Run run = Sandbox().run({name, u"x"_s, u"--foo"_s});
 		QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(),
 			 u"The sample helper doesn't know --foo yet."_s);

@@ -29,7 +29,6 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
 	return process.readAllStandardOutput();
 }
 
-/// Makes the file on first use.
 QString make(const QString &name, const QString &picture, const QString &sound, const QString &seconds)
 {
 	static const QTemporaryDir folder;

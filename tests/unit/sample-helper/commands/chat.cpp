@@ -134,7 +134,7 @@ void ChatTest::refusesBadSettings()
 	const QJsonObject event = run.onlyEvent();
 	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
 	QVERIFY(!event[QLatin1String("error")].toString().isEmpty());
-	// The dock goes on polling by these two, and leaves its fields alone without "command".
+	// With these two the dock keeps polling; without "command" it keeps its fields.
 	QCOMPARE(event[QLatin1String("enabled")].toBool(), true);
 	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
 	QVERIFY(!event.contains(QLatin1String("command")));

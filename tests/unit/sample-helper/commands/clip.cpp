@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 namespace {
 
-/// The nearest of the colours red, green and blue at a place of a Short's frame.
+/// The closest of red, green and blue at a point of the frame.
 char colourAt(const QByteArray &frame, int x, int y)
 {
 	const qsizetype at = (static_cast<qsizetype>(y) * 1080 + x) * 3;
@@ -61,7 +61,8 @@ char colourAt(const QByteArray &frame, int x, int y)
 void ClipTest::composesEveryLayout_data()
 {
 	QTest::addColumn<QByteArray>("layout");
-	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No game shows the camera's green corner.
+	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No layout shows the green corner as part of
+	// the game.
 	QTest::addColumn<QByteArray>("colours");
 	QTest::newRow("Bubble: blurred behind, camera in a disc") << QByteArray("vtuber-bubble") << QByteArray("rbgb");
 	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrb");
@@ -128,7 +129,7 @@ void ClipTest::burnsACaptionInEveryStyle()
 	const QByteArray frame = videos::firstFrame(shortPath(run));
 	QCOMPARE(frame.size(), 1080 * 1920 * 3);
 
-	// The replay is plain white there: whatever is not white belongs to the caption.
+	// The replay is white here: what is not white is caption.
 	double sum = 0;
 	double count = 0;
 	for (qsizetype i = 0; i < frame.size(); i += 3) {
@@ -148,7 +149,7 @@ void ClipTest::cutsTheLastSeconds()
 	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 3, lookArguments("gameplay", "none")));
 	const QList<int> frames = videos::brightness(shortPath(run));
 	const auto dark = std::count_if(frames.begin(), frames.end(), [](int value) { return value < 128; });
-	// One second of black and two of white, at 25 frames per second.
+	// One second of black, two of white, at 25 fps.
 	QVERIFY2(std::abs(dark - 25) <= 2, qPrintable(QString::number(dark)));
 	QVERIFY2(std::abs(frames.size() - 75) <= 2, qPrintable(QString::number(frames.size())));
 }
@@ -201,7 +202,7 @@ void ClipTest::readsAReplayWithoutADuration()
 {
 	const Sandbox sandbox;
 	const QString replay = sandbox.path(u"live.mkv"_s);
-	// A live file has no duration in its header, like one whose writer crashed.
+	// Live files have no duration in the header, as after a crash of the writer.
 	sandbox.writeFile(u"live.mkv"_s, videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c"_s, u"copy"_s,
 							 u"-live"_s, u"1"_s, u"-f"_s, u"matroska"_s, u"-"_s}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
@@ -215,7 +216,7 @@ void ClipTest::readsAReplayWithoutADuration()
 void ClipTest::readsAReplayWithoutAnyTimes()
 {
 	const Sandbox sandbox;
-	// Nothing but pictures: neither a header nor a packet tells a time.
+	// Raw video: neither the header nor packets hold times.
 	const QString replay = sandbox.writeFile(
 		u"raw.h264"_s,
 		videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c:v"_s, u"copy"_s, u"-f"_s, u"h264"_s, u"-"_s}));
@@ -281,7 +282,7 @@ void ClipTest::leavesTheCaptionOutWhenItCannotBeStored()
 	Sandbox sandbox;
 	linkAccount(sandbox);
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
-	// Where a folder is, no file can be written.
+	// A folder in the file's place prevents writing it.
 	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
 	QCOMPARE(eventName(run), u"done"_s);

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Every failure of --process: an "error" event that a streamer understands, the replay untouched, nothing half-made.
+/// Failures of --process: a helpful "error" event, the replay untouched, nothing half-made.
 class ClipFailureTest : public QObject {
 	Q_OBJECT
 
@@ -46,8 +46,8 @@ QString errorOf(const Run &run)
 		       : u"(no error event) "_s + QString::fromUtf8(run.output);
 }
 
-/// Runs the helper on the good replay with the shell command `prelude` in front; the replay must stay as it is and no
-/// file may stay behind in the folder of Shorts.
+/// Runs the helper on a good replay after the shell command `prelude` and returns its error. The replay must stay
+/// unchanged, and no file may stay in the Shorts folder.
 QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 {
 	const QByteArray before = videos::checksum(videos::regions());
@@ -227,10 +227,10 @@ void ClipFailureTest::reportsADiskThatFillsUp()
 	const QString mount = u"mount -t tmpfs -o size=8k none '%1'"_s.arg(sandbox.shortsFolder());
 	const QStringList unshare{u"--user"_s, u"--map-root-user"_s, u"--mount"_s, u"sh"_s, u"-c"_s};
 	if (sandbox.runProgram(u"unshare"_s, unshare + QStringList{mount}).exitCode != 0) {
-		QSKIP("a small disk of its own needs a mount, which is not allowed here");
+		QSKIP("mounting a small disk is not allowed here");
 	}
 	const QByteArray before = videos::checksum(videos::regions());
-	// The little disk is gone with the run, so the run itself has to tell what was left on it.
+	// The small disk disappears with the run, so the run lists what is left on it.
 	const QString script = mount + u"\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code"_s.arg(sandbox.shortsFolder());
 	const Run run = sandbox.runProgram(u"unshare"_s, unshare + QStringList{script, u"sh"_s, sampleHelper()} +
 								 processArguments(videos::regions()));
@@ -243,8 +243,7 @@ void ClipFailureTest::reportsADiskThatFillsUp()
 void ClipFailureTest::reportsAWriteBeyondTheAllowedSize()
 {
 	const Sandbox sandbox;
-	// With the signal ignored, a write beyond the limit fails as on a full disk: part of it is stored, then no
-	// more.
+	// With the signal ignored, writes beyond the limit fail halfway, as on a full disk.
 	QCOMPARE(errorAfter(sandbox, u"trap '' XFSZ\nulimit -f 16"_s),
 		 u"the disk is full. Free some space, then clip again."_s);
 }

@@ -167,7 +167,7 @@ void UpdateTest::reportsAMissingInstaller()
 void UpdateTest::reportsADiskThatRefusesTheDownload()
 {
 #ifdef Q_OS_WIN
-	QSKIP("There is no shell to limit the size of files.");
+	QSKIP("there is no shell to limit file sizes");
 #endif
 	const Sandbox sandbox;
 	offer(sandbox);

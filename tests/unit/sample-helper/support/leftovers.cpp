@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 using namespace std::chrono_literals;
 
-/// What runs that were killed left behind goes away with the next clip, and nothing else does.
+/// The next clip removes what killed runs left behind, and nothing else.
 class LeftoversTest : public QObject {
 	Q_OBJECT
 
@@ -83,7 +83,7 @@ void LeftoversTest::neverRemovesTheReplay()
 	QVERIFY(original.open(QIODevice::ReadOnly));
 	const QString path = sandbox.writeFile(replay, original.readAll());
 	QVERIFY(sandbox.age(aged, 48h));
-	// By another way to it, as a user may write it.
+	// A symbolic link to it, as users may write it.
 	const QString link = sandbox.path(u"link.mkv"_s);
 	QVERIFY(QFile::link(path, link));
 	for (const QString &name : {path, link}) {

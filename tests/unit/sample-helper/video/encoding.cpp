@@ -29,12 +29,11 @@ private Q_SLOTS:
 
 namespace {
 
-/// A linked sandbox whose ffmpeg claims to know encoders in hardware: h264_nvenc, whose hardware is missing, and
-/// h264_vaapi and h264_qsv, which libx264 stands in for. Every call is noted in "calls.txt".
+/// A sandbox whose ffmpeg claims hardware encoders: h264_nvenc, whose hardware is missing, and h264_vaapi and h264_qsv,
+/// which use libx264. "calls.txt" records every call.
 class Workshop : public Sandbox {
 public:
-	/// `onEncode` is done in front of the encoding of a Short in hardware, `onTrial` when the missing hardware is
-	/// tried.
+	/// `onEncode` runs before a Short is encoded in hardware, `onTrial` when the missing hardware is tried.
 	explicit Workshop(const QByteArray &onEncode = {},
 			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
 	{
@@ -68,7 +67,7 @@ public:
 
 	Run clip() const { return run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none"))); }
 
-	/// How often ffmpeg was called with this text among its arguments.
+	/// How often ffmpeg was called with this text in its arguments.
 	qsizetype calls(const char *text) const
 	{
 		return QString::fromUtf8(readFile(u"calls.txt"_s))
@@ -126,7 +125,7 @@ void EncodingTest::keepsTheLoudness()
 	const QList<double> after = videos::loudness(shortPath(run));
 	QCOMPARE(after.size(), channels);
 	for (int channel = 0; channel < channels; ++channel) {
-		// A fifth of a decibel.
+		// 0.2 dB.
 		QVERIFY2(std::abs(after[channel] / before[channel] - 1) < 0.023,
 			 qPrintable(u"%1 -> %2"_s.arg(before[channel]).arg(after[channel])));
 	}
