@@ -20,18 +20,12 @@ namespace {
 void extractSound(const Excerpt &excerpt, const QString &folder)
 {
 	const QStringList arguments =
-		inputArguments(excerpt) + QStringList{u"-map"_s,
-						      u"0:%1"_s.arg(excerpt.video.audioStream),
-						      u"-af"_s,
-						      soundCut(excerpt),
-						      u"-ac"_s,
-						      u"1"_s,
-						      u"-ar"_s,
-						      u"16000"_s,
-						      u"-c:a"_s,
-						      u"pcm_s16le"_s,
-						      u"-f"_s,
-						      u"wav"_s,
+		inputArguments(excerpt) + QStringList{u"-map"_s,      u"0:%1"_s.arg(excerpt.video.audioStream),
+						      u"-af"_s,       soundCut(excerpt),
+						      u"-ac"_s,       u"1"_s,
+						      u"-ar"_s,       u"16000"_s,
+						      u"-c:a"_s,      u"pcm_s16le"_s,
+						      u"-f"_s,        u"wav"_s,
 						      u"speech.wav"_s};
 	try {
 		ffmpeg::run(arguments, folder);

@@ -2,10 +2,10 @@
 
 #include "support/background_process.hpp"
 
-#include <csignal>
-
 #include <sys/prctl.h>
 #include <unistd.h>
+
+#include <csignal>
 
 void runInBackground(QProcess &process)
 {

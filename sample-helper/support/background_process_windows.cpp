@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Puts this process into a job that ends with it; false on failure. What it starts belongs to the same job from the first moment, which
-/// a job for each program could not promise.
+/// Puts this process into a job that ends with it; false on failure. What it starts belongs to the same job from the
+/// first moment, which a job for each program could not promise.
 bool joinJob()
 {
 	HANDLE job = CreateJobObjectW(nullptr, nullptr);
@@ -29,7 +29,6 @@ bool joinJob()
 void runInBackground(QProcess &process)
 {
 	[[maybe_unused]] static const bool joined = joinJob();
-	process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments *arguments) {
-		arguments->flags |= BELOW_NORMAL_PRIORITY_CLASS;
-	});
+	process.setCreateProcessArgumentsModifier(
+		[](QProcess::CreateProcessArguments *arguments) { arguments->flags |= BELOW_NORMAL_PRIORITY_CLASS; });
 }

@@ -114,8 +114,8 @@ Outcome waitFor(QProcess &process, const Output &output, const Limits &limits)
 
 void log(const QProcess &process, const Result &result, const Limits &limits)
 {
-	const QString call = QFileInfo(process.program()).fileName() + QLatin1Char(' ') +
-			     process.arguments().join(QLatin1Char(' '));
+	const QString call =
+		QFileInfo(process.program()).fileName() + QLatin1Char(' ') + process.arguments().join(QLatin1Char(' '));
 	switch (result.outcome) {
 	case Outcome::NotStarted:
 		qWarning("%s: %s", qUtf8Printable(process.program()), qUtf8Printable(process.errorString()));

@@ -11,8 +11,8 @@ struct Video;
 struct Colours {
 	/// For the pictures as they are read.
 	QString conversion{};
-	/// For the finished pictures, with a comma in front; may be empty. Filters that compose pictures forget what HDR
-	/// is marked with.
+	/// For the finished pictures, with a comma in front; may be empty. Filters that compose pictures forget what
+	/// HDR is marked with.
 	QString marks{};
 };
 

@@ -4,8 +4,9 @@
 #include "video/excerpt.hpp"
 #include "video/ffmpeg.hpp"
 
-#include <algorithm>
 #include <utility>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -31,8 +32,9 @@ qsizetype firstOfLast(const QList<Picture> &pictures, double length_s)
 {
 	const Picture &last = pictures.last();
 	const double start_s = last.time_s + last.duration_s / 2 - length_s;
-	const auto first = std::lower_bound(pictures.begin(), pictures.end(), start_s,
-					    [](const Picture &picture, double time_s) { return picture.time_s < time_s; });
+	const auto first =
+		std::lower_bound(pictures.begin(), pictures.end(), start_s,
+				 [](const Picture &picture, double time_s) { return picture.time_s < time_s; });
 	return first - pictures.begin();
 }
 
@@ -95,12 +97,8 @@ Excerpt lastSecondsOf(const QString &replay, int length_s)
 	}
 	const qsizetype first = firstOfLast(pictures, length_s);
 	const QList<Picture> chosen = pictures.sliced(first);
-	Excerpt excerpt{replay,
-			*video,
-			chosen.first().time_s - video->start_s,
-			lengthOf(chosen),
-			chosen.size(),
-			gapsOf(chosen),
+	Excerpt excerpt{replay,           *video,        chosen.first().time_s - video->start_s,
+			lengthOf(chosen), chosen.size(), gapsOf(chosen),
 			std::nullopt};
 	const qsizetype key = keyOf(pictures, first);
 	if (key >= 0 && pictures[key].decode_s - searchMargin_s > video->start_s) {
@@ -111,10 +109,11 @@ Excerpt lastSecondsOf(const QString &replay, int length_s)
 
 QStringList inputArguments(const Excerpt &excerpt)
 {
-	// ffmpeg would take the time that reading begins at as 0, and a picture long before 0 in MPEG-TS as a jump in time,
-	// which it mends.
-	QStringList arguments{u"-copyts"_s, u"-seek_timestamp"_s, u"1"_s, u"-noaccurate_seek"_s, u"-itsoffset"_s,
-			      number(-excerpt.video.start_s - excerpt.start_s)};
+	// ffmpeg would take the time that reading begins at as 0, and a picture long before 0 in MPEG-TS as a jump in
+	// time, which it mends.
+	QStringList arguments{u"-copyts"_s,    u"-seek_timestamp"_s,
+			      u"1"_s,          u"-noaccurate_seek"_s,
+			      u"-itsoffset"_s, number(-excerpt.video.start_s - excerpt.start_s)};
 	if (excerpt.readFrom_s) {
 		arguments << u"-ss"_s << number(*excerpt.readFrom_s);
 	}

@@ -62,7 +62,7 @@ subprocess::Limits writingLimits(const QString &file, const QString &workingFold
 QString hungText(const QString &name)
 {
 	return u"%1 hung, nothing came of it for %2 s. Clip again."_s.arg(name).arg(environment::stillLimit_ms() /
-										   1000.0);
+										    1000.0);
 }
 
 /// The last line without what means nothing to a streamer: "[out#0/mp4 @ 0x55d0c0ffee00]" in front, the temporary name
@@ -110,8 +110,8 @@ QString fileAddress(const QString &path)
 QByteArray ask(const QStringList &arguments)
 {
 	const QString name = u"ffprobe"_s;
-	const subprocess::Result result = execute(name, QStringList{u"-v"_s, u"error"_s} + arguments, {},
-						  {-1, environment::stillLimit_ms(), {}});
+	const subprocess::Result result =
+		execute(name, QStringList{u"-v"_s, u"error"_s} + arguments, {}, {-1, environment::stillLimit_ms(), {}});
 	if (result.outcome == subprocess::Outcome::Hung) {
 		throw Failure(hungText(name));
 	}
@@ -154,7 +154,8 @@ bool run(const QStringList &arguments, const QString &workingFolder)
 	if (!result.succeeded()) {
 		throw Failure(explain(result, file));
 	}
-	// "[vist#0:0/h264 @ 0x55d0c0ffee00] ...": a stream of video, of audio, or the file itself; the last is of ffmpeg 5.
+	// "[vist#0:0/h264 @ 0x55d0c0ffee00] ...": a stream of video, of audio, or the file itself; the last is of
+	// ffmpeg 5.
 	static const QRegularExpression complaint(uR"(\[(vist|aist|in)#|Error while decoding stream)"_s);
 	return complaint.match(result.errorOutput).hasMatch();
 }

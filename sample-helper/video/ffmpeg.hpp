@@ -27,8 +27,8 @@ bool succeeds(const QStringList &arguments);
 /// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
 bool canDraw(const QString &filter, const QString &workingFolder);
 
-/// Runs ffmpeg in `workingFolder`; the last argument is the file that it writes. Returns whether it complained of what it
-/// read, though it went on. Throws Failure with a sentence that a streamer understands.
+/// Runs ffmpeg in `workingFolder`; the last argument is the file that it writes. Returns whether it complained of what
+/// it read, though it went on. Throws Failure with a sentence that a streamer understands.
 bool run(const QStringList &arguments, const QString &workingFolder);
 
 } // namespace ffmpeg

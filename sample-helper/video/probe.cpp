@@ -102,6 +102,9 @@ QList<Picture> pictures(const QString &path, int stream, std::optional<double> f
 	}
 	std::stable_sort(result.begin(), result.end(),
 			 [](const Picture &left, const Picture &right) { return left.time_s < right.time_s; });
+	if (result.size() > 1 && result.last().duration_s <= 0) {
+		result.last().duration_s = result.last().time_s - result[result.size() - 2].time_s;
+	}
 	return result;
 }
 

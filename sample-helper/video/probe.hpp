@@ -27,7 +27,7 @@ struct Video {
 /// A picture as it is stored. Times are the file's own: they count from Video::start_s.
 struct Picture {
 	double time_s{};
-	/// 0 when unknown.
+	/// 0 when unknown, but for the last.
 	double duration_s{};
 	/// When it is to be decoded: earlier, if later pictures are stored in front of it.
 	double decode_s{};

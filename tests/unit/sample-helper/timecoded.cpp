@@ -147,7 +147,7 @@ QList<double> beepsOf(const QString &path)
 
 QList<double> beeps_s()
 {
-	return {1.05, 5.3, 9.2, 13.75, 17.1, 20.45, 23.6, 24.35, 25.7, 27.25, 28.1, 29.4};
+	return {1.05, 5.3, 13.75, 17.1, 20.45, 23.6, 24.35, 27.25, 31.1, 33.25, 34.7, 36.1, 37.25, 38.1, 39.4};
 }
 
 QString replay(const Kind &kind)
@@ -157,8 +157,8 @@ QString replay(const Kind &kind)
 						.arg(kind.start_s)
 						.arg(kind.keyInterval);
 	if (!QFile::exists(path)) {
-		videos::ffmpeg(QStringList{u"-i"_s, source(kind.keyInterval), u"-c"_s, u"copy"_s, u"-output_ts_offset"_s,
-					   QString::number(kind.start_s)} +
+		videos::ffmpeg(QStringList{u"-i"_s, source(kind.keyInterval), u"-c"_s, u"copy"_s,
+					   u"-output_ts_offset"_s, QString::number(kind.start_s)} +
 			       QString::fromLatin1(kind.options).split(QLatin1Char(' '), Qt::SkipEmptyParts) +
 			       QStringList{u"-f"_s, QLatin1String(kind.format), path});
 	}

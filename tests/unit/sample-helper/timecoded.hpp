@@ -9,7 +9,7 @@
 namespace timecoded {
 
 constexpr int picturesPerSecond = 10;
-constexpr int length_s = 30;
+constexpr int length_s = 40;
 
 /// When beeps begin, from the first picture.
 QList<double> beeps_s();

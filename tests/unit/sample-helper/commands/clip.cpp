@@ -238,10 +238,12 @@ void ClipTest::findsTheCameraWhereItIsTold()
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0.9,0,0.4,nonsense"_s);
 	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
-	QCOMPARE(note(fallback), u"KESTRUNE_SAMPLE_HELPER_CAMERA isn't left,top,width,height from 0 to 1, used the lower "
-				 "right corner"_s);
+	QCOMPARE(note(fallback),
+		 u"KESTRUNE_SAMPLE_HELPER_CAMERA isn't left,top,width,height from 0 to 1, used the lower "
+		 "right corner"_s);
 	// A layout without a camera needs none.
-	QCOMPARE(note(sandbox.run(processArguments(videos::regions(), 1, lookArguments("podcast", "none")))), QString());
+	QCOMPARE(note(sandbox.run(processArguments(videos::regions(), 1, lookArguments("podcast", "none")))),
+		 QString());
 }
 
 void ClipTest::remembersTheLook()

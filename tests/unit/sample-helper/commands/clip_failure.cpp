@@ -196,8 +196,8 @@ void ClipFailureTest::reportsWhatFfmpegSays_data()
 				 << u"ffmpeg failed: Could not open encoder before EOF."_s;
 	QTest::newRow("the temporary name") << QByteArray("Error opening output file $last.")
 					    << u"ffmpeg failed: Error opening output file its output."_s;
-	QTest::newRow("nothing but marks") << QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] ..")
-					   << u"ffmpeg stopped unexpectedly."_s;
+	QTest::newRow("nothing but marks")
+		<< QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] ..") << u"ffmpeg stopped unexpectedly."_s;
 }
 
 void ClipFailureTest::reportsWhatFfmpegSays()
@@ -206,8 +206,8 @@ void ClipFailureTest::reportsWhatFfmpegSays()
 	QFETCH(const QString, text);
 	Sandbox sandbox;
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
-	sandbox.useTool(u"ffmpeg"_s, "for last; do :; done\ncase \"$last\" in *.part) echo \"" + said +
-					     "\" >&2; exit 1;; esac");
+	sandbox.useTool(u"ffmpeg"_s,
+			"for last; do :; done\ncase \"$last\" in *.part) echo \"" + said + "\" >&2; exit 1;; esac");
 	QCOMPARE(errorAfter(sandbox, QString()), text);
 }
 

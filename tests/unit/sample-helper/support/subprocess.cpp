@@ -78,7 +78,7 @@ void SubprocessTest::letsAGrowingFileGrow()
 void SubprocessTest::fillsNoMemoryWithWhatIsSaid()
 {
 	const Meddler sandbox("yes 'error: something is wrong with this' | head -c 500000000 >&2\n"
-			    "grep VmHWM /proc/$PPID/status > memory.txt");
+			      "grep VmHWM /proc/$PPID/status > memory.txt");
 	QCOMPARE(eventName(sandbox.run(sandbox.arguments())), u"done"_s);
 	const QByteArray peak = sandbox.readFile(u"memory.txt"_s).simplified();
 	const int peak_KiB = peak.split(' ').value(1).toInt();

@@ -49,8 +49,7 @@ void ColoursTest::saysThatHdrStays()
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
 	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *zscale*) echo 'No such filter: zscale' >&2; exit 8;; esac\n"
 				     "exec ffmpeg \"$@\"");
-	const Run run =
-		sandbox.run(processArguments(videos::hdr("smpte2084"), 1, lookArguments("gameplay", "none")));
+	const Run run = sandbox.run(processArguments(videos::hdr("smpte2084"), 1, lookArguments("gameplay", "none")));
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), u"its HDR colours look pale on ordinary screens, this ffmpeg can't convert them"_s);
 	QCOMPARE(videos::details(shortPath(run)).colourTransfer, u"smpte2084"_s);

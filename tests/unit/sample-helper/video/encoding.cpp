@@ -191,9 +191,9 @@ void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish_data()
 	QTest::newRow("too few pictures")
 		<< QByteArray("exec ffmpeg -v error -y -f lavfi -i color=s=1080x1920:r=25 -t 0.2 -f mp4 \"$last\"");
 	// What is stored where the pictures are is no video, the index around it is whole.
-	QTest::newRow("pictures that are none")
-		<< QByteArray("ffmpeg -v error -y -f lavfi -i testsrc2=s=1080x1920:r=25 -t 1 -f mp4 \"$last\"\n"
-			      "f=${last#file:}; head -c 3000 /dev/zero | dd of=\"$f\" bs=1 seek=2000 conv=notrunc; exit");
+	QTest::newRow("pictures that are none") << QByteArray(
+		"ffmpeg -v error -y -f lavfi -i testsrc2=s=1080x1920:r=25 -t 1 -f mp4 \"$last\"\n"
+		"f=${last#file:}; head -c 3000 /dev/zero | dd of=\"$f\" bs=1 seek=2000 conv=notrunc; exit");
 }
 
 void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish()

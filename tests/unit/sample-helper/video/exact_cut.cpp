@@ -66,15 +66,16 @@ void ExactCutTest::cutsEveryContainerExactly_data()
 		const char *format{};
 		const char *options{""};
 	};
-	constexpr Container containers[]{{"mkv", "matroska"},         {"mp4", "mp4"}, {"fragmented mp4", "mp4", timecoded::fragmented},
-					 {"mov", "mov"}, {"flv", "flv"}, {"ts", "mpegts"}};
+	constexpr Container containers[]{
+		{"mkv", "matroska"}, {"mp4", "mp4"}, {"fragmented mp4", "mp4", timecoded::fragmented},
+		{"mov", "mov"},      {"flv", "flv"}, {"ts", "mpegts"}};
 	for (const Container &container : containers) {
-		// The last key picture is at 25 s, the only other one the first.
+		// With key pictures at 0 and 25 s only; at 0 and 35 s only, that is, before and after the cut.
 		addRow(container.name, {container.format, container.options, 0, 250}, 3);
-		addRow(container.name, {container.format, container.options, 600, 250}, 7);
+		addRow(container.name, {container.format, container.options, 600, 350}, 7);
 		addRow(container.name, {container.format, container.options, 1.5, 20}, 3);
 	}
-	addRow("mkv", {"matroska", "", 600, 250}, timecoded::length_s);
+	addRow("mkv", {"matroska", "", 600, 20}, timecoded::length_s);
 }
 
 void ExactCutTest::cutsEveryContainerExactly()
