@@ -20,6 +20,8 @@ using namespace std::chrono_literals;
 
 namespace {
 constexpr int smallestBox_px = 80;
+// Nobody scrolls further, and a box of a million entries would hold up OBS for seconds.
+constexpr int mostChoices = 1000;
 
 QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
 {
@@ -49,11 +51,14 @@ void showFontsInTheirOwnFace(QComboBox *box)
 	}
 }
 
-/// The array's elements as strings; empty for those of another type.
+/// The array's first mostChoices elements as strings; empty for those of another type.
 QStringList toStrings(const QJsonArray &array)
 {
 	QStringList strings;
 	for (const QJsonValue value : array) {
+		if (strings.size() == mostChoices) {
+			break;
+		}
 		strings << value.toString();
 	}
 	return strings;

@@ -33,27 +33,31 @@ QByteArray fileContents(const QString &path)
 	return file.read(largestFile_bytes);
 }
 
-/// A PNG without texts and colour profiles, of which libpng unpacks 8 MB each from a few bytes. Anything else as it is.
-QByteArray withoutExtras(const QByteArray &contents)
+QByteArray formatOf(QByteArray contents)
 {
+	QBuffer buffer(&contents);
+	buffer.open(QIODevice::ReadOnly);
+	return QImageReader::imageFormat(&buffer);
+}
+
+/// A PNG without texts and colour profiles, of which libpng unpacks 8 MB each from a few bytes.
+QByteArray withoutExtras(const QByteArray &png)
+{
+	constexpr qsizetype signature_bytes = 8;
 	constexpr qsizetype lengthAndType_bytes = 8;
 	constexpr qsizetype checksum_bytes = 4;
-	const QByteArray signature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
-	if (!contents.startsWith(signature)) {
-		return contents;
-	}
 
-	QByteArray kept = signature;
-	qsizetype start = signature.size();
-	while (contents.size() - start >= lengthAndType_bytes) {
+	QByteArray kept = png.first(signature_bytes);
+	qsizetype start = signature_bytes;
+	while (png.size() - start >= lengthAndType_bytes) {
 		const qsizetype length =
-			lengthAndType_bytes + qFromBigEndian<quint32>(contents.constData() + start) + checksum_bytes;
-		const QByteArrayView type = QByteArrayView(contents).sliced(start + 4, 4);
+			lengthAndType_bytes + qFromBigEndian<quint32>(png.constData() + start) + checksum_bytes;
+		const QByteArrayView type = QByteArrayView(png).sliced(start + 4, 4);
 		const bool isCritical = (type[0] & 0x20) == 0;
 		if (isCritical || type == "tRNS") {
-			kept += contents.mid(start, length);
+			kept += png.mid(start, length);
 		}
-		start += qMin(length, contents.size() - start);
+		start += qMin(length, png.size() - start);
 	}
 	return kept;
 }
@@ -78,10 +82,14 @@ bool isSmallPicture(const QImageReader &reader)
 
 QImage readPreviewPicture(const QString &path, QSize room_px)
 {
-	QByteArray contents = withoutExtras(fileContents(path));
+	QByteArray contents = fileContents(path);
+	const QByteArray format = formatOf(contents);
+	if (format == "png") {
+		contents = withoutExtras(contents);
+	}
 	QBuffer buffer(&contents);
-	QImageReader reader(&buffer);
-	if (!isSmallPicture(reader) || (reader.format() == "jpeg" && hasManyScans(contents))) {
+	QImageReader reader(&buffer, format);
+	if (!isSmallPicture(reader) || (format == "jpeg" && hasManyScans(contents))) {
 		return {};
 	}
 	reader.setScaledSize(reader.size().scaled(room_px, Qt::KeepAspectRatio).expandedTo({1, 1}));

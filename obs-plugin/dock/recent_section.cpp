@@ -14,6 +14,11 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+// Years of clips; a list of a million would hold up OBS for seconds.
+constexpr int mostClips = 10'000;
+} // namespace
+
 RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
 	: helper_(helper)
 {
@@ -56,6 +61,9 @@ void RecentSection::showRecent(const QJsonObject &event)
 	list_->clear();
 	const QJsonArray clips = event[u"items"].toArray();
 	for (const QJsonValue clip : clips) {
+		if (list_->count() == mostClips) {
+			break;
+		}
 		const QString path = clip[u"path"].toString();
 		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
 		item->setData(Qt::UserRole, path);

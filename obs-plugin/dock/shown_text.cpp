@@ -51,10 +51,13 @@ bool hasHarmlessMarkup(const QString &text)
 
 QString shownToolTip(const QString &text)
 {
+	// However its lines break, a text of this length is small enough.
+	constexpr qsizetype smallText = 280;
+	static_assert((smallText / 2 + 1) * (smallText / 2 + 1) <= largestToolTipArea);
+
 	QString shown = shownText(text);
-	if (toolTipArea(shown) > largestToolTipArea) {
-		// However its lines break, the square of this is no larger than four times the area.
-		shown = cut(shown, 280);
+	if (shown.size() > smallText && toolTipArea(shown) > largestToolTipArea) {
+		shown = cut(shown, smallText);
 	}
 	return hasHarmlessMarkup(shown) ? shown : shown.toHtmlEscaped();
 }

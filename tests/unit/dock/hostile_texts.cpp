@@ -1,3 +1,4 @@
+#include <QComboBox>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
@@ -139,6 +140,22 @@ private Q_SLOTS:
 		QTRY_VERIFY(label(u"Connected as @"_s));
 		layOut();
 		QVERIFY(child<QWidget>(u"dockContent"_s)->minimumSizeHint().width() < 400);
+	}
+
+	void endlessListsEnd()
+	{
+		QVERIFY(load());
+		QJsonArray choices;
+		QJsonArray clips;
+		for (int index = 0; index < 20'000; ++index) {
+			choices << QString::number(index);
+			clips << QJsonObject{{u"name"_s, QString::number(index)}};
+		}
+		answer("refreshStatus", u"--status"_s,
+		       {{u"event"_s, u"status"_s}, {u"linked"_s, true}, {u"layouts"_s, choices}});
+		QTRY_COMPARE(child<QComboBox>(u"layout"_s)->count(), 1000);
+		answer("refreshRecent", u"--recent"_s, {{u"event"_s, u"recent"_s}, {u"items"_s, clips}});
+		QTRY_COMPARE(dock()->findChild<QListWidget *>()->count(), 10'000);
 	}
 
 	void manyBindingsWidenNothing()
