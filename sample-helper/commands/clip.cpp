@@ -11,6 +11,8 @@
 #include "support/events.hpp"
 #include "support/files.hpp"
 #include "support/scratch_folder.hpp"
+#include "video/colours.hpp"
+#include "video/completeness.hpp"
 #include "video/encoding.hpp"
 #include "video/excerpt.hpp"
 #include "video/ffmpeg.hpp"
@@ -94,17 +96,16 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	removeLeftovers(replay);
 
 	ScratchFolder scratch(environment::stateFolder());
-	const QString graph = layoutGraph(look.layout, cameraRegion(look.layout)) +
-			      captionFilter(excerpt, look, scratch.path(), notes);
+	const Composition composition{ordinaryColours(excerpt.video, notes),
+				      layoutGraph(look.layout, cameraRegion(look.layout, notes)) +
+					      captionFilter(excerpt, look, scratch.path(), notes)};
 
 	const QString name = newShortName();
 	const QString part = output.filePath(name + u".part"_s);
 	const QString finished = output.filePath(name + u".mp4"_s);
 	scratch.adopt(part);
-	encode(excerpt, graph, scratch.path(), part, notes);
-	if (ffmpeg::probe(part).duration_s <= 0) {
-		throw Failure(u"ffmpeg found no pictures in %1."_s.arg(QFileInfo(replay).fileName()));
-	}
+	const Reading reading = encode(excerpt, composition, scratch.path(), part, notes);
+	noteWhatIsMissing(part, excerpt, reading, length_s, notes);
 	files::move(part, finished);
 	return finished;
 }
@@ -137,17 +138,14 @@ int runProcess(const QCommandLineParser &parser)
 		throw Failure(u"this device was revoked. The Short is %1."_s.arg(path),
 			      {{u"relink"_s, true}, {u"formatted"_s, formatted}});
 	}
-	if (environment::isOffline()) {
-		sendEvent(u"pending"_s, {{u"formatted"_s, formatted}});
-		return 0;
-	}
-	if (link == Link::unlinked) {
+	const bool isOffline = environment::isOffline();
+	if (link == Link::unlinked && !isOffline) {
 		notes += u"kept on this computer, no account is connected"_s;
 	}
 	QJsonObject members{{u"formatted"_s, formatted}};
 	if (!notes.isEmpty()) {
 		members[u"note"_s] = notes.join(u"; "_s);
 	}
-	sendEvent(u"done"_s, members);
+	sendEvent(isOffline ? u"pending"_s : u"done"_s, members);
 	return 0;
 }

@@ -21,9 +21,8 @@ namespace {
 // Long enough for a streamer to flip through the looks, short enough for a newly installed font to show up.
 constexpr qint64 cacheLifetime_s = 3600;
 
-QString cachedPath(const Look &look)
+QString cachedPath(const Look &look, const Region &camera)
 {
-	const Region camera = cameraRegion(look.layout);
 	return environment::stateFolder() +
 	       u"/previews/%1-%2-%3-%4-%5-%6-%7-%8.png"_s.arg(look.layout, look.style, look.font, look.position)
 		       .arg(camera.x)
@@ -74,9 +73,8 @@ QByteArray labels(const Region &camera)
 }
 
 /// The filter graph of the whole picture; the scripts that it needs go to `folder`.
-QString graphOf(const Look &look, const QDir &folder)
+QString graphOf(const Look &look, const Region &camera, const QDir &folder)
 {
-	const Region camera = cameraRegion(look.layout);
 	files::write(folder.filePath(u"labels.ass"_s), labels(camera));
 	files::write(folder.filePath(u"captions.ass"_s),
 		     captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
@@ -87,12 +85,12 @@ QString graphOf(const Look &look, const QDir &folder)
 	       u",scale=540:960:flags=area[picture]"_s;
 }
 
-void render(const Look &look, const QString &target)
+void render(const Look &look, const Region &camera, const QString &target)
 {
 	// The scratch folder is on the target's own file system: the finished picture then appears at once and whole,
 	// even while another run makes the same one.
 	const ScratchFolder scratch(QFileInfo(target).absolutePath());
-	ffmpeg::run({u"-filter_complex"_s, graphOf(look, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
+	ffmpeg::run({u"-filter_complex"_s, graphOf(look, camera, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
 		     u"-frames:v"_s, u"1"_s, u"-update"_s, u"1"_s, u"preview.png"_s},
 		    scratch.path());
 	files::move(scratch.filePath(u"preview.png"_s), target);
@@ -104,12 +102,13 @@ int runPreview(const QCommandLineParser &parser)
 {
 	QStringList notes{};
 	const Look look = requestedLook(parser, notes);
+	const Region camera = cameraRegion(look.layout, notes);
 	for (const QString &note : std::as_const(notes)) {
 		qWarning("%s", qUtf8Printable(note));
 	}
-	const QString path = cachedPath(look);
+	const QString path = cachedPath(look, camera);
 	if (!isFresh(path)) {
-		render(look, path);
+		render(look, camera, path);
 	}
 	sendEvent(u"preview"_s, {{u"path"_s, path}});
 	return 0;

@@ -24,6 +24,11 @@ QString updateRunner()
 	return u"" UPDATE_RUNNER ""_s;
 }
 
+QString fakeHelper()
+{
+	return u"" FAKE_HELPER ""_s;
+}
+
 Sandbox::Sandbox()
 {
 	for (const QString &name : environment_.keys()) {

@@ -15,6 +15,9 @@ QString sampleHelper();
 /// The program that stands in for the elevated installer.
 QString updateRunner();
 
+/// The program that the dock's tests use as their helper: it follows a script.
+QString fakeHelper();
+
 /// The result of one helper run.
 struct Run {
 	/// -1 after a crash or a timeout.

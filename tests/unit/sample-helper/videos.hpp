@@ -23,11 +23,18 @@ QString atFrameRate(int rate);
 /// 2 s of picture with a tone of this amplitude (0 to 1) per channel.
 QString withTones(const QList<double> &amplitudes);
 
+/// 1 s of plain grey at 203 nits, as HDR with this transfer function ("smpte2084" or "arib-std-b67").
+QString hdr(const char *transfer);
+
 struct Details {
 	int width{};
 	int height{};
 	QString videoCodec{};
 	QString pixelFormat{};
+	/// ffmpeg's names for how colours are stored.
+	QString colourTransfer{};
+	QString colourPrimaries{};
+	QString colourMatrix{};
 	/// Frames per second; 0 if unknown.
 	double frameRate{};
 	QString audioCodec{};
@@ -39,6 +46,9 @@ Details details(const QString &path);
 
 /// Brightness of each frame, 0 to 255.
 QList<int> brightness(const QString &path);
+
+/// When each frame is shown, in order.
+QList<double> pictureTimes_s(const QString &path);
 
 /// RMS amplitude of each channel.
 QList<double> loudness(const QString &path);

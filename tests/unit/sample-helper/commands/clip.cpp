@@ -231,12 +231,20 @@ void ClipTest::readsAReplayWithoutAnyTimes()
 void ClipTest::findsTheCameraWhereItIsTold()
 {
 	Sandbox sandbox;
+	linkAccount(sandbox);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0, 0, 0.4, 0.4"_s);
 	const Run run = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(note(run), QString());
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(run)), 540, 300), 'r');
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0.9,0,0.4,nonsense"_s);
 	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
+	QCOMPARE(note(fallback),
+		 u"KESTRUNE_SAMPLE_HELPER_CAMERA isn't left,top,width,height from 0 to 1, used the lower "
+		 "right corner"_s);
+	// A layout without a camera needs none.
+	QCOMPARE(note(sandbox.run(processArguments(videos::regions(), 1, lookArguments("podcast", "none")))),
+		 QString());
 }
 
 void ClipTest::remembersTheLook()

@@ -21,6 +21,10 @@ private Q_SLOTS:
 	void reportsMissingFfprobe();
 	void reportsFfmpegThatCannotStart();
 	void reportsFfmpegThatCrashes();
+	void reportsFfmpegThatHangs();
+	void reportsFfprobeThatHangs();
+	void reportsWhatFfmpegSays_data();
+	void reportsWhatFfmpegSays();
 	void reportsFfmpegWithoutH264();
 	void reportsADiskThatFillsUp();
 	void reportsAWriteBeyondTheAllowedSize();
@@ -160,6 +164,51 @@ void ClipFailureTest::reportsFfmpegThatCrashes()
 		u"ffmpeg"_s,
 		"for last; do :; done\ncase \"$last\" in *.part) echo half > \"${last#file:}\"; kill -9 $$;; esac");
 	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg stopped unexpectedly."_s);
+}
+
+void ClipFailureTest::reportsFfmpegThatHangs()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"2500"_s);
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s, "for last; do :; done\ncase \"$last\" in *.part) echo half > \"${last#file:}\";"
+				     " exec sleep 1000;; esac");
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg hung, nothing came of it for 2.5 s. Clip again."_s);
+}
+
+void ClipFailureTest::reportsFfprobeThatHangs()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"1000"_s);
+	sandbox.useTool(u"ffprobe"_s, "exec sleep 1000");
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffprobe hung, nothing came of it for 1 s. Clip again."_s);
+}
+
+void ClipFailureTest::reportsWhatFfmpegSays_data()
+{
+	QTest::addColumn<QByteArray>("said");
+	QTest::addColumn<QString>("text");
+	QTest::newRow("no pictures") << QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] Nothing was written into output file, "
+						   "because at least one of its streams received no packets.")
+				     << u"ffmpeg found no pictures in the replay."_s;
+	QTest::newRow("origins") << QByteArray("[vost#0:0/libx264 @ 0x55d0c0ffee00] [enc:libx264 @ 0x55d0c0ffee01] "
+					       "Could not open encoder before EOF.")
+				 << u"ffmpeg failed: Could not open encoder before EOF."_s;
+	QTest::newRow("the temporary name") << QByteArray("Error opening output file $last.")
+					    << u"ffmpeg failed: Error opening output file its output."_s;
+	QTest::newRow("nothing but marks")
+		<< QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] ..") << u"ffmpeg stopped unexpectedly."_s;
+}
+
+void ClipFailureTest::reportsWhatFfmpegSays()
+{
+	QFETCH(const QByteArray, said);
+	QFETCH(const QString, text);
+	Sandbox sandbox;
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s,
+			"for last; do :; done\ncase \"$last\" in *.part) echo \"" + said + "\" >&2; exit 1;; esac");
+	QCOMPARE(errorAfter(sandbox, QString()), text);
 }
 
 void ClipFailureTest::reportsFfmpegWithoutH264()

@@ -19,6 +19,9 @@ private Q_SLOTS:
 	void takesTheFirstEncoderThatWorks();
 	void givesUpOnHardwareThatHangs();
 	void goesOnInSoftwareWhenHardwareFails();
+	void goesOnInSoftwareWhenHardwareHangs();
+	void goesOnInSoftwareWhenHardwareWritesRubbish_data();
+	void goesOnInSoftwareWhenHardwareWritesRubbish();
 	void encodesInSoftwareWhenNoHardwareWorks();
 	void takesTheEncoderThatIsNamed();
 	void tellsItsSpeed();
@@ -166,6 +169,42 @@ void EncodingTest::goesOnInSoftwareWhenHardwareFails()
 	QCOMPARE(workshop.calls("format=nv12,hwupload[short]"), 1);
 	QCOMPARE(videos::details(shortPath(run)).videoCodec, u"h264"_s);
 	QCOMPARE(workshop.shortsFolderContent().size(), 1);
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareHangs()
+{
+	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; exec sleep 1000");
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"3000"_s);
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
+	QCOMPARE(videos::details(shortPath(run)).videoCodec, u"h264"_s);
+	QCOMPARE(workshop.shortsFolderContent().size(), 1);
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish_data()
+{
+	QTest::addColumn<QByteArray>("script");
+	QTest::newRow("no video") << QByteArray("echo rubbish > \"${last#file:}\"; exit");
+	QTest::newRow("nothing") << QByteArray("exit");
+	QTest::newRow("too few pictures")
+		<< QByteArray("exec ffmpeg -v error -y -f lavfi -i color=s=1080x1920:r=25 -t 0.2 -f mp4 \"$last\"");
+	// What is stored where the pictures are is no video, the index around it is whole.
+	QTest::newRow("pictures that are none") << QByteArray(
+		"ffmpeg -v error -y -f lavfi -i testsrc2=s=1080x1920:r=25 -t 1 -f mp4 \"$last\"\n"
+		"f=${last#file:}; head -c 3000 /dev/zero | dd of=\"$f\" bs=1 seek=2000 conv=notrunc; exit");
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish()
+{
+	QFETCH(const QByteArray, script);
+	Workshop workshop("for last; do :; done\n" + script);
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
+	QCOMPARE(videos::brightness(shortPath(run)).size(), 25);
 }
 
 void EncodingTest::encodesInSoftwareWhenNoHardwareWorks()
