@@ -24,7 +24,8 @@ QString withoutNumbers(const QString &graph)
 
 void requireOnlyNumbers(const QString &layout)
 {
-	const Region camera = cameraRegion(layout);
+	QStringList notes;
+	const Region camera = cameraRegion(layout, notes);
 	for (const double part : {camera.x, camera.y, camera.width, camera.height}) {
 		require(part >= 0 && part <= 1.0001, "the camera is in the picture");
 	}
