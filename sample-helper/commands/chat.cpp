@@ -171,7 +171,8 @@ QJsonArray takeTriggers(QJsonObject &chat)
 		const double at = message.value(atKey).toDouble();
 		// Negative after a clock that was wrong.
 		const double sinceLastUse_ms = at - chat.value(lastUseKey).toDouble();
-		const int count = chat.value(countKey).toInt();
+		// Bounded, whatever the file holds, so that it can be counted up.
+		const int count = qBound(0, chat.value(countKey).toInt(), 1'000'000);
 		const int cap = chat.value(capKey).toInt();
 		const bool cooling = chat.contains(lastUseKey) && sinceLastUse_ms >= 0 &&
 				     sinceLastUse_ms < chat.value(cooldownKey).toInt() * 1000.0;
