@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-constexpr int smallestBox_px = 80;
+constexpr int smallestBox_characters = 8;
 // Nobody scrolls further, and a box of a million entries would hold up OBS for seconds.
 constexpr int mostChoices = 1000;
 
@@ -27,8 +27,9 @@ QComboBox *addBox(QFormLayout *form, const QString &label, const QString &object
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
-	// A box is at least as wide as its longest entry, and the helper may name any.
-	box->setMinimumWidth(smallestBox_px);
+	// Not as wide as its longest entry: the helper may name any, and Qt measures them all.
+	box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+	box->setMinimumContentsLength(smallestBox_characters);
 	form->addRow(label, box);
 	return box;
 }

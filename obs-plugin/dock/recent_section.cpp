@@ -28,8 +28,8 @@ RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &h
 	list_ = new QListWidget;
 	list_->setMinimumHeight(60);
 	list_->setMaximumHeight(120);
-	// Laying out thousands of clips at once would block the user-interface thread for longer than a frame.
-	list_->setLayoutMode(QListView::Batched);
+	// Else Qt measures each of thousands of names.
+	list_->setUniformItemSizes(true);
 	list_->setAccessibleName(u"Recent clips"_s);
 	column->addWidget(list_);
 	auto *openFolderButton = new QPushButton(u"Open output folder"_s);

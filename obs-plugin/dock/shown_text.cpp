@@ -3,14 +3,12 @@
 
 #include "dock/shown_text.hpp"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 /// A tooltip gets a window as wide as its longest line and as high as all its lines. This bounds the product, in
-/// characters: a character takes about 1 kB of that window.
-constexpr qsizetype largestToolTipArea = 20'000;
+/// characters: a character takes about 1 kB of that window, and 4 kB on a screen at 200 %.
+constexpr qsizetype largestToolTipArea = 5000;
 
 QString cut(const QString &text, qsizetype longest)
 {
@@ -23,13 +21,37 @@ QString cut(const QString &text, qsizetype longest)
 	return text.first(longest - (splits ? 1 : 0)) + u'…';
 }
 
+bool endsLine(QChar character)
+{
+	switch (character.unicode()) {
+	case u'\n':
+	case u'\r':
+	case u'\v':
+	case u'\f':
+	case 0x85:
+	case QChar::LineSeparator:
+	case QChar::ParagraphSeparator:
+		return true;
+	default:
+		return false;
+	}
+}
+
 qsizetype toolTipArea(const QString &text)
 {
-	static const QRegularExpression lineBreak(u"[\\n\\r\\v\\f\\x{85}\\x{2028}\\x{2029}]|<br\\s*/?>"_s,
-						  QRegularExpression::CaseInsensitiveOption);
-	const QList<QStringView> lines = QStringView(text).split(lineBreak);
-	const auto longest = std::ranges::max_element(lines, {}, &QStringView::size);
-	return lines.size() * longest->size();
+	qsizetype lines = 1 + text.count(u"<br", Qt::CaseInsensitive);
+	qsizetype longest = 0;
+	qsizetype width = 0;
+	for (const QChar character : text) {
+		if (endsLine(character)) {
+			++lines;
+			width = 0;
+		} else {
+			width += character == u'\t' ? 8 : 1;
+			longest = qMax(longest, width);
+		}
+	}
+	return lines * longest;
 }
 } // namespace
 
@@ -51,13 +73,9 @@ bool hasHarmlessMarkup(const QString &text)
 
 QString shownToolTip(const QString &text)
 {
-	// However its lines break, a text of this length is small enough.
-	constexpr qsizetype smallText = 280;
-	static_assert((smallText / 2 + 1) * (smallText / 2 + 1) <= largestToolTipArea);
-
 	QString shown = shownText(text);
-	if (shown.size() > smallText && toolTipArea(shown) > largestToolTipArea) {
-		shown = cut(shown, smallText);
+	while (toolTipArea(shown) > largestToolTipArea) {
+		shown = cut(shown, shown.size() / 2);
 	}
 	return hasHarmlessMarkup(shown) ? shown : shown.toHtmlEscaped();
 }

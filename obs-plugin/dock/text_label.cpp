@@ -1,15 +1,23 @@
 #include "dock/shown_text.hpp"
 #include "dock/text_label.hpp"
 
+namespace {
+constexpr int smallestWidth_px = 40;
+} // namespace
+
 TextLabel::TextLabel(const QString &text)
 	: QLabel(text)
 {
 	// A label is at least as wide as its longest word, and would widen OBS's main window for it.
-	setMinimumWidth(1);
+	setMinimumWidth(smallestWidth_px);
 }
 
 void TextLabel::showText(const QString &text)
 {
-	setTextFormat(hasHarmlessMarkup(text) ? Qt::AutoText : Qt::PlainText);
+	// A new format is applied to the old text first, and that may be one with other markup.
+	setTextFormat(Qt::PlainText);
 	setText(text);
+	if (hasHarmlessMarkup(text)) {
+		setTextFormat(Qt::AutoText);
+	}
 }

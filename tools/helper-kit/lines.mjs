@@ -6,7 +6,7 @@ import { isObject } from "./schema.mjs";
 
 // Qt takes a byte order mark before JSON for what it is, and so does this.
 const utf8 = new TextDecoder("utf-8", { fatal: true });
-const longestLine_bytes = 8 * 1024 * 1024;
+const longestLine_bytes = 5 * 1024 * 1024;
 const dropped = "The dock drops such a line.";
 
 /** Findings with the same `key` become one. */
@@ -71,7 +71,7 @@ function isUtf16(bytes) {
 /** The text of a line that the dock reads, or what is wrong with it. */
 function decoded({ bytes }) {
   if (bytes.length > longestLine_bytes) {
-    return { text: "", finding: error(`a line has ${bytes.length} bytes; 8 MiB are the most`, dropped) };
+    return { text: "", finding: error(`a line has ${bytes.length} bytes; 5 MiB are the most`, dropped) };
   }
   try {
     return { text: utf8.decode(bytes).trim() };

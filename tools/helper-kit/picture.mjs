@@ -1,15 +1,17 @@
 // Whether the dock shows a picture as the preview.
 
 import { open } from "node:fs/promises";
-import { error, warning } from "./findings.mjs";
+import { error } from "./findings.mjs";
 
 // The dock's limits.
-const largestFile_bytes = 7 * 1024 * 1024;
-const largestPicture_px = 1440 * 2560;
+const largestFile_bytes = 9 * 1024 * 1024;
+const largestJpeg_bytes = 4 * 1024 * 1024;
+const largestPicture_px = 2 * 1080 * 1920;
 
-// Signatures of the formats that every Qt reads: PNG, JPEG, GIF, BMP.
+// Signatures of the formats that the dock reads: PNG, JPEG, BMP, PPM.
 const png = "89504e470d0a1a0a";
-const signatures = [png, "ffd8ff", "47494638", "424d"];
+const jpeg = "ffd8ff";
+const signatures = [png, jpeg, "424d", "5033", "5036"];
 
 /** Returns the first bytes of a file and its `size`. */
 async function headOf(file) {
@@ -27,14 +29,21 @@ export async function complaintsAboutPicture(file) {
   const { head, size } = await headOf(file);
   const begins = (signature) => head.toString("hex").startsWith(signature);
   if (size > largestFile_bytes) {
-    return [error(`the preview has ${size} bytes; the dock hides pictures of more than 7 MiB: ${file}`)];
+    return [error(`the preview has ${size} bytes; the dock hides pictures of more than 9 MiB: ${file}`)];
   }
   if (!signatures.some(begins)) {
-    return [warning(`the preview is not a PNG, JPEG, GIF or BMP file, and may be hidden: ${file}`)];
+    return [error(`the preview is not a PNG, JPEG, BMP or PPM file, so the dock hides it: ${file}`)];
+  }
+  if (begins(jpeg) && size > largestJpeg_bytes) {
+    return [error(`the preview has ${size} bytes; the dock hides JPEG pictures of more than 4 MiB: ${file}`)];
   }
   // Only a PNG has its size where it is easily found.
   const [width, height] = begins(png) ? [head.readUInt32BE(16), head.readUInt32BE(20)] : [0, 0];
   return width * height > largestPicture_px
-    ? [error(`the preview has ${width} x ${height} pixels; the dock hides pictures of more than 1440 x 2560: ${file}`)]
+    ? [
+        error(
+          `the preview has ${width} x ${height} pixels; the dock hides pictures of more than twice 1080 x 1920: ${file}`,
+        ),
+      ]
     : [];
 }

@@ -372,7 +372,7 @@ export const oddMembers = [
     "previews a text",
     "preview",
     `{"event":"preview","path":"$here/helper"}`,
-    "the preview is not a PNG, JPEG, GIF or BMP file",
+    "the preview is not a PNG, JPEG, BMP or PPM file",
   ],
   [
     "goes beyond a range",

@@ -62,7 +62,7 @@ export const brokenOutput = [
   [
     "writes a line without end",
     `printf '{"event":"recent","folder":"%s"}\\n' "$(head -c 9000000 /dev/zero | tr '\\0' x)"`,
-    "a line has 9000030 bytes; 8 MiB are the most",
+    "a line has 9000030 bytes; 5 MiB are the most",
   ],
   [
     "prints its usage",

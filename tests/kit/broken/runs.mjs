@@ -74,13 +74,13 @@ export const brokenRuns = [
     "preview",
     `printf '\\x89PNG\\r\\n\\x1a\\n\\0\\0\\0\\rIHDR\\0\\0\\x1f\\x40\\0\\0\\x1f\\x40' >"$here/a.png"
     echo '{"event":"preview","path":"'"$here"'/a.png"}'`,
-    "the preview has 8000 x 8000 pixels; the dock hides pictures of more than 1440 x 2560",
+    "the preview has 8000 x 8000 pixels; the dock hides pictures of more than twice 1080 x 1920",
   ],
   [
     "previews a film",
     "preview",
-    `head -c 8000000 /dev/zero >"$here/a.png"; echo '{"event":"preview","path":"'"$here"'/a.png"}'`,
-    "the preview has 8000000 bytes; the dock hides pictures of more than 7 MiB",
+    `head -c 10000000 /dev/zero >"$here/a.png"; echo '{"event":"preview","path":"'"$here"'/a.png"}'`,
+    "the preview has 10000000 bytes; the dock hides pictures of more than 9 MiB",
   ],
   ["changes the replay", "process", `echo x >>"$2"; echo '{"event":"pending"}'`, "the replay was changed"],
   ["removes the replay", "process", `rm -f "$2"; echo '{"event":"pending"}'`, "the replay was removed or moved"],

@@ -34,6 +34,9 @@ private Q_SLOTS:
 		QTest::newRow("not granted")
 			<< QJsonObject{{u"enabled"_s, true}, {u"consent_url"_s, u"https://a.example/?b=1&c=\"d\""_s}}
 			<< false << step.arg(u"https://a.example/?b=1&amp;c=&quot;d&quot;"_s);
+		QTest::newRow("not granted, address without end")
+			<< QJsonObject{{u"enabled"_s, true}, {u"consent_url"_s, QString(40'000, u'w')}} << false
+			<< step.arg(QString());
 		QTest::newRow("not granted, no address")
 			<< QJsonObject{{u"enabled"_s, true}, {u"granted"_s, false}} << false << step.arg(QString());
 		QTest::newRow("error before all")

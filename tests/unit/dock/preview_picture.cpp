@@ -1,7 +1,5 @@
 #include <QBuffer>
-#include <QDataStream>
 #include <QFile>
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -29,17 +27,6 @@ class PreviewPictureTest : public QObject {
 		image.fill(Qt::cyan);
 		return encoded(image, format);
 	}
-	/// A PNG chunk that libpng takes for damaged: nobody may look at it.
-	static QByteArray chunk(const QByteArray &type, const QByteArray &data)
-	{
-		QByteArray bytes;
-		QDataStream stream(&bytes, QDataStream::WriteOnly);
-		stream << static_cast<quint32>(data.size());
-		stream.writeRawData((type + data).constData(), static_cast<int>(4 + data.size()));
-		stream << quint32{0};
-		return bytes;
-	}
-
 	/// Nine levels of ten uses each: to lay it out takes hours.
 	static QByteArray drawing()
 	{
@@ -103,26 +90,15 @@ private Q_SLOTS:
 		QCOMPARE(read(encoded(image, "png")).pixelColor(9, 9).alpha(), 0);
 	}
 
-	void doesNotUnpackTextsInAPng()
-	{
-		QByteArray png = plain({90, 160}, "png");
-		const QByteArray broken = chunk("zTXt", "a" + QByteArray(1, 0) + "a" + QByteArray(100, 'x'));
-		const QByteArray unknownButNeeded = chunk("ABCD", "x");
-		QCOMPARE(read(QByteArray(png).insert(33, broken)).size(), QSize(159, 284));
-		QVERIFY(read(QByteArray(png).insert(33, unknownButNeeded)).isNull());
-	}
-
 	void refusesWhatIsNoSmallPicture_data()
 	{
 		QTest::addColumn<QByteArray>("contents");
-		const QByteArray jpeg = plain({90, 160}, "jpg");
 		QTest::newRow("nothing") << QByteArray();
 		QTest::newRow("text") << QByteArray("just a text");
 		QTest::newRow("drawing") << drawing();
 		QTest::newRow("many pixels") << plain({8000, 8000}, "png");
 		QTest::newRow("truncated in its header") << plain({90, 160}, "png").first(20);
-		QTest::newRow("many scans") << jpeg + QByteArray("\xff\xda").repeated(30);
-		QTest::newRow("large file") << plain({90, 160}, "png") + QByteArray(8 * 1024 * 1024, 'x');
+		QTest::newRow("large file") << plain({90, 160}, "png") + QByteArray(9 * 1024 * 1024, 'x');
 	}
 	void refusesWhatIsNoSmallPicture()
 	{
@@ -143,16 +119,20 @@ private Q_SLOTS:
 	{
 		read(plain({90, 160}, "png"));
 		QVERIFY(!readPreviewPicture(folder_.filePath(u"picture"_s), room_px_).isNull());
-		QVERIFY(readPreviewPicture(u'/' + folder_.filePath(u"picture"_s), room_px_).isNull());
+		const QString path = folder_.filePath(u"picture"_s);
+		for (const QString &prefix : {u"/"_s, u"\\\\?\\UNC\\"_s, u"/??/"_s, u"\\\\host\\share\\"_s, u"./"_s}) {
+			QVERIFY(readPreviewPicture(prefix + path, room_px_).isNull());
+		}
 	}
 
 	void followsLinks()
 	{
 		read(plain({90, 160}, "png"));
-		const QString link = folder_.filePath(u"link.lnk"_s);
+		// Windows has shortcuts instead, which may lead to another computer.
+		const bool isWindows = QSysInfo::productType() == u"windows";
+		const QString link = folder_.filePath(isWindows ? u"link.lnk"_s : u"link"_s);
 		QVERIFY(QFile::link(folder_.filePath(u"picture"_s), link));
-		// A shortcut on Windows is a file of its own, which only programs of the desktop follow.
-		QCOMPARE(readPreviewPicture(link, room_px_).isNull(), QSysInfo::productType() == u"windows");
+		QCOMPARE(readPreviewPicture(link, room_px_).isNull(), isWindows);
 	}
 };
 
