@@ -52,8 +52,8 @@ void SettingsTest::saysWhatIsWrong_data()
 	QTest::addColumn<QByteArray>("line");
 	QTest::addColumn<QString>("problem");
 	QTest::newRow("no sign") << QByteArray("\nOUTPUT /shorts") << u"Line 2 of the settings file has no \"=\"."_s;
-	QTest::newRow("no such setting") << QByteArray("OUTPTU=/shorts")
-					 << u"Line 1 of the settings file: OUTPTU is no setting."_s;
+	QTest::newRow("no such setting") << QByteArray("OUTPUTS=/shorts")
+					 << u"Line 1 of the settings file: OUTPUTS is no setting."_s;
 	QTest::newRow("no number")
 		<< QByteArray("LINK_MS=soon")
 		<< u"Line 1 of the settings file: LINK_MS needs a number of milliseconds, not \"soon\"."_s;
