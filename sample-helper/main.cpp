@@ -1,78 +1,10 @@
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include "commands/commands.hpp"
-#include "commands/help.hpp"
+#include "commands/command_line.hpp"
 #include "support/events.hpp"
 #include "support/log.hpp"
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void describe(QCommandLineParser &parser)
-{
-	for (const Command &command : commands()) {
-		parser.addOption({QLatin1String(command.name), {}, QLatin1String(command.value)});
-	}
-	for (const std::span<const Option> options : {lookOptions(), otherOptions()}) {
-		for (const Option &option : options) {
-			parser.addOption({QLatin1String(option.name), {}, QLatin1String(option.value)});
-		}
-	}
-	for (const char *name : {"help", "version"}) {
-		parser.addOption(QCommandLineOption(QLatin1String(name)));
-	}
-}
-
-int print(const QString &text)
-{
-	std::fputs(text.toUtf8().constData(), stdout);
-	return 0;
-}
-
-/// Runs the one command that the arguments ask for.
-int dispatch(const QStringList &arguments)
-{
-	QCommandLineParser parser;
-	describe(parser);
-	if (!parser.parse(arguments)) {
-		const QStringList unknown = parser.unknownOptionNames();
-		if (unknown.isEmpty()) {
-			throw Failure(parser.errorText());
-		}
-		const QString dashes = unknown.first().size() == 1 ? u"-"_s : u"--"_s;
-		throw Failure(u"The sample helper doesn't know %1%2 yet."_s.arg(dashes, unknown.first()));
-	}
-	if (parser.isSet(u"help"_s)) {
-		return print(helpText());
-	}
-	if (parser.isSet(u"version"_s)) {
-		return print(u"sample-helper %1\n"_s.arg(QCoreApplication::applicationVersion()));
-	}
-	const Command *wanted = nullptr;
-	for (const Command &command : commands()) {
-		if (!parser.isSet(QLatin1String(command.name))) {
-			continue;
-		}
-		if (wanted != nullptr) {
-			throw Failure(u"The sample helper takes one command at a time."_s);
-		}
-		wanted = &command;
-	}
-	if (wanted == nullptr) {
-		throw Failure(u"Nothing to do. Try sample-helper --help."_s);
-	}
-	const QStringList words = parser.positionalArguments();
-	if (!words.isEmpty() && QLatin1String(wanted->words).isEmpty()) {
-		throw Failure(u"The sample helper doesn't know what to do with \"%1\"."_s.arg(words.first()));
-	}
-	return wanted->run(parser);
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -81,7 +13,7 @@ int main(int argc, char *argv[])
 	QCoreApplication::setApplicationVersion(u"" SAMPLE_HELPER_VERSION ""_s);
 	startLog();
 	try {
-		return dispatch(QCoreApplication::arguments());
+		return runCommandLine(QCoreApplication::arguments());
 	} catch (const Failure &failure) {
 		qWarning("%s", failure.what());
 		QJsonObject members = failure.members();

@@ -1,20 +1,32 @@
 #!/usr/bin/env bash
-# fuzz.sh [TARGET...] [--seconds N]: runs these fuzz targets, or all, side by side for N seconds each. Runs in the build
-# root.
+# fuzz.sh [TARGET...] [--seconds N] [--at-once N] [--coverage]: runs these fuzz targets, or all, for N seconds each, as
+# many at once as told, or one for each processor core. With --coverage, runs the corpora and earlier finds once and
+# prints how many lines they reach. Runs in the build root.
 set -euo pipefail
 
 seconds=1800
+at_once=$(nproc)
+coverage=no
 targets=()
+
+# number OPTION VALUE: prints the value of this option.
+number()
+{
+	if [[ ! $2 =~ ^[1-9][0-9]*$ ]]; then
+		echo "fuzz: $1 needs a positive integer" >&2
+		exit 2
+	fi
+	echo "$2"
+}
+
 while (($# > 0)); do
 	case $1 in
-	--seconds)
-		seconds=${2:-}
-		if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
-			echo "fuzz: --seconds needs a positive integer" >&2
-			exit 2
-		fi
+	--seconds | --at-once)
+		value=$(number "$1" "${2:-}")
+		if [[ $1 == --seconds ]]; then seconds=$value; else at_once=$value; fi
 		shift
 		;;
+	--coverage) coverage=yes ;;
 	--*)
 		echo "fuzz: unknown option $1" >&2
 		exit 2
@@ -36,9 +48,12 @@ for target in "${targets[@]}"; do
 	fi
 done
 
+if [[ $coverage == yes ]]; then
+	exec tools/fuzz-coverage.sh "${targets[@]}"
+fi
 if [[ -z ${DISPLAY:-} ]]; then
 	tools/build.sh fuzz
-	exec tools/with-xvfb.sh "$0" "${targets[@]}" --seconds "$seconds"
+	exec tools/with-xvfb.sh "$0" "${targets[@]}" --seconds "$seconds" --at-once "$at_once"
 fi
 
 # The targets check for leaks themselves; at exit, Qt's caches would be reported.
@@ -53,35 +68,46 @@ export TMPDIR
 jobs=()
 trap 'kill "${jobs[@]}" 2>/dev/null || true; rm -rf "$TMPDIR"' EXIT
 
-# fuzz_one TARGET: adds to the corpus in results/TARGET/corpus and puts findings in results/TARGET. An input that takes
-# 20 s counts as a hang.
+# fuzz_one TARGET: adds to the corpus in results/TARGET/corpus and puts findings in results/TARGET. What an input may cost
+# is in tests/fuzz/cost.hpp; one that sleeps for 20 s counts as a hang.
 fuzz_one()
 {
-	local result=$results/$1
+	local result=$results/$1 dictionary=tests/fuzz/dictionaries/$1 options=()
 	mkdir -p "$result/corpus"
-	exec "$programs/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 \
+	if [[ -e $dictionary ]]; then
+		options=(-dict="$dictionary")
+	fi
+	exec "$programs/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 "${options[@]}" \
 		-detect_leaks=0 -print_final_stats=1 -artifact_prefix="$result/" "$result/corpus" "$PWD/tests/fuzz/corpus/$1" \
 		>"$result/log" 2>&1
 }
 
 for target in "${targets[@]}"; do
+	while (($(jobs -rp | wc -l) >= at_once)); do sleep 1; done
 	rm -rf "${results:?}/$target"/{crash,leak,timeout,oom}-*
 	fuzz_one "$target" &
 	jobs+=($!)
 	echo "$target: up to $seconds s, log in build/fuzz/results/$target/log"
 done
 
+# figure TARGET NAME: prints this one of libFuzzer's figures.
+figure()
+{
+	sed -n "s/^stat::$2: *//p" "$results/$1/log"
+}
+
 status=0
 for index in "${!targets[@]}"; do
 	target=${targets[index]}
 	job=${jobs[index]}
-	unset "jobs[index]"
 	if wait "$job"; then
-		echo "$target: no findings, $(grep -m 1 number_of_executed_units "$results/$target/log")"
+		echo "$target: no findings in $(figure "$target" number_of_executed_units) inputs," \
+			"$(figure "$target" average_exec_per_sec) a second"
 	else
 		status=1
 		echo "$target: FINDINGS, see build/fuzz/results/$target/log"
 		find "$results/$target" -maxdepth 1 -type f ! -name log -printf '    reproducer: %p\n'
 	fi
+	unset "jobs[index]"
 done
 exit "$status"

@@ -125,6 +125,9 @@ QString escape(const QString &text)
 			result += u"\\\u2060"_s;
 		} else if (letter == QLatin1Char('{') || letter == QLatin1Char('}')) {
 			result += QLatin1Char('\\') + letter;
+		} else if (letter.category() == QChar::Other_Control) {
+			// A carriage return would begin a line of the script, a null character would end it.
+			result += QLatin1Char(' ');
 		} else {
 			result += letter;
 		}

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString decode(const QByteArray &file)

@@ -2,7 +2,8 @@
 #include <QJsonObject>
 #include <QStringList>
 
-#include "host.hpp"
+#include "cost.hpp"
+#include "dock_host.hpp"
 #include "host/hotkeys.hpp"
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
@@ -51,15 +52,18 @@ void requireRoundTrip(const obs_key_combination &combination)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-	startHost();
+	const FuzzDock &dock = FuzzDock::fresh(true);
 	const OBSDataAutoRelease saveData = obs_data_create_from_json(toBytes(data, size).constData());
 	if (!saveData) {
 		return -1;
 	}
 
-	const OBSDataArrayAutoRelease none = obs_data_array_create();
-	bindClipHotkey(none);
-	saveOrLoadClipHotkey(saveData, false, nullptr);
+	{
+		const CostWatch watch({.mayOpen = isOwnFile});
+		saveOrLoadClipHotkey(saveData, false, nullptr);
+		FuzzDock::settle();
+	}
+	require(!dock.isWidened(), "the main window may be as narrow as before");
 
 	const QJsonObject first = saved();
 	const QStringList texts = boundCombinations(clipHotkeyId());
@@ -71,5 +75,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	for (const obs_key_combination &combination : bound()) {
 		requireRoundTrip(combination);
 	}
+	lookForLeaks();
 	return 0;
 }

@@ -1,13 +1,12 @@
-#include <QCoreApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 
+#include "cost.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "dock/shown_text.hpp"
+#include "dock_host.hpp"
 #include "frontend/frontend.hpp"
-#include "host.hpp"
-#include "host/fake_runner.hpp"
 #include "host/opened_urls.hpp"
 
 #include <array>
@@ -16,7 +15,8 @@ using namespace Qt::StringLiterals;
 
 // Each line of an input begins with a letter that names a helper command; the rest of the line is what the helper
 // answers to the newest run of that command, which the dock starts first if none is in flight. After a capital letter
-// the run ends; "o" is the user, who opens what there is to open.
+// the run ends; "o" is the user, who opens what there is to open, and "b" stops or starts the Replay Buffer. The dock
+// is not visible: how it shows texts and pictures is for label_texts and preview_pictures.
 
 namespace {
 // Many lines that are each quick must not be taken for a hang.
@@ -37,25 +37,7 @@ constexpr std::array commands{
 	Command{'u', "--check-update", "checkUpdate"}, Command{'d', "--download-update", "installUpdate"},
 };
 
-void answerNewestRun(const ShownDock &dock, const Command &command, const QByteArray &output, bool ends)
-{
-	const QString name = QString::fromLatin1(command.name);
-	FakeRunner &helper = dock.helper();
-	if (!helper.runInFlight(name)) {
-		dock.invoke(command.slot);
-		dock->onReplaySaved();
-	}
-	const std::shared_ptr<FakeRunner::Run> run = helper.runInFlight(name);
-	if (!run) {
-		return; // not now, says the dock
-	}
-	FakeRunner::answer(*run, output + '\n');
-	if (ends) {
-		helper.end(run, 0);
-	}
-}
-
-void openEverything(const ShownDock &dock)
+void openEverything(const FuzzDock &dock)
 {
 	dock.invoke("openFolder");
 	auto *clips = dock->findChild<QListWidget *>();
@@ -64,7 +46,13 @@ void openEverything(const ShownDock &dock)
 	}
 }
 
-void requireOrder(const ShownDock &dock)
+void toggleReplayBuffer(const FuzzDock &dock)
+{
+	frontend().replayBufferActive = !frontend().replayBufferActive;
+	frontend().replayBufferActive ? dock->onReplayBufferStarted() : dock->onReplayBufferStopped();
+}
+
+void requireOrder(const FuzzDock &dock)
 {
 	const auto *status = dock->findChild<QLabel *>(u"status"_s);
 	require(status->styleSheet() == u"color:#ff6b81" || status->styleSheet() == u"color:#8a90a6",
@@ -75,34 +63,39 @@ void requireOrder(const ShownDock &dock)
 		"the update button's texts stay short enough to be laid out");
 }
 
-void perform(const ShownDock &dock, const QByteArray &line)
+void perform(const FuzzDock &dock, const QByteArray &line)
 {
 	const char letter = line.isEmpty() ? '\0' : line[0];
 	if (letter == 'o') {
 		openEverything(dock);
+	} else if (letter == 'b') {
+		toggleReplayBuffer(dock);
 	}
 	for (const Command &command : commands) {
 		const char capital = static_cast<char>(command.letter - 'a' + 'A');
 		if (letter == command.letter || letter == capital) {
-			answerNewestRun(dock, command, line.sliced(1), letter == capital);
+			dock.answer(command.name, command.slot, line.sliced(1) + '\n', letter == capital);
 		}
 	}
-	QCoreApplication::processEvents();
-	requireOrder(dock);
+	FuzzDock::settle();
 }
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-	startHost();
+	const FuzzDock &dock = FuzzDock::fresh(false);
 	const OpenedUrls openedUrls;
-	const ShownDock dock;
-	frontend().replayBufferActive = true;
-	frontend().lastReplay = "/videos/replay.mkv";
-
+	const CostBounds texts{.mayOpen = isOwnFile};
+	const CostBounds pictures{.mayOpen = [](const char *, int) { return true; }};
 	QByteArray rest = toBytes(data, size);
 	for (int line = 0; line < longestInput_lines && !rest.isEmpty(); ++line) {
-		perform(dock, takeLine(rest));
+		const QByteArray next = takeLine(rest);
+		{
+			const CostWatch watch(next.startsWith('v') || next.startsWith('V') ? pictures : texts);
+			perform(dock, next);
+		}
+		requireOrder(dock);
 	}
+	lookForLeaks();
 	return 0;
 }

@@ -1,7 +1,7 @@
 #include <QJsonDocument>
 
 #include "helper/event_stream.hpp"
-#include "host.hpp"
+#include "input.hpp"
 
 #include <vector>
 

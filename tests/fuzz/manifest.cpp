@@ -1,7 +1,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "host.hpp"
+#include "dock_host.hpp"
 #include "update/manifest.hpp"
 #include "update/update_texts.hpp"
 

@@ -2,38 +2,54 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QVBoxLayout>
 
-#include "dock/kestrune_dock.hpp"
+#include "dock/choices_section.hpp"
 #include "dock/preferences_file.hpp"
-#include "host.hpp"
-#include "hotkey/clip_hotkey.hpp"
+#include "dock_host.hpp"
+#include "host/fake_runner.hpp"
 
 #include <array>
 
 using namespace Qt::StringLiterals;
 
 // The first line of an input holds the entries that the user picks, a character for each box; the rest is the
-// preferences file that is there when OBS starts. Without picks there is no dock but only a key that is written, which
-// takes a hundredth of the time.
+// preferences file that is there when OBS starts. Without picks one key is written, as the hotkey's section does. The
+// choices come without their dock: it has no part in them, and making one for each input takes most of the time.
 
 namespace {
 const std::array boxNames{u"seconds"_s, u"layout"_s, u"style"_s, u"font"_s, u"pos"_s};
 const std::array memberNames{u"seconds"_s, u"layout"_s, u"style"_s, u"font"_s, u"caption_position"_s};
 
-QJsonObject choices(const ShownDock &dock)
+/// The section of the choices as it is after the start of OBS.
+struct Choices {
+	QWidget window{};
+	QVBoxLayout *layout{new QVBoxLayout(&window)};
+	FakeRunner helper{};
+	ChoicesSection section{layout, &window, helper};
+
+	Choices()
+	{
+		section.loadPrefs();
+		section.decorateChoices();
+	}
+	QComboBox *box(size_t index) const { return window.findChild<QComboBox *>(boxNames[index]); }
+};
+
+QJsonObject chosenIn(const Choices &choices)
 {
 	QJsonObject chosen;
 	for (size_t box = 0; box < boxNames.size(); ++box) {
-		const QVariant data = dock->findChild<QComboBox *>(boxNames[box])->currentData();
+		const QVariant data = choices.box(box)->currentData();
 		chosen[memberNames[box]] = QJsonValue::fromVariant(data);
 	}
 	return chosen;
 }
 
-void choose(const ShownDock &dock, const QByteArray &picks)
+void choose(const Choices &choices, const QByteArray &picks)
 {
 	for (qsizetype pick = 0; pick < picks.size() && pick < static_cast<qsizetype>(boxNames.size()); ++pick) {
-		auto *box = dock->findChild<QComboBox *>(boxNames[static_cast<size_t>(pick)]);
+		QComboBox *box = choices.box(static_cast<size_t>(pick));
 		box->setCurrentIndex(static_cast<uint8_t>(picks[pick]) % box->count());
 	}
 }
@@ -57,11 +73,6 @@ QJsonObject foreignMembers(const QByteArray &file)
 	return members;
 }
 
-void clearHotkey()
-{
-	const OBSDataArrayAutoRelease none = obs_data_array_create();
-	bindClipHotkey(none);
-}
 /// The file after one key was written into it.
 QJsonObject writeKey()
 {
@@ -69,14 +80,13 @@ QJsonObject writeKey()
 	return {{u"seconds"_s, 30}};
 }
 
-/// The choices after a dock of the file was given the user's picks, and has saved them.
+/// What is chosen after the section of the file was given the user's picks, and has saved them.
 QJsonObject pickAndSave(const QByteArray &picks)
 {
-	clearHotkey();
-	const ShownDock dock;
-	choose(dock, picks);
-	dock.invoke("savePrefs");
-	return choices(dock);
+	Choices choices;
+	choose(choices, picks);
+	choices.section.savePrefs();
+	return chosenIn(choices);
 }
 
 /// `before` and `file`: what libobs read before the file was written, and the bytes it read.
@@ -110,8 +120,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 		requireKept(before, file, after);
 	}
 	if (!picks.isEmpty()) {
-		const ShownDock next;
-		require(choices(next) == chosen, "the next dock shows the choices that were saved");
+		const Choices next;
+		require(chosenIn(next) == chosen, "the next start shows the choices that were saved");
 	}
+	lookForLeaks();
 	return 0;
 }

@@ -1,19 +1,19 @@
-#include <QCoreApplication>
 #include <QJsonDocument>
 
+#include "dock/kestrune_dock.hpp"
+#include "dock_host.hpp"
 #include "frontend/frontend.hpp"
-#include "host.hpp"
 #include "host/fake_websocket.hpp"
 #include "hotkey/clip_hotkey.hpp"
+#include "module/dock_access.hpp"
 #include "module/websocket_vendor.hpp"
-
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
 // Each line of an input begins with a letter: "C" and "G" send ClipThat and GetStatus, "B" loads the clip hotkey's
 // bindings from OBS's save data; the rest of the line is the request's or the save data. "r" starts or stops the Replay
-// Buffer, "d" makes a dock or destroys it; there is none at first.
+// Buffer, "d" gives the module its dock or takes it away; there is none at first. That the dock may end meanwhile is
+// for tests/unit/module/dock_access.cpp.
 
 namespace {
 // Many lines that are each quick must not be taken for a hang.
@@ -51,10 +51,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	}();
 	require(registered, "both requests are registered");
 
-	const OBSDataArrayAutoRelease none = obs_data_array_create();
-	bindClipHotkey(none);
-	frontend() = {};
-	std::optional<ShownDock> dock;
+	const FuzzDock &dock = FuzzDock::fresh(false);
+	setCurrentDock(nullptr);
+	frontend().replayBufferActive = false;
 	QByteArray rest = toBytes(data, size);
 	for (int count = 0; count < longestInput_lines && !rest.isEmpty(); ++count) {
 		const QByteArray line = takeLine(rest);
@@ -65,11 +64,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 		} else if (letter == 'r') {
 			frontend().replayBufferActive = !frontend().replayBufferActive;
 		} else if (letter == 'd') {
-			dock ? dock.reset() : void(dock.emplace());
+			setCurrentDock(dockExists() ? nullptr : dock.operator->());
 		} else if (letter == 'C' || letter == 'G') {
-			requireAnswers(json, dock.has_value());
+			requireAnswers(json, dockExists());
 		}
-		QCoreApplication::processEvents();
+		FuzzDock::settle();
 	}
+	lookForLeaks();
 	return 0;
 }

@@ -38,6 +38,15 @@ select_developer_root()
 	small_root=$small
 }
 
+# Selects the full root with what counts covered lines.
+select_coverage_root()
+{
+	select_developer_root
+	local full=$root
+	select_root forky tools/root/packages.txt tools/root/developer-packages.txt tools/root/coverage-packages.txt
+	small_root=$full
+}
+
 # Selects the root for building and the demo: the full one if it exists, else the small one.
 select_small_root()
 {

@@ -41,3 +41,12 @@ void FakeRunner::end(const std::shared_ptr<Run> &run, int exitCode)
 		run->onFinish(exitCode);
 	}
 }
+
+void FakeRunner::endAll()
+{
+	while (!runs_.empty()) {
+		// A copy: the run is taken out of the list.
+		const std::shared_ptr<Run> newest = runs_.back();
+		end(newest, 0);
+	}
+}

@@ -29,6 +29,8 @@ public:
 	/// Delivers output of the run.
 	static void answer(Run &run, const QByteArray &output);
 	void end(const std::shared_ptr<Run> &run, int exitCode);
+	/// Ends all runs with success, those that their ends start included.
+	void endAll();
 
 private:
 	std::vector<std::shared_ptr<Run>> runs_{};

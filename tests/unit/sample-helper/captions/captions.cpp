@@ -67,6 +67,8 @@ void CaptionsTest::keepsTextsFromBeingCommands_data()
 	QTest::newRow("escapes") << u"a\\Nb\\h"_s << u"a\\\u2060Nb\\\u2060h"_s;
 	QTest::newRow("lines") << u"a\nb"_s << u"a\\Nb"_s;
 	QTest::newRow("places of arguments") << u"%1 %7 100%"_s << u"%1 %7 100%"_s;
+	QTest::newRow("other ends of lines") << u"a\rDialogue: b\r\nc\u0085d"_s << u"a Dialogue: b \\Nc d"_s;
+	QTest::newRow("the end of a script") << u"a\0b"_s << u"a b"_s;
 	QTest::newRow("fields and sections") << u"a,b\n[Events]"_s << u"a,b\\N[Events]"_s;
 }
 

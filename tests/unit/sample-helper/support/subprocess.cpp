@@ -69,10 +69,10 @@ void SubprocessTest::letsAGrowingFileGrow()
 {
 	const Sandbox sandbox;
 	const QString file = sandbox.path(u"growing"_s);
-	const QString script = u"for i in 1 2 3 4 5 6 7 8; do echo >> '%1'; sleep 0.5; done"_s.arg(file);
-	QVERIFY(runScript(script, {-1, 3000, file}).succeeded());
-	QCOMPARE(runScript(u"for i in 1 2 3 4 5 6 7 8; do echo; sleep 0.5; done"_s, {-1, 3000, {}}).output.size(), 8);
-	QCOMPARE(runScript(script, {-1, 3000, sandbox.path(u"another"_s)}).outcome, subprocess::Outcome::Hung);
+	const QString script = u"for i in 1 2 3 4 5 6 7 8 9; do echo >> '%1'; sleep 1; done"_s.arg(file);
+	QVERIFY(runScript(script, {-1, 6000, file}).succeeded());
+	QCOMPARE(runScript(u"for i in 1 2 3 4 5 6 7 8 9; do echo; sleep 1; done"_s, {-1, 6000, {}}).output.size(), 9);
+	QCOMPARE(runScript(script, {-1, 6000, sandbox.path(u"another"_s)}).outcome, subprocess::Outcome::Hung);
 }
 
 void SubprocessTest::fillsNoMemoryWithWhatIsSaid()

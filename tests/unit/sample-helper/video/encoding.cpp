@@ -175,7 +175,7 @@ void EncodingTest::goesOnInSoftwareWhenHardwareHangs()
 {
 	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; exec sleep 1000");
 	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
-	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"3000"_s);
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"15000"_s);
 	const Run run = workshop.clip();
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
