@@ -17,7 +17,7 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 # A variable of the user's own must not decide what is measured, except ffmpeg and the encoder.
 export KESTRUNE_SAMPLE_HELPER_HOME=$folder/state KESTRUNE_SAMPLE_HELPER_OUTPUT=
-unset KESTRUNE_SAMPLE_HELPER_CAMERA KESTRUNE_SAMPLE_HELPER_OFFLINE
+unset KESTRUNE_SAMPLE_HELPER_CAMERA KESTRUNE_SAMPLE_HELPER_OFFLINE KESTRUNE_SAMPLE_HELPER_CLIPS_AT_ONCE
 unset KESTRUNE_SAMPLE_HELPER_WHISPER KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL
 
 # What OBS records: everything moves, with sound, 20 Mbit/s.

@@ -10,22 +10,44 @@ using namespace Qt::StringLiterals;
 namespace captiontext {
 namespace {
 
-/// Widths are counted in Latin letters; about that many fit on a line.
-constexpr int lineWidth = 16;
 /// How many lines stay clear of the rest of the picture at full size.
 constexpr int fullSizeLines = 4;
 /// What fits at half size.
 constexpr int greatestWidth = 160;
 constexpr int mostLines = 6;
 
-/// East Asian letters and emoji are about twice as wide as Latin letters.
-int widthOf(char32_t letter)
+int widthOfLetter(char32_t letter)
 {
 	constexpr char32_t firstWideLetter = 0x2e80;
 	return letter >= firstWideLetter ? 2 : 1;
 }
 
 } // namespace
+
+int widthOf(const QString &text)
+{
+	int width = 0;
+	for (const uint letter : text.toUcs4()) {
+		width += widthOfLetter(letter);
+	}
+	return width;
+}
+
+QStringList piecesOf(const QString &text, int mostWidth)
+{
+	QStringList pieces{};
+	int width = 0;
+	for (const uint number : text.toUcs4()) {
+		const char32_t letter = number;
+		width += widthOfLetter(letter);
+		if (pieces.isEmpty() || width > mostWidth) {
+			pieces += QString();
+			width = widthOfLetter(letter);
+		}
+		pieces.last() += QString::fromUcs4(&letter, 1);
+	}
+	return pieces;
+}
 
 QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events)
 {
@@ -59,7 +81,7 @@ QString breakLines(const QString &text)
 	const QList<uint> letters = text.toUcs4();
 	for (const uint number : letters) {
 		const char32_t letter = number;
-		const int width = widthOf(letter);
+		const int width = widthOfLetter(letter);
 		if (letter == U'\n') {
 			++lines;
 		}
@@ -85,11 +107,7 @@ double fontScale(const QString &text)
 {
 	int lines = 0;
 	for (const QString &line : text.split(QLatin1Char('\n'))) {
-		int width = 0;
-		for (const uint letter : line.toUcs4()) {
-			width += widthOf(letter);
-		}
-		lines += std::max(1, (width + lineWidth - 1) / lineWidth);
+		lines += std::max(1, (widthOf(line) + lineWidth - 1) / lineWidth);
 	}
 	// Smaller letters make lines lower and fewer at once, hence the root.
 	return std::max(0.5, std::sqrt(std::min(1.0, static_cast<double>(fullSizeLines) / lines)));

@@ -2,9 +2,19 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 /// Text and times as the script format of ffmpeg's "ass" filter (Advanced SubStation Alpha) wants them.
 namespace captiontext {
+
+/// About as much fits on a line at full size.
+constexpr int lineWidth = 16;
+
+/// How wide a text is, counted in Latin letters. East Asian ones and emoji count double.
+int widthOf(const QString &text);
+
+/// The text in pieces that are no wider than this.
+QStringList piecesOf(const QString &text, int mostWidth);
 
 /// A whole script for a picture of this size from its style lines and its event lines.
 QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events);

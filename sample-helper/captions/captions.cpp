@@ -132,6 +132,11 @@ QStringList fontKeys()
 	return keysOf(fonts);
 }
 
+QString fontFamily(const QString &key)
+{
+	return QLatin1String(rowOf(fonts, key).family);
+}
+
 QStringList positionKeys()
 {
 	return {u"auto"_s, u"top"_s, u"middle"_s, u"bottom"_s};

@@ -13,6 +13,9 @@ QStringList styleKeys();
 QStringList fontKeys();
 QStringList positionKeys();
 
+/// The name by which a font is installed.
+QString fontFamily(const QString &key);
+
 /// False for the style that shows no captions.
 bool hasCaptions(const Look &look);
 

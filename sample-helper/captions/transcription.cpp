@@ -1,10 +1,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QStandardPaths>
 
+#include "captions/phrases.hpp"
+#include "captions/spoken_words.hpp"
 #include "captions/transcription.hpp"
+#include "captions/whisper.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/subprocess.hpp"
@@ -36,16 +37,32 @@ void extractSound(const Excerpt &excerpt, const QString &folder)
 	}
 }
 
+/// Throws Failure.
+QString requireProgram()
+{
+	const QString program = whisper::program();
+	if (program.isEmpty()) {
+		const QString wanted = environment::whisperProgram();
+		throw Failure(u"%1 isn't installed."_s.arg(wanted.isEmpty() ? u"whisper-cli"_s
+									    : QFileInfo(wanted).fileName()));
+	}
+	return program;
+}
+
+/// Throws Failure.
 QString requireModel()
 {
-	const QString model = environment::whisperModel();
+	const QString model = whisper::model();
 	if (model.isEmpty()) {
-		throw Failure(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set."_s);
+		throw Failure(u"there is no speech model in %1."_s.arg(whisper::modelFolder()));
 	}
 	if (!QFileInfo(model).isFile()) {
 		throw Failure(u"the model %1 doesn't exist."_s.arg(QFileInfo(model).fileName()));
 	}
-	return QFileInfo(model).absoluteFilePath();
+	if (!whisper::looksLikeModel(model)) {
+		throw Failure(u"%1 is no speech model."_s.arg(QFileInfo(model).fileName()));
+	}
+	return model;
 }
 
 /// Why a run gave no text; the log says more.
@@ -69,40 +86,33 @@ QString reason(const subprocess::Result &result)
 
 bool isWanted()
 {
-	return !environment::whisperProgram().isEmpty() || !environment::whisperModel().isEmpty();
+	return !environment::whisperProgram().isEmpty() || !whisper::model().isEmpty();
 }
 
 QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 {
-	const QString configured = environment::whisperProgram();
-	const QString wanted = configured.isEmpty() ? u"whisper-cli"_s : configured;
-	const QString name = QFileInfo(wanted).fileName();
-	const QString path = QStandardPaths::findExecutable(wanted);
-	if (path.isEmpty()) {
-		throw Failure(u"%1 isn't installed."_s.arg(name));
-	}
+	const QString program = requireProgram();
 	const QString model = requireModel();
 	if (excerpt.video.audioStream < 0) {
 		return {};
 	}
 	extractSound(excerpt, folder);
-	// Any language; lines as short as captions need them, without words cut in two. The names of the files are
-	// relative, since a folder may have letters that the program can't open on Windows.
-	const subprocess::Result result =
-		subprocess::run(path,
-				{u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s, u"-ml"_s, u"40"_s,
-				 u"-sow"_s, u"-np"_s, u"-osrt"_s, u"-of"_s, u"speech"_s},
-				folder, {environment::whisperLimit_ms(), -1, {}});
+	// Any language; everything it knows, in JSON, with a time for each word. The names of the files are relative,
+	// since a folder may have letters that the program can't open on Windows.
+	const subprocess::Result result = subprocess::run(program,
+							  {u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s,
+							   u"-np"_s, u"-ojf"_s, u"-of"_s, u"speech"_s},
+							  folder, {environment::whisperLimit_ms(), -1, {}});
 	// The program answers 0 after some failures; only what it wrote counts.
-	QFile file(QDir(folder).filePath(u"speech.srt"_s));
-	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {
-		throw Failure(u"%1 %2."_s.arg(name, reason(result)));
+	QFile file(QDir(folder).filePath(u"speech.json"_s));
+	std::optional<QList<Word>> words{};
+	if (result.succeeded() && file.open(QIODevice::ReadOnly)) {
+		words = spokenWords(file.readAll());
 	}
-	QList<Cue> cues = parseSubtitles(file.readAll());
-	// What is no speech comes as "[BLANK_AUDIO]" or "(music)".
-	static const QRegularExpression noise(uR"(^(\[[^\]\n]*\]|\([^)\n]*\))$)"_s);
-	cues.removeIf([](const Cue &cue) { return noise.match(cue.text).hasMatch(); });
-	return cuesWithin(cues, 0, qRound64(excerpt.length_s * 1000));
+	if (!words) {
+		throw Failure(u"%1 %2."_s.arg(QFileInfo(program).fileName(), reason(result)));
+	}
+	return phrases::phrasesOf(*words, qRound64(excerpt.length_s * 1000));
 }
 
 } // namespace transcription

@@ -7,10 +7,10 @@
 
 struct Excerpt;
 
-/// Speech to text by the command line program of whisper.cpp, which is asked for when KESTRUNE_SAMPLE_HELPER_WHISPER or
-/// KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL is set.
+/// Speech to text by the command line program of whisper.cpp, see whisper.hpp for where it is looked for.
 namespace transcription {
 
+/// Whether somebody has put a model where it is found, or has set the program.
 bool isWanted();
 
 /// What is said in the excerpt, with times from its beginning. `folder` is for files in between. Throws Failure.

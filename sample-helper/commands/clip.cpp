@@ -7,6 +7,7 @@
 #include "captions/captions.hpp"
 #include "commands/account.hpp"
 #include "commands/clip.hpp"
+#include "support/clip_queue.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
 #include "support/files.hpp"
@@ -95,6 +96,7 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	files::makeFolder(output.absolutePath());
 	removeLeftovers(replay);
 
+	const ClipTurn turn;
 	ScratchFolder scratch(environment::stateFolder());
 	const Composition composition{ordinaryColours(excerpt.video, notes),
 				      layoutGraph(look.layout, cameraRegion(look.layout, notes)) +
@@ -125,12 +127,18 @@ void rememberLook(const Look &look, QStringList &notes)
 
 int runProcess(const QCommandLineParser &parser)
 {
+	for (const QString &problem : environment::problems()) {
+		qWarning("%s", qUtf8Printable(problem));
+	}
 	const int length_s = requestedLength_s(parser);
 	QStringList notes{};
 	const Look look = requestedLook(parser, notes);
 	const QString path = makeShort(parser.value(u"process"_s), length_s, look, notes);
 	qInfo("made %s", qUtf8Printable(path));
 	rememberLook(look, notes);
+	for (const QString &note : std::as_const(notes)) {
+		qInfo("note: %s", qUtf8Printable(note));
+	}
 
 	const QJsonArray formatted{path};
 	const Link link = currentLink();

@@ -2,6 +2,7 @@
 #include "commands/chat.hpp"
 #include "commands/clip.hpp"
 #include "commands/commands.hpp"
+#include "commands/doctor.hpp"
 #include "commands/preview.hpp"
 #include "commands/recent.hpp"
 #include "commands/update.hpp"
@@ -14,8 +15,9 @@ std::span<const Command> commands()
 	static constexpr const char *account = "Account";
 	static constexpr const char *chat = "Chat command";
 	static constexpr const char *updates = "Updates";
+	static constexpr const char *setup = "Setting up";
 	static constexpr const char *development = "For development";
-	static constexpr std::array<Command, 14> all{{
+	static constexpr std::array<Command, 15> all{{
 		{clips, "process", "REPLAY", "", "make a Short of the end of a replay, which stays as it is",
 		 runProcess},
 		{clips, "preview", "", "", "draw a still picture of a look", runPreview},
@@ -27,6 +29,7 @@ std::span<const Command> commands()
 		{chat, "poll-triggers", "", "", "take the uses since the last poll", runPollTriggers},
 		{updates, "check-update", "", "", "tell whether another version is on offer", runCheckUpdate},
 		{updates, "download-update", "", "", "fetch the installer of the version on offer", runDownloadUpdate},
+		{setup, "doctor", "", "", "tell what is here, what is missing, how to get it", runDoctor},
 		{development, "unlink", "", "", "forget the linked account", runUnlink},
 		{development, "revoke", "", "", "as if the account's owner had revoked this device", runRevoke},
 		{development, "say", "NAME", "[TEXT]", "as if NAME wrote TEXT in chat (default: the chat command)",

@@ -17,9 +17,11 @@ account or network. Needs ffmpeg. Every answer is one line of JSON.
 
 constexpr const char *remarks = R"(
 Captions come from a subtitle file beside the replay (NAME.srt or NAME.vtt), else
-from its speech if whisper.cpp is configured, else they tell the time of the clip.
+from its speech if whisper.cpp and a model are there, else they tell the time of
+the clip. --doctor says what is missing.
 
-Environment (each name begins with KESTRUNE_SAMPLE_HELPER_):
+Environment variables (each name begins with KESTRUNE_SAMPLE_HELPER_), or lines
+"NAME = value" in the file settings.ini in the folder HOME:
   HOME                   folder of everything that is remembered
   OUTPUT                 folder for Shorts
   CAMERA                 where the camera is: LEFT,TOP,WIDTH,HEIGHT, as fractions
@@ -27,17 +29,18 @@ Environment (each name begins with KESTRUNE_SAMPLE_HELPER_):
   FFMPEG                 folder of ffmpeg and ffprobe (default: the PATH)
   ENCODER                h264_nvenc, h264_qsv, h264_amf, h264_videotoolbox,
                          h264_vaapi or libx264 (default: the first that works)
-  WHISPER                whisper.cpp's program (default: whisper-cli, if
-                         WHISPER_MODEL is set)
-  WHISPER_MODEL          its model file
+  CLIPS_AT_ONCE          how many clips are made at the same time (default: 1)
+  WHISPER                whisper.cpp's program (default: whisper-cli)
+  WHISPER_MODEL          its model file (default: the largest ggml-*.bin in the
+                         folder models in HOME)
   WHISPER_LIMIT_MS       how long it may take (default: 600000)
   OFFLINE                1 pretends to be offline
 README.md lists those for development.
 
 Exit status:
   0                      done
-  1                      the answer was an "error" event, or the chat settings
-                         were refused
+  1                      the answer was an "error" event, the chat settings were
+                         refused, or --doctor found that no Short can be made
 
 Examples:
   sample-helper --process "Replay 1.mkv" --seconds 60 --layout podcast

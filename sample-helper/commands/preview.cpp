@@ -2,6 +2,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
@@ -37,6 +38,20 @@ bool isFresh(const QString &path)
 	const qint64 age_s = file.lastModified().secsTo(QDateTime::currentDateTimeUtc());
 	// A time in the future comes from a clock that was wrong.
 	return file.size() > 0 && age_s >= 0 && age_s < cacheLifetime_s;
+}
+
+/// Removes previews that nobody has asked for since yesterday, and nothing else that may lie there.
+void removeOldPreviews()
+{
+	constexpr qint64 lifetime_s = 86400;
+	static const QRegularExpression ourName(uR"(^[a-z-]+-[a-z]+-[a-z]+-[a-z]+(-[0-9][0-9.e-]*){4}\.png$)"_s);
+	const QDateTime now = QDateTime::currentDateTimeUtc();
+	const QDir folder(environment::stateFolder() + u"/previews"_s);
+	for (const QFileInfo &file : folder.entryInfoList({u"*.png"_s}, QDir::Files | QDir::NoSymLinks)) {
+		if (ourName.match(file.fileName()).hasMatch() && file.lastModified().secsTo(now) > lifetime_s) {
+			QFile::remove(file.absoluteFilePath());
+		}
+	}
 }
 
 constexpr int sceneWidth_px = 1280;
@@ -106,6 +121,7 @@ int runPreview(const QCommandLineParser &parser)
 	for (const QString &note : std::as_const(notes)) {
 		qWarning("%s", qUtf8Printable(note));
 	}
+	removeOldPreviews();
 	const QString path = cachedPath(look, camera);
 	if (!isFresh(path)) {
 		render(look, camera, path);

@@ -1,30 +1,51 @@
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 
 #include "support/environment.hpp"
+#include "support/settings.hpp"
 
 using namespace Qt::StringLiterals;
 
 namespace environment {
 namespace {
 
-QString valueOr(const char *variable, const QString &fallback)
-{
-	const QString value = qEnvironmentVariable(variable);
-	return value.isEmpty() ? fallback : value;
-}
+constexpr const char *prefix = "KESTRUNE_SAMPLE_HELPER_";
 
 QString absolute(const QString &path)
 {
 	return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
-int millisecondsOr(const char *variable, int fallback)
+/// What the settings file says; nothing when there is none.
+settings::Content fileContent()
 {
-	bool isNumber = false;
-	const int value = qEnvironmentVariableIntValue(variable, &isNumber);
-	return isNumber && value >= 0 ? value : fallback;
+	constexpr qint64 most_bytes = 100'000;
+	QFile file(settingsFile());
+	// To open a pipe would wait for somebody to write into it.
+	const bool isOpen = QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly);
+	return isOpen ? settings::parse(file.read(most_bytes)) : settings::Content();
+}
+
+/// The variable wins over the file. Empty when neither says anything.
+QString valueOf(const char *name)
+{
+	const QString value = qEnvironmentVariable((QByteArray(prefix) + name).constData());
+	return value.isEmpty() ? fileContent().values.value(QLatin1String(name)) : value;
+}
+
+QString valueOr(const char *name, const QString &fallback)
+{
+	const QString value = valueOf(name);
+	return value.isEmpty() ? fallback : value;
+}
+
+int numberOr(const char *name, int fallback)
+{
+	const QString value = valueOf(name);
+	return settings::complaint(QLatin1String(name), value).isEmpty() ? value.toInt() : fallback;
 }
 
 } // namespace
@@ -32,83 +53,116 @@ int millisecondsOr(const char *variable, int fallback)
 QString stateFolder()
 {
 	const QString shared = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_HOME", shared + u"/kestrune-sample-helper"_s));
+	const QString home = qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_HOME");
+	return absolute(home.isEmpty() ? shared + u"/kestrune-sample-helper"_s : home);
+}
+
+QString settingsFile()
+{
+	return stateFolder() + u"/settings.ini"_s;
+}
+
+QStringList problems()
+{
+	QStringList result = fileContent().problems;
+	const QLatin1StringView start(prefix);
+	const QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+	for (const QString &variable : variables.keys()) {
+		const QString value = variables.value(variable);
+		if (!variable.startsWith(start) || value.isEmpty()) {
+			continue;
+		}
+		const QString complaint = settings::complaint(variable.sliced(start.size()), value);
+		if (!complaint.isEmpty()) {
+			result += u"%1 %2."_s.arg(variable, complaint);
+		}
+	}
+	return result;
 }
 
 QString outputFolder()
 {
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_OUTPUT", stateFolder() + u"/Shorts"_s));
+	return absolute(valueOr("OUTPUT", stateFolder() + u"/Shorts"_s));
 }
 
 bool isOffline()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_OFFLINE") == u"1"_s ||
-	       QFileInfo::exists(stateFolder() + u"/offline"_s);
+	return valueOf("OFFLINE") == u"1"_s || QFileInfo::exists(stateFolder() + u"/offline"_s);
 }
 
 QString ffmpegFolder()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_FFMPEG");
+	return valueOf("FFMPEG");
 }
 
 QString camera()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_CAMERA");
+	return valueOf("CAMERA");
 }
 
 QString encoder()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_ENCODER");
+	return valueOf("ENCODER");
+}
+
+int clipsAtOnce()
+{
+	return numberOr("CLIPS_AT_ONCE", 1);
+}
+
+int queueLimit_ms()
+{
+	return numberOr("QUEUE_LIMIT_MS", 3'600'000);
 }
 
 int trialLimit_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
+	return numberOr("TRIAL_LIMIT_MS", 20000);
 }
 
 int stillLimit_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS", 60000);
+	return numberOr("STILL_LIMIT_MS", 60000);
 }
 
 QString whisperProgram()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");
+	return valueOf("WHISPER");
 }
 
 QString whisperModel()
 {
-	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL");
+	return valueOf("WHISPER_MODEL");
 }
 
 int whisperLimit_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS", 600000);
+	return numberOr("WHISPER_LIMIT_MS", 600000);
 }
 
 int linkDelay_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_LINK_MS", 2000);
+	return numberOr("LINK_MS", 2000);
 }
 
 int consentDelay_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_CONSENT_MS", 2000);
+	return numberOr("CONSENT_MS", 2000);
 }
 
 int downloadDelay_ms()
 {
-	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS", 1500);
+	return numberOr("DOWNLOAD_MS", 1500);
 }
 
 QString releaseFolder()
 {
-	return absolute(valueOr("KESTRUNE_SAMPLE_HELPER_UPDATES", stateFolder() + u"/updates"_s));
+	return absolute(valueOr("UPDATES", stateFolder() + u"/updates"_s));
 }
 
 QString currentVersion()
 {
-	return valueOr("KESTRUNE_SAMPLE_HELPER_CURRENT_VERSION", u"" SAMPLE_HELPER_VERSION ""_s);
+	return valueOr("CURRENT_VERSION", u"" SAMPLE_HELPER_VERSION ""_s);
 }
 
 } // namespace environment

@@ -1,12 +1,20 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-/// The settings that environment variables hold. Each call reads its variable again.
+/// The settings that environment variables or the settings file hold; the variables win. Each call reads them again. A
+/// value that makes no sense counts as not set.
 namespace environment {
 
 /// The one folder that holds everything this program remembers. It may not exist yet.
 QString stateFolder();
+
+/// The settings file. It may not exist.
+QString settingsFile();
+
+/// What is wrong with the settings, a sentence for each. Whether files and encoders exist is not looked at.
+QStringList problems();
 
 /// The folder that finished Shorts go to. It may not exist yet.
 QString outputFolder();
@@ -22,6 +30,12 @@ QString camera();
 
 /// ffmpeg's name of the video encoder to use; empty to find one.
 QString encoder();
+
+/// How many clips may be made at the same time.
+int clipsAtOnce();
+
+/// How long a clip waits for those that came first.
+int queueLimit_ms();
 
 /// How long ffmpeg may take to show what it can do.
 int trialLimit_ms();

@@ -15,6 +15,8 @@ namespace {
 
 constexpr qint64 largestLogBytes = 1'000'000;
 
+bool alsoOnTerminal = true;
+
 QString logPath()
 {
 	return environment::stateFolder() + u"/sample-helper.log"_s;
@@ -26,7 +28,9 @@ void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 				     .arg(QCoreApplication::applicationPid())
 				     .arg(message);
 	const QByteArray bytes = line.toUtf8();
-	std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+	if (alsoOnTerminal) {
+		std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+	}
 	// A log that cannot be written (a full disk) must not stop a clip.
 	QFile file(logPath());
 	if (file.open(QIODevice::WriteOnly | QIODevice::Append)) {
@@ -45,4 +49,9 @@ void startLog()
 		QFile::rename(logPath(), old);
 	}
 	qInstallMessageHandler(writeMessage);
+}
+
+void logToFileOnly()
+{
+	alsoOnTerminal = false;
 }

@@ -4,3 +4,6 @@
 /// "sample-helper.log" in the state folder. A log file over 1 MB is set aside as "sample-helper.log.old" first.
 /// Standard output belongs to the events alone.
 void startLog();
+
+/// From now on they go to the file alone.
+void logToFileOnly();

@@ -15,17 +15,6 @@ QStringList splitArguments(const char *text)
 	return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-/// Whether a picture of a Short's size goes through: an encoder that is compiled in needs its hardware and driver too.
-bool canEncode(const Encoder &encoder)
-{
-	// That there is no such card is nothing to log with each clip.
-	return ffmpeg::succeeds(splitArguments("-v quiet") + encoder.device +
-				QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s,
-					    u"color=s=%1x%2:r=30"_s.arg(shortWidth_px).arg(shortHeight_px), u"-vf"_s,
-					    encoder.filters, u"-frames:v"_s, u"1"_s, u"-c:v"_s, encoder.name} +
-				encoder.quality + QStringList{u"-f"_s, u"null"_s, u"-"_s});
-}
-
 } // namespace
 
 const QList<Encoder> &encoders()
@@ -48,6 +37,16 @@ const QList<Encoder> &encoders()
 const Encoder &softwareEncoder()
 {
 	return encoders().last();
+}
+
+bool canEncode(const Encoder &encoder)
+{
+	// That there is no such card is nothing to log with each clip.
+	return ffmpeg::succeeds(splitArguments("-v quiet") + encoder.device +
+				QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s,
+					    u"color=s=%1x%2:r=30"_s.arg(shortWidth_px).arg(shortHeight_px), u"-vf"_s,
+					    encoder.filters, u"-frames:v"_s, u"1"_s, u"-c:v"_s, encoder.name} +
+				encoder.quality + QStringList{u"-f"_s, u"null"_s, u"-"_s});
 }
 
 const Encoder &chooseEncoder(QStringList &notes)

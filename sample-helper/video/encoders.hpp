@@ -22,6 +22,10 @@ const QList<Encoder> &encoders();
 /// libx264, which works everywhere.
 const Encoder &softwareEncoder();
 
+/// Whether a picture of a Short's size goes through: an encoder that is compiled in needs its hardware and driver too.
+/// Throws Failure when ffmpeg is missing.
+bool canEncode(const Encoder &encoder);
+
 /// The first encoder that this ffmpeg and this machine can use, or the one that KESTRUNE_SAMPLE_HELPER_ENCODER names.
 /// An unknown name is mentioned in `notes`. Throws Failure when ffmpeg is missing.
 const Encoder &chooseEncoder(QStringList &notes);

@@ -16,20 +16,6 @@ namespace {
 
 constexpr QLatin1StringView addressPrefix("file:");
 
-QString locate(const QString &name)
-{
-	const QString folder = environment::ffmpegFolder();
-	QString program = folder.isEmpty() ? QStandardPaths::findExecutable(name)
-					   : QStandardPaths::findExecutable(name, {folder});
-	if (program.isEmpty() && folder.isEmpty()) {
-		program = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
-	}
-	if (program.isEmpty()) {
-		throw Failure(u"%1 isn't installed. Install ffmpeg, then clip again."_s.arg(name));
-	}
-	return program;
-}
-
 subprocess::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
 			   const subprocess::Limits &limits)
 {
@@ -101,6 +87,20 @@ QString explain(const subprocess::Result &result, const QString &writtenFile)
 }
 
 } // namespace
+
+QString locate(const QString &name)
+{
+	const QString folder = environment::ffmpegFolder();
+	QString program = folder.isEmpty() ? QStandardPaths::findExecutable(name)
+					   : QStandardPaths::findExecutable(name, {folder});
+	if (program.isEmpty() && folder.isEmpty()) {
+		program = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
+	}
+	if (program.isEmpty()) {
+		throw Failure(u"%1 isn't installed. Install ffmpeg, then clip again."_s.arg(name));
+	}
+	return program;
+}
 
 QString fileAddress(const QString &path)
 {

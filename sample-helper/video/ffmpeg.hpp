@@ -9,6 +9,9 @@
 /// that nothing has come of for environment::stillLimit_ms().
 namespace ffmpeg {
 
+/// The path of ffmpeg or ffprobe. Throws Failure when it is missing.
+QString locate(const QString &name);
+
 /// The address by which ffmpeg opens exactly this file, whatever characters its path holds.
 QString fileAddress(const QString &path);
 

@@ -79,7 +79,7 @@ void CommandLineTest::helpsWithWhatItKnows()
 	for (const Command &command : commands()) {
 		QVERIFY2(told.contains(u"--"_s + QLatin1String(command.name)), command.name);
 	}
-	QCOMPARE(told.size(), 23);
+	QCOMPARE(told.size(), 24);
 	for (const QString &name : std::as_const(told)) {
 		// A second, unknown option keeps the run from doing anything.
 		const Run run = Sandbox().run({name, u"x"_s, u"--foo"_s});

@@ -1,7 +1,9 @@
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTest>
 
+#include "captions/made_model.hpp"
 #include "clip_runs.hpp"
 #include "host/test_program.hpp"
 #include "videos.hpp"
@@ -24,6 +26,8 @@ private Q_SLOTS:
 	void makesShortsWithoutCaptionsAndSaysWhy();
 	void transcribesTheLastSeconds();
 	void keepsSpeechBetweenBrackets();
+	void findsProgramAndModelByItself();
+	void runsTheRealProgram();
 	void saysThatTheSoundIsUnreadable();
 	void prefersTheSidecar();
 	void needsNoTranscriberForSilence();
@@ -62,17 +66,17 @@ public:
 			"while [ $# -gt 0 ]; do\n"
 			"  case $1 in\n"
 			"  -m) model=$2; shift;; -f) sound=$2; shift;; -of) target=$2; shift;;\n"
-			"  -l|-ml) shift;; -osrt) srt=yes;; -sow|-np) ;; *) exit 2;;\n"
+			"  -l) shift;; -ojf) json=yes;; -np) ;; *) exit 2;;\n"
 			"  esac\n"
 			"  shift\n"
 			"done\n"
-			"[ \"$(cat \"$model\")\" = 'a model' ] && [ $srt = yes ] || exit 3\n"
+			"[ \"$(cat \"$model\")\" = 'lmgg' ] && [ $json = yes ] || exit 3\n"
 			"case $sound$target in */*) exit 4;; esac\n"
 			"ffprobe -v error -of csv=p=0 -show_entries stream=codec_name,sample_rate,channels:format=duration"
 			" \"$sound\" > \"$KESTRUNE_SAMPLE_HELPER_HOME/heard.txt\"\n" +
 			answer;
 		setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s, writeScript(u"tools/whisper-cli"_s, script));
-		setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s, writeFile(u"ggml-tiny.bin"_s, "a model"));
+		setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s, writeFile(u"ggml-tiny.bin"_s, "lmgg"));
 	}
 
 	Run clip() const
@@ -83,8 +87,19 @@ public:
 	}
 };
 
-const QByteArray aWord = "printf '1\\n00:00:00,400 --> 00:00:01,200\\n Hello there everybody\\n\\n"
-			 "2\\n00:00:01,400 --> 00:00:02,000\\n [BLANK_AUDIO]\\n' > \"$target.srt\"\n";
+/// A shell command that writes segments of speech as whisper.cpp does.
+QByteArray segments(const QByteArray &list)
+{
+	return "printf '%s' '{\"transcription\":[" + list + "]}' > \"$target.json\"\n";
+}
+
+QByteArray segment(int from_ms, int to_ms, const QByteArray &text)
+{
+	return "{\"offsets\":{\"from\":" + QByteArray::number(from_ms) + ",\"to\":" + QByteArray::number(to_ms) +
+	       "},\"text\":\" " + text + "\"}";
+}
+
+const QByteArray aWord = segments(segment(400, 1400, "Hello you there") + ',' + segment(1500, 2000, "[BLANK_AUDIO]"));
 
 /// The captioned frames, such as "10-30"; 30 is the first without a caption.
 QString captionedFrames(const QString &path)
@@ -189,7 +204,7 @@ void CaptionSourceTest::transcribesTheLastSeconds()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(shortPath(run)), u"10-30"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"10-35"_s);
 	const QList<QByteArray> heard = studio.readFile(u"heard.txt"_s).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
@@ -198,10 +213,44 @@ void CaptionSourceTest::transcribesTheLastSeconds()
 void CaptionSourceTest::keepsSpeechBetweenBrackets()
 {
 	Studio studio;
-	studio.useTranscriber("printf '1\\n00:00:00,000 --> 00:00:00,400\\n (soft music)\\n\\n"
-			      "2\\n00:00:00,400 --> 00:00:01,200\\n (well) I think so (yes)\\n\\n"
-			      "3\\n00:00:01,200 --> 00:00:02,000\\n [MUSIC]\\n' > \"$target.srt\"\n");
-	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"10-30"_s);
+	studio.useTranscriber(segments(segment(0, 300, "(soft music)") + ',' + segment(400, 1400, "(yes) I do (so)") +
+				       ',' + segment(1500, 2000, "[MUSIC]")));
+	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"10-35"_s);
+}
+
+void CaptionSourceTest::findsProgramAndModelByItself()
+{
+	Studio studio;
+	studio.useTranscriber(aWord);
+	studio.setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s, {});
+	studio.setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s, {});
+	QVERIFY(QDir(studio.path()).rename(u"tools"_s, u"whisper"_s));
+	studio.writeFile(u"models/ggml-base.bin"_s, "lmgg");
+	// One that is installed would come first.
+	const bool isInstalled = !QStandardPaths::findExecutable(u"whisper-cli"_s).isEmpty();
+	if (isInstalled) {
+		studio.setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s, studio.path(u"whisper/whisper-cli"_s));
+	}
+	const Run run = studio.clip();
+	QCOMPARE(note(run), QString());
+	QCOMPARE(captionedFrames(shortPath(run)), u"10-35"_s);
+}
+
+void CaptionSourceTest::runsTheRealProgram()
+{
+	if (QStandardPaths::findExecutable(u"whisper-cli"_s).isEmpty()) {
+		QSKIP("whisper.cpp isn't installed");
+	}
+	Studio studio;
+	studio.writeFile(u"models/ggml-made.bin"_s, madeModel({u" Hi"_s, u" every"_s, u"body"_s, u"."_s}, 2));
+	const Run run = studio.clip();
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), QString());
+	// When words end is guessed by how loud it is.
+	const QString frames = captionedFrames(shortPath(run));
+	QVERIFY2(frames.startsWith(u"0-"_s) && !frames.contains(QLatin1Char(' ')), qPrintable(frames));
+	const int end = frames.section(QLatin1Char('-'), 1).toInt();
+	QVERIFY2(end >= 20, qPrintable(frames));
 }
 
 void CaptionSourceTest::saysThatTheSoundIsUnreadable()
@@ -247,8 +296,10 @@ void CaptionSourceTest::makesShortsWithoutATranscription_data()
 	const QString model = u"KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL"_s;
 	QTest::newRow("program missing") << aWord << program << u"/nonexistent/whisper-cli"_s
 					 << u"without captions, whisper-cli isn't installed"_s;
-	QTest::newRow("model not set") << aWord << model << QString()
-				       << u"without captions, KESTRUNE_SAMPLE_HELPER_WHISPER_MODEL isn't set"_s;
+	QTest::newRow("no model") << aWord << model << QString()
+				  << u"without captions, there is no speech model in FOLDER/models"_s;
+	QTest::newRow("something else as the model")
+		<< aWord << model << u"/bin/sh"_s << u"without captions, sh is no speech model"_s;
 	QTest::newRow("model missing") << aWord << model << u"/nonexistent/ggml.bin"_s
 				       << u"without captions, the model ggml.bin doesn't exist"_s;
 	QTest::newRow("fails") << QByteArray("exit 1") << QString() << QString()
@@ -259,7 +310,9 @@ void CaptionSourceTest::makesShortsWithoutATranscription_data()
 				 << u"without captions, whisper-cli crashed"_s;
 	QTest::newRow("hangs") << QByteArray("exec sleep 1000") << u"KESTRUNE_SAMPLE_HELPER_WHISPER_LIMIT_MS"_s
 			       << u"1500"_s << u"without captions, whisper-cli took too long"_s;
-	QTest::newRow("says nothing") << QByteArray(": > \"$target.srt\"") << QString() << QString() << QString();
+	QTest::newRow("writes half an answer") << QByteArray("printf '{' > \"$target.json\"") << QString() << QString()
+					       << u"without captions, whisper-cli failed"_s;
+	QTest::newRow("says nothing") << segments("") << QString() << QString() << QString();
 }
 
 void CaptionSourceTest::makesShortsWithoutATranscription()
@@ -275,7 +328,7 @@ void CaptionSourceTest::makesShortsWithoutATranscription()
 	}
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), u"done"_s);
-	QCOMPARE(note(run), text);
+	QCOMPARE(note(run).replace(studio.path(), u"FOLDER"_s), text);
 	QCOMPARE(captionedFrames(shortPath(run)), QString());
 	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
 }

@@ -17,6 +17,7 @@ private Q_SLOTS:
 	void drawsAPicture();
 	void drawsEachLookDifferently();
 	void keepsPicturesForAWhile();
+	void removesThoseOfYesterday();
 	void drawsAnewWhenTheCameraMoves();
 	void drawsWithoutTextWhenFfmpegCannot();
 	void survivesSideBySideRuns();
@@ -90,6 +91,22 @@ void PreviewTest::keepsPicturesForAWhile()
 		QVERIFY(sandbox.age(QDir(sandbox.path()).relativeFilePath(path), std::chrono::hours(hours)));
 		QCOMPARE(sandbox.run(arguments).exitCode, 1);
 	}
+}
+
+void PreviewTest::removesThoseOfYesterday()
+{
+	const Sandbox sandbox;
+	const QString old = pathOf(sandbox.run(preview(u"podcast"_s, u"none"_s)));
+	const QString recent = pathOf(sandbox.run(preview(u"gameplay"_s, u"none"_s)));
+	const QString foreign = sandbox.writeFile(u"previews/holiday.png"_s, "x");
+	for (const QString &path : {old, foreign}) {
+		QVERIFY(sandbox.age(u"previews/"_s + QFileInfo(path).fileName(), std::chrono::hours(25)));
+	}
+	QVERIFY(sandbox.age(u"previews/"_s + QFileInfo(recent).fileName(), std::chrono::hours(23)));
+	sandbox.run(preview(u"facecam"_s, u"none"_s));
+	QVERIFY(!QFileInfo::exists(old));
+	QVERIFY(QFileInfo::exists(recent));
+	QVERIFY(QFileInfo::exists(foreign));
 }
 
 void PreviewTest::drawsAnewWhenTheCameraMoves()

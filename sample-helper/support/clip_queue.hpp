@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLockFile>
+#include <QtGlobal>
+
+#include <memory>
+
+/// A place in the queue of clips, given free with the object: each takes all of the processor that OBS and a game
+/// leave, so they are made one after the other (as many at a time as environment::clipsAtOnce() says), first come,
+/// first served. Runs that were killed wait no longer and hold nobody up.
+class ClipTurn {
+public:
+	/// Waits until it is this clip's turn, and says so in the log. One that cannot queue, or has waited for
+	/// environment::queueLimit_ms(), goes on all the same: late or beside others is better than never.
+	ClipTurn();
+	~ClipTurn();
+	Q_DISABLE_COPY_MOVE(ClipTurn)
+
+private:
+	std::unique_ptr<QLockFile> ticket_{};
+};
