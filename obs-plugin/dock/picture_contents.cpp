@@ -21,7 +21,7 @@ bool isTooLaborious(const QByteArray &png)
 	constexpr quint64 most = 2 * 1080 * 1920;
 	const quint64 pixels = static_cast<quint64>(qFromBigEndian<quint32>(png.constData() + pngWidth)) *
 			       qFromBigEndian<quint32>(png.constData() + pngHeight);
-	const quint64 factor = (png[pngBitDepth] == 16 ? 2 : 1) * (png[pngInterlace] != 0 ? 2 : 1);
+	const quint64 factor = (png[pngBitDepth] == 16 ? 2U : 1U) * (png[pngInterlace] != 0 ? 2U : 1U);
 	return pixels > most / factor;
 }
 
