@@ -13,10 +13,10 @@ const notShown = [
   /^(color:|QPushButton\{)/, // style sheets
   /^\/VERYSILENT /, // switches of the installer
   /^(OBS_KEY_|KESTRUNE_|LOCALAPPDATA$)/, // keys by their name in OBS, environment variables
-  /^[A-Za-z./]+\.(exe|json)$/, // files
-  /^<a $/, // what a link begins with
+  /^[A-Za-z./]*\.(exe|json|lnk)$/, // files
+  /^<(a |br)$/, // what a link and a line break begin with
   /^[^A-Za-z]*$/, // separators
-  /^\[\\n/, // characters that end a line
+  /^\(\^/, // patterns
 ];
 
 /** Single literals that no reader sees either. */
