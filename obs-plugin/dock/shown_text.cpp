@@ -39,10 +39,11 @@ bool endsLine(QChar character)
 
 qsizetype toolTipArea(const QString &text)
 {
-	qsizetype lines = 1 + text.count(u"<br", Qt::CaseInsensitive);
+	const QString broken = QString(text).replace(u"<br"_s, u"\n"_s, Qt::CaseInsensitive);
+	qsizetype lines = 1;
 	qsizetype longest = 0;
 	qsizetype width = 0;
-	for (const QChar character : text) {
+	for (const QChar character : broken) {
 		if (endsLine(character)) {
 			++lines;
 			width = 0;

@@ -4,6 +4,9 @@
 
 #include "support/clip_queue.hpp"
 #include "support/environment.hpp"
+#include "support/events.hpp"
+#include "support/files.hpp"
+#include "support/platform.hpp"
 
 using namespace Qt::StringLiterals;
 
@@ -35,31 +38,41 @@ QList<qint64> drawnNumbers()
 	return numbers;
 }
 
-/// Whether the run that drew a ticket still lives; the ticket of a dead one goes away.
+/// Whether the run that drew a ticket still lives; the ticket of a dead one goes away. Never asked of tickets behind
+/// one's own, which may just be drawn.
 bool isAlive(qint64 number)
 {
-	QLockFile ticket(ticketPath(number));
-	// However long a run is suspended, it keeps its place.
-	ticket.setStaleLockTime(0);
-	return !ticket.tryLock(0);
+	QFile ticket(ticketPath(number));
+	if (!ticket.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
+		return false;
+	}
+	// The system takes the lock from a run that ends, killed or not; a run that is suspended keeps its place.
+	if (platform::tryLock(ticket) == std::errc::operation_would_block) {
+		return true;
+	}
+	ticket.remove();
+	return false;
 }
 
 /// Draws the number behind all others; null when that cannot be. Only one run at a time may draw, or two could have the
 /// same number.
-std::unique_ptr<QLockFile> drawTicket(qint64 &number)
+std::unique_ptr<QFile> drawTicket(qint64 &number)
 {
 	constexpr int limit_ms = 10000;
-	QDir().mkpath(queueFolder());
-	QLockFile door(queueFolder() + u"/door.lock"_s);
-	door.setStaleLockTime(0);
-	if (!door.tryLock(limit_ms)) {
+	files::makeFolder(queueFolder());
+	QFile door(queueFolder() + u"/door.lock"_s);
+	if (!door.open(QIODevice::ReadWrite)) {
 		return nullptr;
 	}
+	files::lock(door, limit_ms);
 	const QList<qint64> drawn = drawnNumbers();
 	number = drawn.isEmpty() ? 1 : drawn.last() + 1;
-	auto ticket = std::make_unique<QLockFile>(ticketPath(number));
-	ticket->setStaleLockTime(0);
-	return ticket->tryLock(0) ? std::move(ticket) : nullptr;
+	auto ticket = std::make_unique<QFile>(ticketPath(number));
+	if (!ticket->open(QIODevice::ReadWrite)) {
+		return nullptr;
+	}
+	files::lock(*ticket, 0);
+	return ticket;
 }
 
 int clipsBefore(qint64 number)
@@ -98,7 +111,11 @@ void waitForTurn(qint64 number)
 ClipTurn::ClipTurn()
 {
 	qint64 number = 0;
-	ticket_ = drawTicket(number);
+	try {
+		ticket_ = drawTicket(number);
+	} catch (const Failure &failure) {
+		qWarning("%s", failure.what());
+	}
 	if (ticket_ == nullptr) {
 		qWarning("no place in the queue %s, going on at once", qUtf8Printable(queueFolder()));
 		return;
@@ -106,4 +123,9 @@ ClipTurn::ClipTurn()
 	waitForTurn(number);
 }
 
-ClipTurn::~ClipTurn() = default;
+ClipTurn::~ClipTurn()
+{
+	if (ticket_ != nullptr) {
+		ticket_->remove();
+	}
+}

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QLockFile>
-#include <QtGlobal>
+#include <QFile>
 
 #include <memory>
 
@@ -17,5 +16,5 @@ public:
 	Q_DISABLE_COPY_MOVE(ClipTurn)
 
 private:
-	std::unique_ptr<QLockFile> ticket_{};
+	std::unique_ptr<QFile> ticket_{};
 };

@@ -76,11 +76,11 @@ private Q_SLOTS:
 	void aTooltipNeedsNoHugeWindow()
 	{
 		QFETCH(QString, lineBreak);
-		QString text = shownToolTip((QString(40, u'W') + lineBreak).repeated(80));
+		QString text = shownToolTip((QString(60, u'W') + lineBreak).repeated(200));
 		QVERIFY(text.endsWith(u'…'));
 		const QStringList lines = text.replace(lineBreak, u"\n"_s).split(u'\n');
 		QVERIFY(lines.size() > 10);
-		QVERIFY(lines.size() * 40 <= 5000);
+		QVERIFY(lines.size() * 60 <= 5000);
 	}
 };
 

@@ -102,6 +102,8 @@ void ScratchFolderTest::leavesASuspendedRunItsFiles()
 	const std::unique_ptr<QProcess> process = stoppedInTheMiddle(sandbox);
 	QVERIFY(process);
 	ageRun(sandbox);
+	// Else the second clip would wait for the first.
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CLIPS_AT_ONCE"_s, u"2"_s);
 	QCOMPARE(eventName(sandbox.run(clipOf(videos::silent()))), u"done"_s);
 	QCOMPARE(found(sandbox.shortsFolder(), anyPart).size(), 1);
 	QCOMPARE(found(sandbox.path(), anyScratchFolder).size(), 2);
