@@ -1,3 +1,4 @@
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QPointer>
 #include <QProcess>
@@ -8,11 +9,27 @@
 #include "helper/helper_texts.hpp"
 #include "helper/hidden_process.hpp"
 
+#include <utility>
+
+#include <chrono>
 #include <memory>
+#include <optional>
+
+using namespace std::chrono_literals;
 
 namespace {
+/// How long one run's output may hold the user interface, apart from an event's own callback.
+constexpr auto longestTurn = 20ms;
+/// How much is read at once. On Windows any amount may be waiting.
+constexpr qint64 pieceSize_bytes = 65536;
+
 /// One run, shared by its handlers.
-struct HelperRun {
+struct HelperRun : std::enable_shared_from_this<HelperRun> {
+	struct End {
+		int exitCode{0};
+		QProcess::ExitStatus exitStatus{QProcess::NormalExit};
+	};
+
 	/// Null once the runner and the dock are gone.
 	QPointer<HelperProcesses> runner{};
 	/// Null once the process object is gone: after its end, or with the dock.
@@ -20,6 +37,10 @@ struct HelperRun {
 	EventStream stream{};
 	/// Set by the first event: from then on the helper reports its own failures.
 	bool spoke{false};
+	/// Set while a turn is queued.
+	bool scheduled{false};
+	/// The end of the process, while output of it may be left.
+	std::optional<End> end{};
 	HelperRunner::EventCallback onEvent{};
 	HelperRunner::FinishCallback onFinish{};
 	std::function<void(const QString &text)> onFailure{};
@@ -33,42 +54,61 @@ struct HelperRun {
 
 	bool isOver() const { return !runner || !process; }
 
-	void onReadyRead()
+	/// Queues a turn: QProcess is not done when it announces output or end, and a callback's event loop may delete
+	/// it.
+	void schedule()
 	{
-		if (isOver()) {
-			return;
+		if (!scheduled && runner) {
+			scheduled = true;
+			QMetaObject::invokeMethod(
+				runner, [run = shared_from_this()] { run->takeTurn(); }, Qt::QueuedConnection);
 		}
-		stream.append(process->readAllStandardOutput());
-		deliverEvents();
+	}
+
+	/// Delivers the output that has come, then the end, for as long as a turn may take.
+	void takeTurn()
+	{
+		scheduled = false;
+		const QDeadlineTimer deadline(longestTurn);
+		while (!isOver() && (deliverEvent() || readPiece())) {
+			if (deadline.hasExpired()) {
+				schedule();
+				return;
+			}
+		}
+		if (!isOver() && end) {
+			finish(*std::exchange(end, std::nullopt));
+		}
+	}
+
+	bool readPiece()
+	{
+		const QByteArray piece = process->read(pieceSize_bytes);
+		stream.append(piece);
+		return !piece.isEmpty();
 	}
 
 	/// A callback may run an event loop, which may destroy the dock.
-	void deliverEvents()
+	bool deliverEvent()
 	{
-		while (!isOver()) {
-			const std::optional<QJsonObject> event = stream.next();
-			if (!event) {
-				return;
-			}
-			spoke = true;
-			if (onEvent) {
-				onEvent(*event);
-			}
+		const std::optional<QJsonObject> event = stream.next();
+		if (!event) {
+			return false;
 		}
+		spoke = true;
+		if (onEvent) {
+			onEvent(*event);
+		}
+		return true;
 	}
 
-	void onFinished(int exitCode, QProcess::ExitStatus exitStatus)
+	void finish(const End &ended)
 	{
-		// The process may end while an event's callback runs an event loop: deliver the other events first.
-		deliverEvents();
-		if (isOver()) {
-			return;
-		}
-		if (!spoke && (exitCode != 0 || exitStatus == QProcess::CrashExit)) {
-			onFailure(helperStoppedText(exitCode));
+		if (!spoke && (ended.exitCode != 0 || ended.exitStatus == QProcess::CrashExit)) {
+			onFailure(helperStoppedText(ended.exitCode));
 		}
 		if (onFinish) {
-			onFinish(exitCode);
+			onFinish(ended.exitCode);
 		}
 		if (process) {
 			process->deleteLater();
@@ -105,15 +145,14 @@ bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEv
 	run->onFailure = onFailure_;
 
 	// The runner is the context, and is destroyed before the dock's children, so nobody hears of processes killed
-	// with the dock. Output and end are queued: QProcess is not done when it emits them, and a callback's event
-	// loop may delete it.
+	// with the dock.
 	connect(process, &QProcess::errorOccurred, this,
 		[run](QProcess::ProcessError error) { run->onErrorOccurred(error); });
-	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->onReadyRead(); }, Qt::QueuedConnection);
-	connect(
-		process, &QProcess::finished, this,
-		[run](int exitCode, QProcess::ExitStatus exitStatus) { run->onFinished(exitCode, exitStatus); },
-		Qt::QueuedConnection);
+	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->schedule(); });
+	connect(process, &QProcess::finished, this, [run](int exitCode, QProcess::ExitStatus exitStatus) {
+		run->end = {exitCode, exitStatus};
+		run->schedule();
+	});
 
 	// Nobody reads it, and hours of chatter must not fill OBS's memory.
 	process->setStandardErrorFile(QProcess::nullDevice());
