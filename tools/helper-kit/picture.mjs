@@ -1,7 +1,7 @@
 // Whether the dock shows a picture as the preview.
 
 import { open } from "node:fs/promises";
-import { error } from "./findings.mjs";
+import { error, warning } from "./findings.mjs";
 
 // The dock's limits.
 const largestFile_bytes = 9 * 1024 * 1024;
@@ -32,7 +32,7 @@ export async function complaintsAboutPicture(file) {
     return [error(`the preview has ${size} bytes; the dock hides pictures of more than 9 MiB: ${file}`)];
   }
   if (!signatures.some(begins)) {
-    return [error(`the preview is not a PNG, JPEG, BMP or PPM file, so the dock hides it: ${file}`)];
+    return [warning(`the preview is not a PNG, JPEG, BMP or PPM file, so the dock hides it: ${file}`)];
   }
   if (begins(jpeg) && size > largestJpeg_bytes) {
     return [error(`the preview has ${size} bytes; the dock hides JPEG pictures of more than 4 MiB: ${file}`)];
