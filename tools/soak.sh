@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [exit]: the long runs (all of them when none is named). Runs in the build root.
+# soak.sh [hostile] [long] [exit] [day [HOURS]]: the long runs (all but the day when none is named). Runs in the build
+# root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
@@ -25,6 +26,19 @@ exit_of_obs()
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
 }
 
+# A day on air. Disks that can be filled without harm are small ones in memory, which nobody else sees.
+day()
+{
+	local disks=$PWD/$results/day-disks
+	mkdir -p "$disks/replays" "$disks/shorts"
+	tools/install-node-modules.sh tools/obs
+	# shellcheck disable=SC2016 # the inner shell expands them
+	KESTRUNE_BUILD_DIR=$PWD/$build_dir unshare --map-root-user --mount bash -euc '
+		for disk in "$1"/*; do mount -t tmpfs -o size=128m day "$disk"; done
+		exec node tests/soak/day.mjs "${@:2}"' \
+		day "$disks" "$PWD/$results" "$disks" "$@" 2>&1 | tee "$results/day.log"
+}
+
 run_full()
 {
 	# QtTest ends a test function after 5 minutes unless told otherwise.
@@ -36,12 +50,22 @@ tools/build.sh "${build_dir##*/}"
 if (($# == 0)); then
 	set -- hostile long exit
 fi
-for run in "$@"; do
+while (($# > 0)); do
+	run=$1
+	shift
 	case $run in
 	hostile | long) "$run" ;;
 	exit) exit_of_obs ;;
+	day)
+		hours=()
+		if [[ ${1:-} =~ ^[0-9.]+$ ]]; then
+			hours=("$1")
+			shift
+		fi
+		day "${hours[@]}"
+		;;
 	*)
-		echo "soak: no run is called '$run'; there are: hostile, long, exit" >&2
+		echo "soak: no run is called '$run'; there are: hostile, long, exit, day" >&2
 		exit 2
 		;;
 	esac

@@ -15,7 +15,7 @@ if (!buildFolder) {
   throw new Error("KESTRUNE_BUILD_DIR must name the build folder of the module");
 }
 
-const canvas = { width: 640, height: 360, fps: 30 };
+const usualCanvas = { width: 640, height: 360, fps: 30 };
 const module = path.join(buildFolder, "kestrune");
 const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
@@ -67,9 +67,10 @@ export class TestSession {
    *
    * @param helper      path of the helper program.
    * @param withModule  false to run OBS without the module, for comparisons.
+   * @param canvas      {width, height, fps} of the picture that OBS makes.
    * @param extraEnv    environment variables for OBS and its helper besides those that every test session has.
    */
-  static async create(name, { helper, withModule = true, extraEnv = {} }) {
+  static async create(name, { helper, withModule = true, canvas = usualCanvas, extraEnv = {} }) {
     const folder = artefactsFolder(name);
     const env = {
       PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,

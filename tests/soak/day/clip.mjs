@@ -1,0 +1,61 @@
+// A clip from the request to what became of it.
+
+import { errorColour } from "../../../tools/obs/dock.mjs";
+import { waitFor } from "../../../tools/obs/wait.mjs";
+import { clipHotkey } from "../../obs/support/test-session.mjs";
+import { processes } from "./processes.mjs";
+
+const ways = {
+  hotkey: (test) => test.session.input.press(...clipHotkey.keys),
+  button: (test) => test.dock.click({ name: "clipBtn", enabled: true }),
+  "remote control": (test) =>
+    test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType: "ClipThat" }),
+  chat: (test) => test.runSampleHelper("--say", "viewer"),
+};
+
+/** The ways in which a clip can be asked for. */
+export const wayNames = Object.keys(ways);
+
+const ready = /^Your Short is ready: /;
+const isOutcome = ({ text, styleSheet }) => ready.test(text) || styleSheet === errorColour;
+
+/**
+ * Asks for a clip and follows the status line to its outcome: {made, text, texts} with all that it read meanwhile.
+ *
+ * @param during   what happens meanwhile.
+ * @param isOver   whether a status line, {text, styleSheet}, is the outcome.
+ * @param limitMs  after that there is none, and that is an error.
+ */
+export async function clip(test, way, { during = async () => {}, isOver = isOutcome, limitMs = 300_000 } = {}) {
+  const statusLine = () => test.dock.widget({ name: "status" });
+  const texts = [(await statusLine()).text];
+  await ways[way](test);
+  const [last] = await Promise.all([
+    waitFor(
+      `the outcome of a clip by ${way}`,
+      async () => {
+        const status = await statusLine();
+        if (status.text !== texts.at(-1)) {
+          texts.push(status.text);
+        }
+        return texts.length > 1 && isOver(status) && status;
+      },
+      { limitMs, everyMs: 40, explain: () => JSON.stringify(texts) },
+    ),
+    during(),
+  ]);
+  return { made: ready.test(last.text), text: last.text, texts: texts.slice(1) };
+}
+
+/** Waits for the helper run that makes a Short, and returns its process id. */
+export async function waitForHelperRun(test) {
+  const run = await waitFor(
+    "a helper run",
+    async () =>
+      (await processes()).find(
+        ({ parent, command }) => parent === test.session.obs.pid && command.includes(" --process "),
+      ),
+    { limitMs: 60_000, everyMs: 30 },
+  );
+  return run.pid;
+}
