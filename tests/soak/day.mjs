@@ -78,7 +78,8 @@ async function turn(day, trouble, way) {
   const clip = { trouble: trouble.name, way, made: false, told: false };
   clips.push(clip);
   try {
-    await day.control.request("SaveReplayBuffer");
+    // OBS stops it when it cannot save.
+    await Promise.all([day.station.startReplayBuffer(), day.control.startReplayBuffer()]);
     const outcome = await trouble(day, way);
     Object.assign(clip, outcome, { told: !outcome.made });
     await checkOutcome(day, outcome);
@@ -131,7 +132,7 @@ const stations = [];
 let ofSuspension;
 try {
   stations.push(await startStation("soak-day", { withModule: true, disks }));
-  stations.push(await startStation("soak-day-without", { withModule: false }));
+  stations.push(await startStation("soak-day-without", { withModule: false, disks }));
   const [station, control] = stations;
   const day = { station, control, disks, suspend_s };
   log("on air");

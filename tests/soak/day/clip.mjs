@@ -17,19 +17,22 @@ const ways = {
 export const wayNames = Object.keys(ways);
 
 const ready = /^Your Short is ready: /;
-const isOutcome = ({ text, styleSheet }) => ready.test(text) || styleSheet === errorColour;
+// Without the Replay Buffer the module starts it, and asks for another press.
+const startsBuffer = /^(Starting the Replay Buffer…|Replay Buffer on\.|Ready\.)/;
+const isOutcome = ({ text, styleSheet }) => ready.test(text) || startsBuffer.test(text) || styleSheet === errorColour;
 
 /**
- * Asks for a clip and follows the status line to its outcome: {made, text, texts} with all that it read meanwhile.
+ * Asks for a clip and follows the status line to its outcome: {made, text, texts} with all that it read meanwhile. The
+ * OBS without the module saves a replay, too.
  *
  * @param during   what happens meanwhile.
- * @param isOver   whether a status line, {text, styleSheet}, is the outcome.
  * @param limitMs  after that there is none, and that is an error.
  */
-export async function clip(test, way, { during = async () => {}, isOver = isOutcome, limitMs = 300_000 } = {}) {
+export async function clip({ station, control }, way, { during = async () => {}, limitMs = 300_000 } = {}) {
+  const { test } = station;
   const statusLine = () => test.dock.widget({ name: "status" });
   const texts = [(await statusLine()).text];
-  await ways[way](test);
+  await Promise.all([ways[way](test), control.request("SaveReplayBuffer")]);
   const [last] = await Promise.all([
     waitFor(
       `the outcome of a clip by ${way}`,
@@ -38,7 +41,7 @@ export async function clip(test, way, { during = async () => {}, isOver = isOutc
         if (status.text !== texts.at(-1)) {
           texts.push(status.text);
         }
-        return texts.length > 1 && isOver(status) && status;
+        return texts.length > 1 && isOutcome(status) && status;
       },
       { limitMs, everyMs: 40, explain: () => JSON.stringify(texts) },
     ),

@@ -1,6 +1,6 @@
 // An OBS on air: a test session that streams to a sink of its own.
 
-import { readdir, readFile, rm, writeFile } from "node:fs/promises";
+import { mkdir, readdir, readFile, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { sleep, waitFor } from "../../../tools/obs/wait.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "../../obs/support/test-session.mjs";
@@ -32,19 +32,21 @@ export class Station {
     this.replays = replays;
   }
 
-  /** The folder of the disk for replays is OBS's own recording folder when `disks` is undefined. */
+  /** `disks` has folders for replays and for Shorts. */
   static async create(name, { withModule, disks }) {
+    const replays = path.join(disks.replays, name);
+    await mkdir(replays);
     const test = await TestSession.create(name, {
       helper: fakeHelper("recording-helper"),
       withModule,
       canvas,
-      extraEnv: disks ? { KESTRUNE_SAMPLE_HELPER_OUTPUT: disks.shorts } : {},
+      extraEnv: { KESTRUNE_SAMPLE_HELPER_OUTPUT: disks.shorts },
     });
     const { home, folder } = test.session;
-    test.shorts = disks?.shorts ?? test.shorts;
+    test.shorts = disks.shorts;
     await test.switchReplayBufferOn();
     await home.changeProfile((profile) => {
-      Object.assign(profile.SimpleOutput, stream, { FilePath: disks?.replays ?? home.recordings });
+      Object.assign(profile.SimpleOutput, stream, { FilePath: replays });
     });
     await home.changeUserSettings((settings) => {
       settings.BasicWindow.PreviewEnabled = false;
@@ -56,7 +58,7 @@ export class Station {
     const other = path.join(path.dirname(home.sceneFile), `${collections[1]}.json`);
     await writeFile(other, JSON.stringify({ ...collection, name: collections[1] }));
     const sink = await Sink.start(path.join(folder, "sink.log"));
-    return new Station(test, sink, disks?.replays ?? home.recordings);
+    return new Station(test, sink, replays);
   }
 
   /** Rejects when OBS ends; nothing that is asked of it is answered then. */
@@ -91,9 +93,15 @@ export class Station {
     return (await this.request("GetReplayBufferStatus")).outputActive;
   }
 
+  /** Does nothing when it runs. */
   async startReplayBuffer() {
+    if (await this.isBufferActive()) {
+      return;
+    }
     await this.request("StartReplayBuffer");
     await this.#waitFor("the Replay Buffer", () => this.isBufferActive());
+    // It needs some pictures.
+    await sleep(4000);
   }
 
   async stopReplayBuffer() {

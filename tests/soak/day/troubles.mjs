@@ -21,7 +21,7 @@ async function clipWithFullDisk(day, way, folder) {
   const ballast = path.join(folder, "ballast");
   try {
     await fill(ballast);
-    return await clip(day.station.test, way);
+    return await clip(day, way);
   } finally {
     await rm(ballast);
   }
@@ -44,31 +44,28 @@ async function fill(path) {
 }
 
 /** Nothing but the clip. */
-function nothing({ station }, way) {
-  return clip(station.test, way);
+function nothing(day, way) {
+  return clip(day, way);
 }
 
 /** The button is off while the Replay Buffer is; the other ways only have it started, and say so. */
-async function replayBufferStopped({ station, control }, way) {
+async function replayBufferStopped(day, way) {
+  const { station, control } = day;
   await Promise.all([station.stopReplayBuffer(), control.stopReplayBuffer()]);
   await control.startReplayBuffer();
   if (way === "button") {
     await station.startReplayBuffer();
     await station.test.dock.waitForStatus(readyStatus, undefined, limitMs);
-    await sleep(4000);
-    return clip(station.test, way);
   }
-  const starts = /^(Starting the Replay Buffer…|Replay Buffer on\.|Ready\.)/;
-  const outcome = await clip(station.test, way, { isOver: ({ text }) => starts.test(text) });
+  const outcome = await clip(day, way);
   // The module looks once more 1.5 s after it has started the Replay Buffer.
   await sleep(3000);
-  await station.test.dock.waitForStatus(readyStatus, undefined, limitMs);
   return outcome;
 }
 
-function helperKilled({ station }, way) {
-  const during = async () => signal(await waitForHelperRun(station.test), "SIGKILL");
-  return clip(station.test, way, { during });
+function helperKilled(day, way) {
+  const during = async () => signal(await waitForHelperRun(day.station.test), "SIGKILL");
+  return clip(day, way, { during });
 }
 
 function diskOfShortsFull(day, way) {
@@ -79,12 +76,12 @@ function diskOfReplaysFull(day, way) {
   return clipWithFullDisk(day, way, day.disks.replays);
 }
 
-async function otherSceneCollection({ station, control }, way) {
-  const use = (name) => Promise.all([station, control].map((each) => each.useCollection(name)));
+async function otherSceneCollection(day, way) {
+  const use = (name) => Promise.all([day.station, day.control].map((each) => each.useCollection(name)));
   await use(collections[1]);
   // Pictures of the other scene, so that the Short has some.
   await sleep(4000);
-  const outcome = await clip(station.test, way);
+  const outcome = await clip(day, way);
   await use(collections[0]);
   return outcome;
 }
@@ -101,10 +98,11 @@ export const troubles = [
 ];
 
 /** Everything is suspended while a Short is in the making. */
-export function suspended({ station, control, suspend_s }, way) {
+export function suspended(day, way) {
+  const { station, control, suspend_s } = day;
   const during = async () => {
     await waitForHelperRun(station.test);
     await suspend([station, control], suspend_s);
   };
-  return clip(station.test, way, { during, limitMs: 300_000 + suspend_s * 1000 });
+  return clip(day, way, { during, limitMs: 300_000 + suspend_s * 1000 });
 }
