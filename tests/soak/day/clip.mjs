@@ -19,35 +19,45 @@ export const wayNames = Object.keys(ways);
 const ready = /^Your Short is ready: /;
 // Without the Replay Buffer the module starts it, and asks for another press.
 const startsBuffer = /^(Starting the Replay Buffer…|Replay Buffer on\.|Ready\.)/;
-const isOutcome = ({ text, styleSheet }) => ready.test(text) || startsBuffer.test(text) || styleSheet === errorColour;
+// A save that comes later than that still becomes a Short.
+const saveIsLate = /^OBS didn't save the replay/;
+const latestSave_ms = 30_000;
+
+/** Whether a status line, {text, styleSheet}, that has stood for so long is the last one of a clip. */
+function isOutcome({ text, styleSheet }, stood_ms) {
+  if (saveIsLate.test(text)) {
+    return stood_ms > latestSave_ms;
+  }
+  return ready.test(text) || startsBuffer.test(text) || styleSheet === errorColour;
+}
 
 /**
  * Asks for a clip and follows the status line to its outcome: {made, text, texts} with all that it read meanwhile. The
  * OBS without the module saves a replay, too.
  *
  * @param during   what happens meanwhile.
- * @param limitMs  after that there is none, and that is an error.
+ * @param limitMs  after that there is no outcome, and that is an error.
  */
 export async function clip({ station, control }, way, { during = async () => {}, limitMs = 300_000 } = {}) {
   const { test } = station;
   const statusLine = () => test.dock.widget({ name: "status" });
   const texts = [(await statusLine()).text];
+  let since = performance.now();
+  const readOutcome = async () => {
+    const status = await statusLine();
+    if (status.text !== texts.at(-1)) {
+      texts.push(status.text);
+      since = performance.now();
+    }
+    return texts.length > 1 && isOutcome(status, performance.now() - since) && status;
+  };
   await Promise.all([ways[way](test), control.request("SaveReplayBuffer")]);
-  const [last] = await Promise.all([
-    waitFor(
-      `the outcome of a clip by ${way}`,
-      async () => {
-        const status = await statusLine();
-        if (status.text !== texts.at(-1)) {
-          texts.push(status.text);
-        }
-        return texts.length > 1 && isOutcome(status) && status;
-      },
-      { limitMs, everyMs: 40, explain: () => JSON.stringify(texts) },
-    ),
+  const explain = () => JSON.stringify(texts);
+  const [{ text }] = await Promise.all([
+    waitFor(`the outcome of a clip by ${way}`, readOutcome, { limitMs, everyMs: 40, explain }),
     during(),
   ]);
-  return { made: ready.test(last.text), text: last.text, texts: texts.slice(1) };
+  return { made: ready.test(text), text, texts: texts.slice(1) };
 }
 
 /** Waits for the helper run that makes a Short, and returns its process id. */

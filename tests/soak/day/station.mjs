@@ -93,6 +93,11 @@ export class Station {
     return (await this.request("GetReplayBufferStatus")).outputActive;
   }
 
+  /** As a person closes the message box that OBS shows when it cannot write; a click would end in it. */
+  async closeMessages() {
+    await this.test.session.input.press("escape");
+  }
+
   /** Does nothing when it runs. */
   async startReplayBuffer() {
     if (await this.isBufferActive()) {
