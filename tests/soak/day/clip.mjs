@@ -35,40 +35,41 @@ function isOutcome({ text, styleSheet }, stood_ms) {
  * Asks for a clip and follows the status line to its outcome: {made, text, texts} with all that it read meanwhile. The
  * OBS without the module saves a replay, too.
  *
- * @param during   what happens meanwhile.
+ * @param during   what happens meanwhile; it is given a function that answers whether the clip is over.
  * @param limitMs  after that there is no outcome, and that is an error.
  */
 export async function clip({ station, control }, way, { during = async () => {}, limitMs = 300_000 } = {}) {
   const { test } = station;
-  const statusLine = () => test.dock.widget({ name: "status" });
+  const ask = () => test.dock.widget({ name: "status" });
+  // An OBS that was suspended meanwhile has no time for an answer.
+  const statusLine = () => ask().catch(ask);
   const texts = [(await statusLine()).text];
   let since = performance.now();
+  let isOver = false;
   const readOutcome = async () => {
     const status = await statusLine();
     if (status.text !== texts.at(-1)) {
       texts.push(status.text);
       since = performance.now();
     }
-    return texts.length > 1 && isOutcome(status, performance.now() - since) && status;
+    isOver = texts.length > 1 && isOutcome(status, performance.now() - since);
+    return isOver && status;
   };
   await Promise.all([ways[way](test), control.request("SaveReplayBuffer")]);
   const explain = () => JSON.stringify(texts);
   const [{ text }] = await Promise.all([
     waitFor(`the outcome of a clip by ${way}`, readOutcome, { limitMs, everyMs: 40, explain }),
-    during(),
+    during(() => isOver),
   ]);
   return { made: ready.test(text), text, texts: texts.slice(1) };
 }
 
-/** Waits for the helper run that makes a Short, and returns its process id. */
-export async function waitForHelperRun(test) {
-  const run = await waitFor(
-    "a helper run",
-    async () =>
-      (await processes()).find(
-        ({ parent, command }) => parent === test.session.obs.pid && command.includes(" --process "),
-      ),
-    { limitMs: 60_000, everyMs: 30 },
-  );
-  return run.pid;
+/** Waits for the helper run that makes a Short; undefined when the clip is over without one. */
+export async function waitForHelperRun(test, isOver) {
+  const isRun = ({ parent, command }) => parent === test.session.obs.pid && command.includes(" --process ");
+  const found = await waitFor("a helper run", async () => (await processes()).find(isRun) ?? isOver(), {
+    limitMs: 300_000,
+    everyMs: 30,
+  });
+  return found === true ? undefined : found;
 }

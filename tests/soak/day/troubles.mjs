@@ -64,7 +64,12 @@ async function replayBufferStopped(day, way) {
 }
 
 function helperKilled(day, way) {
-  const during = async () => signal(await waitForHelperRun(day.station.test), "SIGKILL");
+  const during = async (isOver) => {
+    const run = await waitForHelperRun(day.station.test, isOver);
+    if (run) {
+      signal(run.pid, "SIGKILL");
+    }
+  };
   return clip(day, way, { during });
 }
 
@@ -100,8 +105,8 @@ export const troubles = [
 /** Everything is suspended while a Short is in the making. */
 export function suspended(day, way) {
   const { station, control, suspend_s } = day;
-  const during = async () => {
-    await waitForHelperRun(station.test);
+  const during = async (isOver) => {
+    await waitForHelperRun(station.test, isOver);
     await suspend([station, control], suspend_s);
   };
   return clip(day, way, { during, limitMs: 300_000 + suspend_s * 1000 });
