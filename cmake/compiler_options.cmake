@@ -1,11 +1,11 @@
-# Warnings for all code of this project; link this target PRIVATE.
+# Link this target PRIVATE.
 add_library(kestrune_options INTERFACE)
 
 if(MSVC)
   target_compile_options(
     kestrune_options INTERFACE /W3 /utf-8 /permissive- /MP /Zc:__cplusplus /Zc:preprocessor /Zc:char8_t- /Brepro
   )
-  # Only Debug links incrementally: that leaves thunks and unused code behind.
+  # Incremental linking leaves thunks and unused code behind.
   target_link_options(kestrune_options INTERFACE /Brepro "$<$<NOT:$<CONFIG:Debug>>:/INCREMENTAL:NO;/OPT:REF;/OPT:ICF>")
   target_compile_definitions(kestrune_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 else()
@@ -27,12 +27,12 @@ else()
   )
 endif()
 
-# Qt's own spellings of signals and slots stay out of the way of other libraries; strings are converted on purpose.
+# `signals` and `slots` would clash with other libraries; string conversions are always explicit.
 target_compile_definitions(
   kestrune_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH
 )
 
-# ccache needs it to know a compilation that uses precompiled headers.
+# ccache cannot cache compilations with precompiled headers without it.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-fpch-preprocess)
 endif()
@@ -42,7 +42,7 @@ if(KESTRUNE_SANITIZE)
   add_link_options(-fsanitize=${KESTRUNE_SANITIZE})
 endif()
 
-# Coverage for libFuzzer in everything; only the fuzz targets themselves are linked with its main function.
+# All code is instrumented; only the fuzz targets link libFuzzer's main function.
 if(KESTRUNE_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

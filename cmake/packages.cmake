@@ -1,4 +1,4 @@
-# What `cpack` makes of the install tree, in the build folder's `packages`.
+# `cpack` packs the install tree into the build folder's `packages`.
 set(CPACK_PACKAGE_DIRECTORY "${CMAKE_BINARY_DIR}/packages")
 set(CPACK_PACKAGE_NAME kestrune)
 set(CPACK_PACKAGE_VENDOR "${kestrune_author}")
@@ -11,7 +11,7 @@ hands it to the Kestrune helper, a program of its own that this package does not
 )
 set(CPACK_RESOURCE_FILE_LICENSE "${CMAKE_CURRENT_SOURCE_DIR}/LICENSE")
 set(CPACK_STRIP_FILES ON)
-# The archives hold the install tree alone, so that they unpack over what is there.
+# No top-level folder: users unpack the archive over their OBS folders.
 set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
 
 if(WIN32)
@@ -22,8 +22,8 @@ else()
   set(CPACK_PACKAGE_FILE_NAME kestrune-${PROJECT_VERSION}-linux-${CMAKE_SYSTEM_PROCESSOR})
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION video)
-  # OBS refuses modules that are made for a newer OBS, and the linker those that are made with a newer Qt; where time_t
-  # was widened, Qt's package has another name.
+  # OBS refuses modules built for a newer OBS, the linker those built with a newer Qt. Where time_t became 64-bit, Qt's
+  # package is named differently.
   set(qt_version "${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR}")
   string(
     CONCAT CPACK_DEBIAN_PACKAGE_DEPENDS

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints one table; the seconds are how long OBS is watched while
-# the module is busy, and in each of three idle states. Runs in the build root.
+# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints a table. OBS is watched BUSY_S seconds with a busy module
+# and IDLE_S in each of three idle states. Runs in the build root.
 set -euo pipefail
 
 busy_s=${1:-120}

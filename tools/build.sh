@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# build.sh PRESET [OPTION...]: configures and builds one CMake preset in build/PRESET, and says how long that took; the
-# options are those of cmake --build, for example --target sample-helper. Runs in the build root.
+# build.sh PRESET [OPTION...]: configures and builds a CMake preset in build/PRESET. Takes the options of cmake --build,
+# such as --target sample-helper. Runs in the build root.
 set -euo pipefail
 
 preset=$1
@@ -8,15 +8,14 @@ shift
 build_dir=build/$preset
 made_in="$KESTRUNE_ROOT_ID in $PWD"
 
-# Object files of one root do not fit another's headers and libraries.
+# Object files of another root do not fit this one's headers and libraries.
 if [[ -d $build_dir && $(cat "$build_dir/.made-in" 2>/dev/null) != "$made_in" ]]; then
 	rm -rf "$build_dir"
 fi
 mkdir -p "$build_dir"
 printf '%s\n' "$made_in" >"$build_dir/.made-in"
 
-# What another checkout or preset has compiled is not compiled again, wherever either lies. The last two settings are
-# what ccache asks for where headers are precompiled.
+# Checkouts and presets share ccache, wherever they are. Precompiled headers need the sloppiness.
 if command -v ccache >/dev/null; then
 	export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 	export CCACHE_SLOPPINESS=pch_defines,time_macros

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Formats all C++ files, scripts for Node.js and CMake files in place. Runs in the build root.
+# Formats all C++ files, Node.js scripts and CMake files. Runs in the build root.
 set -euo pipefail
 source tools/sources.sh
 source tools/formatters.sh

@@ -1,8 +1,6 @@
 # shellcheck shell=bash
-# The formatters, one per language.
 
-# format_files write|check: formats the files whose names come in, each ended by a NUL, or only says which are not
-# formatted.
+# format_files write|check: formats the files on standard input (NUL-terminated), or lists the unformatted ones.
 format_files()
 {
 	local file cpp=() cmake=() scripts=() status=0
@@ -31,7 +29,7 @@ format_files()
 	return "$status"
 }
 
-# from_npm PROGRAM ARGUMENT...: runs a program of the packages in tools/lint.
+# from_npm PROGRAM ARGUMENT...: runs a program from tools/lint's packages.
 from_npm()
 {
 	tools/install-node-modules.sh tools/lint && "tools/lint/node_modules/.bin/$1" "${@:2}"

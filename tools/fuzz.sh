@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# fuzz.sh [TARGET...] [--seconds N]: runs these fuzz targets (all of them when none is named) side by side, N seconds
-# each. Runs in the build root.
+# fuzz.sh [TARGET...] [--seconds N]: runs these fuzz targets, or all, side by side for N seconds each. Runs in the build
+# root.
 set -euo pipefail
 
 seconds=1800
@@ -10,7 +10,7 @@ while (($# > 0)); do
 	--seconds)
 		seconds=${2:-}
 		if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
-			echo "fuzz: --seconds needs a whole number above 0" >&2
+			echo "fuzz: --seconds needs a positive integer" >&2
 			exit 2
 		fi
 		shift
@@ -31,7 +31,7 @@ if ((${#targets[@]} == 0)); then
 fi
 for target in "${targets[@]}"; do
 	if [[ ! -d tests/fuzz/corpus/$target ]]; then
-		echo "fuzz: no target is called '$target'; there are: ${known[*]}" >&2
+		echo "fuzz: unknown target '$target'; targets are: ${known[*]}" >&2
 		exit 2
 	fi
 done
@@ -41,8 +41,7 @@ if [[ -z ${DISPLAY:-} ]]; then
 	exec tools/with-xvfb.sh "$0" "${targets[@]}" --seconds "$seconds"
 fi
 
-# The targets look for leaks themselves, now and then; at exit Qt's own caches would be reported, as the fuzzer leaves
-# them all behind.
+# The targets check for leaks themselves; at exit, Qt's caches would be reported.
 export ASAN_OPTIONS=detect_leaks=1:leak_check_at_exit=0:detect_stack_use_after_return=1:allow_addr2line=1
 export LSAN_OPTIONS=suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
@@ -52,11 +51,10 @@ results=$PWD/build/fuzz/results
 TMPDIR=$(mktemp -d)
 export TMPDIR
 jobs=()
-# Ended early, no fuzzer goes on alone.
 trap 'kill "${jobs[@]}" 2>/dev/null || true; rm -rf "$TMPDIR"' EXIT
 
-# fuzz_one TARGET: what it finds worth keeping goes to results/TARGET/corpus, findings to results/TARGET. An input that
-# takes 20 seconds counts as one that hangs.
+# fuzz_one TARGET: adds to the corpus in results/TARGET/corpus and puts findings in results/TARGET. An input that takes
+# 20 s counts as a hang.
 fuzz_one()
 {
 	local result=$results/$1
@@ -79,10 +77,10 @@ for index in "${!targets[@]}"; do
 	job=${jobs[index]}
 	unset "jobs[index]"
 	if wait "$job"; then
-		echo "$target: nothing found, $(grep -m 1 number_of_executed_units "$results/$target/log")"
+		echo "$target: no findings, $(grep -m 1 number_of_executed_units "$results/$target/log")"
 	else
 		status=1
-		echo "$target: FOUND something, see build/fuzz/results/$target/log"
+		echo "$target: FINDINGS, see build/fuzz/results/$target/log"
 		find "$results/$target" -maxdepth 1 -type f ! -name log -printf '    reproducer: %p\n'
 	fi
 done

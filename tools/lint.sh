@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# lint.sh [format] [includes] [cpp] [scripts] [shell] [spelling] [FILE...]: runs these checks (all but includes, which
-# is a part of cpp, when none is named) on these files (all when none is named) without changing anything. Runs in the
-# build root.
+# lint.sh [format] [includes] [cpp] [scripts] [shell] [spelling] [FILE...]: runs these checks on these files, and
+# changes nothing. Default: all files, and all checks except includes, which is part of cpp. Runs in the build root.
 set -euo pipefail
 source tools/sources.sh
 source tools/formatters.sh
@@ -27,7 +26,7 @@ if ((${#checks[@]} == 0)); then
 	checks=(format cpp scripts shell spelling)
 fi
 
-# The files that a check is about. Headers are checked by clang-tidy with the sources that include them.
+# The files of a check. clang-tidy checks headers with the sources that include them.
 subjects()
 {
 	case $1 in
@@ -40,7 +39,7 @@ subjects()
 	esac
 }
 
-# Lets those names through that were asked for; names come and go with a NUL at their end.
+# Filters file names (NUL-terminated) by the files asked for.
 wanted()
 {
 	if ((${#files[@]} == 0)); then
@@ -55,7 +54,7 @@ check_format()
 	format_files check
 }
 
-# clang_tidy [OPTION...]: with the files whose names come in.
+# clang_tidy [OPTION...]: checks the files on standard input.
 clang_tidy()
 {
 	local source patterns=()
@@ -65,12 +64,12 @@ clang_tidy()
 	if ((${#patterns[@]} == 0)); then
 		return
 	fi
-	# Sources include what Qt's moc generates.
+	# Sources include moc's output.
 	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
 		-extra-arg=-Wno-unknown-warning-option "$@" "${patterns[@]}"
 }
 
-# The other builds compile several files as one, which hides an include that one of them lacks.
+# Unity builds hide a missing include.
 check_includes()
 {
 	clang_tidy -checks='-*,misc-header-include-cycle'
@@ -100,7 +99,7 @@ check_spelling()
 	xargs -0 --no-run-if-empty codespell
 }
 
-# A misspelt or ignored file would otherwise look as if it were in order.
+# Otherwise a misspelt or ignored file would seem to pass.
 report_unchecked()
 {
 	local check file checked

@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# The person's own machine: its packages, its administrator, its Debian mirror.
+# The user's own machine: packages, root rights, Debian mirror.
 
-# sudo and env -i drop these, and nothing can be downloaded behind a company proxy without them.
+# sudo and env -i drop these, but downloads behind a proxy need them.
 proxy_names=(http_proxy https_proxy ftp_proxy all_proxy no_proxy HTTP_PROXY HTTPS_PROXY FTP_PROXY ALL_PROXY NO_PROXY)
 
-# environment_of NAME...: prints NAME=VALUE for those that are set, each ended by a NUL.
+# environment_of NAME...: prints NAME=VALUE for each variable that is set, NUL-terminated.
 environment_of()
 {
 	local name
@@ -37,7 +37,7 @@ is_installed()
 	[[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
 }
 
-# apt_indexes FIELD [FILTER...]: prints this field of the package lists that apt has here.
+# apt_indexes FIELD [FILTER...]: prints this field of apt's package lists.
 apt_indexes()
 {
 	local field=$1
@@ -52,7 +52,7 @@ have_package_lists()
 
 package_lists_are_fresh=no
 
-# A source that cannot be reached is no reason to stop: what matters is whether the packages install.
+# An unreachable source does not matter as long as the packages install.
 refresh_package_lists()
 {
 	if [[ $package_lists_are_fresh == no ]]; then
@@ -64,7 +64,7 @@ refresh_package_lists()
 ensure_package_lists()
 {
 	if ! have_package_lists && can_be_admin; then
-		step "Reading Debian's package lists (a few seconds)" "Then call ./run again." refresh_package_lists
+		step "Reading Debian's package lists (a few seconds)" "Then run ./run again." refresh_package_lists
 	fi
 }
 
@@ -74,7 +74,7 @@ install_now()
 	as_admin apt-get -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "$@"
 }
 
-# install_packages TIME PACKAGE...: installs those that the machine lacks; TIME is for the person waiting.
+# install_packages TIME PACKAGE...: installs what is missing; TIME is shown to the user.
 install_packages()
 {
 	local duration=$1 missing=() package
@@ -86,12 +86,12 @@ install_packages()
 		return
 	fi
 	local by_hand="apt-get update && apt-get install --no-install-recommends ${missing[*]}"
-	can_be_admin || fail "this machine lacks ${missing[*]}, and there is no sudo; as root, run: $by_hand"
+	can_be_admin || fail "${missing[*]} not installed, and there is no sudo; as root, run: $by_hand"
 	step "Installing ${missing[*]} ($duration)" "As root, run: $by_hand; then call ./run again." \
 		install_now "${missing[@]}"
 }
 
-# Prints the Debian archive that the machine itself installs from, or nothing.
+# Prints the Debian mirror of this machine, if any.
 debian_mirror()
 {
 	if [[ -n ${KESTRUNE_MIRROR:-} ]]; then
@@ -99,7 +99,7 @@ debian_mirror()
 		return
 	fi
 	local mirror
-	# A machine's sources may be a list of mirrors in a file, as on Debian's cloud images.
+	# On Debian's cloud images the source is a file with mirrors.
 	while read -r mirror; do
 		if [[ $mirror == mirror+file:* ]]; then
 			mirror=$(grep -m 1 -oE '^https?://[^[:space:]]+' "${mirror#mirror+file:}") || continue

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# package.sh: makes what users install, in build/packages: the .deb and the .tar.gz for this Debian, and their checksums.
-# Runs in the build root.
+# package.sh: makes the users' packages in build/packages: a .deb and a .tar.gz for this Debian, with checksums. Runs in
+# the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
@@ -23,6 +23,6 @@ cat <<TEXT
 Packages for $release (OBS $obs, Qt $qt), in $packages:
 $(cat SHA256SUMS)
 
-They fit systems with that Qt or a newer one. The ZIP for Windows is made on Windows, with Visual Studio: see
+They need this Qt or a newer one. The ZIP for Windows is built on Windows with Visual Studio: see
 docs/building.md.
 TEXT

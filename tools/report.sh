@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# What a person sees of the set-up: one line per step, and the reason when one fails.
+# Progress of the set-up: one line per step, and the reason of a failure.
 
-# Goes to the error stream, so that the output of `./run shell COMMAND` stays the command's own.
+# On standard error: the output of `./run shell COMMAND` stays the command's.
 say()
 {
 	printf '%s\n' "$*" >&2
@@ -13,7 +13,7 @@ fail()
 	exit 1
 }
 
-# step TEXT ADVICE COMMAND...: runs a set-up command with its output kept in $setup_log.
+# step TEXT ADVICE COMMAND...: runs a command with its output in $setup_log.
 step()
 {
 	local text=$1 advice=$2
@@ -22,7 +22,7 @@ step()
 	if "$@" >>"$setup_log" 2>&1 </dev/null; then
 		return
 	fi
-	say "The last lines of $setup_log:"
+	say "Last lines of $setup_log:"
 	tail -n 15 "$setup_log" | sed 's/^/    /' >&2
 	fail "failed: $text. $advice"
 }

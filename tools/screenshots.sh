@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# screenshots.sh [SUBJECT...]: makes the pictures of the user guide. Runs in the build root.
+# screenshots.sh [SUBJECT...]: makes the user guide's pictures. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64

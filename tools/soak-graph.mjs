@@ -1,4 +1,4 @@
-// soak-graph.mjs TABLE PICTURE: draws the columns of a comma-separated table over time, one small graph per column.
+// soak-graph.mjs TABLE PICTURE: draws each column of a CSV table over time.
 
 import { readFile, writeFile } from "node:fs/promises";
 

@@ -1,32 +1,35 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [exit] [day [HOURS]]: the long runs (all but the day when none is named). Runs in the build
-# root.
+# soak.sh [hostile] [long] [faults] [exit] [day [HOURS]]: long runs, by default all but the day. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
 results=build/soak
 mkdir -p "$results"
 
-# Helpers that are broken or mean harm.
 hostile()
 {
 	run_full hostile_helper
 }
 
-# Eight hours of a stream without their waiting.
+# Eight hours of a stream without the waiting.
 long()
 {
 	KESTRUNE_SOAK_TABLE=$PWD/$results/long-stream.csv run_full long_stream &&
 		node tools/soak-graph.mjs "$results/long-stream.csv" "$results/long-stream.svg"
 }
 
-# Starts and ends of the real OBS.
+faults()
+{
+	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 "$build_dir/tests/unit/sample-helper/unit_sample_helper" \
+		storage_faults -maxwarnings 0 2>&1 | tee "$results/faults.log"
+}
+
 exit_of_obs()
 {
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
 }
 
-# A day on air. Disks that can be filled without harm are small ones in memory, which nobody else sees.
+# A day on air. The disks to fill are small ones in memory that no other process sees.
 day()
 {
 	local disks=$PWD/$results/day-disks
@@ -41,20 +44,20 @@ day()
 
 run_full()
 {
-	# QtTest ends a test function after 5 minutes unless told otherwise.
+	# QtTest's default limit is 5 minutes.
 	KESTRUNE_FULL_SOAK=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh \
 		"$build_dir/tests/soak/soak" "$1" -maxwarnings 0 2>&1 | tee "$results/$1.log"
 }
 
 tools/build.sh "${build_dir##*/}"
 if (($# == 0)); then
-	set -- hostile long exit
+	set -- hostile long faults exit
 fi
 while (($# > 0)); do
 	run=$1
 	shift
 	case $run in
-	hostile | long) "$run" ;;
+	hostile | long | faults) "$run" ;;
 	exit) exit_of_obs ;;
 	day)
 		hours=()
@@ -65,7 +68,7 @@ while (($# > 0)); do
 		day "${hours[@]}"
 		;;
 	*)
-		echo "soak: no run is called '$run'; there are: hostile, long, exit, day" >&2
+		echo "soak: unknown run '$run'; runs are: hostile, long, faults, exit, day" >&2
 		exit 2
 		;;
 	esac

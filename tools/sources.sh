@@ -1,26 +1,23 @@
 # shellcheck shell=bash
-# The files that formatting and checks are about.
+# The files to format and check, tracked or new, each name NUL-terminated.
 
-# Prints our C++ files, tracked or new, each ended by a NUL.
 cpp_sources()
 {
 	git ls-files -z --cached --others --exclude-standard -- '*.cpp' '*.hpp' '*.h'
 }
 
-# Prints our CMake files, tracked or new, each ended by a NUL.
 cmake_sources()
 {
 	git ls-files -z --cached --others --exclude-standard -- '*.cmake' CMakeLists.txt '*/CMakeLists.txt'
 }
 
-# Prints all of our files, tracked or new, each ended by a NUL; what is no text is for the reader to skip.
+# Includes binary files.
 text_files()
 {
 	git ls-files -z --cached --others --exclude-standard
 }
 
-# called_scripts INTERPRETER: prints our scripts that people or programs call and that this (a regular expression) runs,
-# whatever they are named, each ended by a NUL.
+# called_scripts INTERPRETER: prints the executable scripts for this interpreter (a regular expression).
 called_scripts()
 {
 	local file first_line
@@ -35,13 +32,13 @@ called_scripts()
 	done < <(text_files)
 }
 
-# Those that are only sourced make sense, to people and to shellcheck, in the scripts that source them.
+# Sourced files are checked with the scripts that source them.
 shell_scripts()
 {
 	called_scripts '(ba)?sh'
 }
 
-# Prints our scripts for Node.js, called or imported, each ended by a NUL.
+# Executable or imported.
 node_scripts()
 {
 	{
@@ -50,7 +47,6 @@ node_scripts()
 	} | sort --zero-terminated --unique
 }
 
-# Prints the files that have a formatter, each ended by a NUL.
 formatted_files()
 {
 	cpp_sources

@@ -1,57 +1,50 @@
 #!/usr/bin/env bash
-# test.sh [STAGE [NAME...]]...: builds and runs the tests of these stages (docs, unit, kit, sanitize, thread, obs; all
-# when none is named), or only those of a stage that are named: files, or folders of tests/unit. Runs in the build root.
+# test.sh [STAGE [NAME...]]...: builds and runs the tests of these stages (docs, unit, kit, sanitize, thread, obs), by
+# default all, or only those named: files, or folders of tests/unit. Runs in the build root.
 set -euo pipefail
 shopt -s nullglob
 
 stages=(docs unit kit sanitize thread obs)
 plain=ubuntu-ci-x86_64
 
-# The user guide against the sources.
 docs()
 {
 	node_tests docs "$@"
 }
 
-# Unit tests, with warnings as errors.
 unit()
 {
 	unit_tests "$plain" "$@"
 }
 
-# The kit for authors of helpers: the schema, and tools/check-helper.
 kit()
 {
-	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tools/helper-kit &&
-		tools/install-node-modules.sh tools/lint && node_tests kit "$@"
+	tools/build.sh "$plain" --target sample-helper && tools/install-node-modules.sh tests/kit &&
+		tools/install-node-modules.sh tools/lint && tools/install-node-modules.sh tools/obs && node_tests kit "$@"
 }
 
-# The unit tests under AddressSanitizer and UBSan.
 sanitize()
 {
 	unit_tests sanitize "$@"
 }
 
-# What other threads may do to the module, under ThreadSanitizer.
 thread()
 {
 	tools/build.sh thread && run_ctest thread
 }
 
-# End-to-end tests in the real OBS.
 obs()
 {
 	tools/build.sh "$plain" --target end_to_end && tools/install-node-modules.sh tools/obs &&
 		node_tests obs --test-concurrency=1 "$@"
 }
 
-# run_ctest PRESET OPTION...
 run_ctest()
 {
 	QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh ctest --preset "$@"
 }
 
-# unit_tests PRESET NAME...: builds no more than the programs with these tests.
+# unit_tests PRESET NAME...: builds only the programs with these tests.
 unit_tests()
 {
 	local preset=$1 name file files=() folder targets=() pattern=
@@ -60,7 +53,7 @@ unit_tests()
 		files=("tests/unit/$name.cpp" tests/unit/*/{,*/}"$name.cpp" "tests/unit/$name"/{,*/}*.cpp)
 		[[ -e ${files[0]} ]] || files=("${files[@]:1}")
 		if ((${#files[@]} == 0)); then
-			echo "test: there is no unit test '$name': neither a file nor a folder of tests/unit" >&2
+			echo "test: no unit test '$name': neither a file nor a folder in tests/unit" >&2
 			return 2
 		fi
 		for file in "${files[@]}"; do
@@ -77,7 +70,7 @@ unit_tests()
 	fi
 }
 
-# node_tests FOLDER OPTION... NAME...: the tests tests/FOLDER/NAME.test.mjs, or all of them.
+# node_tests FOLDER OPTION... NAME...: runs tests/FOLDER/NAME.test.mjs, by default all.
 node_tests()
 {
 	local folder=tests/$1 argument options=() files=()
@@ -88,7 +81,7 @@ node_tests()
 		elif [[ -f $folder/$argument.test.mjs ]]; then
 			files+=("$folder/$argument.test.mjs")
 		else
-			echo "test: there is no $folder/$argument.test.mjs" >&2
+			echo "test: no test $folder/$argument.test.mjs" >&2
 			return 2
 		fi
 	done
@@ -120,7 +113,7 @@ is_stage()
 if (($# == 0)); then
 	set -- "${stages[@]}"
 elif ! is_stage "$1"; then
-	echo "test: no tests are called '$1'; there are: ${stages[*]}" >&2
+	echo "test: unknown stage '$1'; stages are: ${stages[*]}" >&2
 	exit 2
 fi
 

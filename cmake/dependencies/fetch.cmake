@@ -1,5 +1,5 @@
-# kestrune_fetch(URL SHA256 FOLDER): downloads an archive and unpacks it in FOLDER, unless that was done before
-# with this very hash. An archive with another hash is an error and leaves nothing behind.
+# kestrune_fetch(URL SHA256 FOLDER): downloads an archive and unpacks it into FOLDER, unless FOLDER already holds this
+# version. Fails if the hash does not match.
 function(kestrune_fetch url sha256 folder)
   cmake_path(GET folder PARENT_PATH parent)
   cmake_path(GET folder FILENAME name)
@@ -28,7 +28,7 @@ function(kestrune_fetch url sha256 folder)
 
   file(ARCHIVE_EXTRACT INPUT "${parent}/${archive}" DESTINATION "${folder}")
   file(REMOVE "${parent}/${archive}")
-  # Source archives hold one folder that names the version; what is in it is what is wanted.
+  # Source archives wrap everything in one versioned folder; drop that level.
   file(GLOB content "${folder}/*")
   list(LENGTH content count)
   if(count EQUAL 1 AND IS_DIRECTORY "${content}")

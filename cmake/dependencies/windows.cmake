@@ -1,5 +1,4 @@
-# What a build with Visual Studio needs and Windows has no packages for: fetched into .deps as buildspec.json says, with
-# OBS's own libraries built from its sources there.
+# Fetches the dependencies of a Visual Studio build into .deps, as buildspec.json lists them, and builds libobs there.
 
 include("${CMAKE_CURRENT_LIST_DIR}/fetch.cmake")
 
@@ -9,7 +8,7 @@ endif()
 
 set(dependencies "${CMAKE_CURRENT_SOURCE_DIR}/.deps")
 
-# Sets version, url_base and sha256 to what buildspec.json says about this dependency.
+# Reads buildspec.json's entry into version, url_base and sha256.
 macro(read_dependency key)
   string(JSON version GET "${buildspec}" dependencies ${key} version)
   string(JSON url_base GET "${buildspec}" dependencies ${key} baseUrl)
@@ -31,12 +30,12 @@ set(obs "${dependencies}/obs-studio-${version}")
 kestrune_fetch("${url_base}/${version}.zip" ${sha256} "${obs}")
 
 list(PREPEND CMAKE_PREFIX_PATH "${dependencies}" "${prebuilt}" "${qt}")
-# None of them has every configuration; without this, one that they lack could get debug libraries.
+# No dependency has every configuration, and CMake might pick debug libraries for a missing one.
 set(CMAKE_MAP_IMPORTED_CONFIG_RELWITHDEBINFO RelWithDebInfo Release MinSizeRel None "")
 set(CMAKE_MAP_IMPORTED_CONFIG_RELEASE Release RelWithDebInfo MinSizeRel None "")
 set(CMAKE_MAP_IMPORTED_CONFIG_MINSIZEREL MinSizeRel Release RelWithDebInfo None "")
 
-# run_step(TEXT COMMAND...): runs one step of OBS's build; its output matters only when it fails.
+# run_step(TEXT COMMAND...): runs one step of OBS's build and shows its output only on failure.
 function(run_step text)
   message(STATUS "${text}")
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE failed)
@@ -45,7 +44,7 @@ function(run_step text)
   endif()
 endfunction()
 
-# Everything that the result depends on; a finished build is not made again.
+# Everything that the build depends on; OBS is rebuilt only when it changes.
 set(obs_stamp "${dependencies}/.obs-studio-built")
 set(obs_wanted "${sha256} ${CMAKE_GENERATOR} ${CMAKE_VS_WINDOWS_TARGET_PLATFORM_VERSION} ${prebuilt} ${qt}")
 if(EXISTS "${obs_stamp}")
@@ -53,7 +52,7 @@ if(EXISTS "${obs_stamp}")
 endif()
 if(NOT "${obs_built}" STREQUAL "${obs_wanted}")
   file(REMOVE "${obs_stamp}")
-  # With the hashes it takes what is there; else it would fetch the same again. Options stay beside their values.
+  # The hashes make OBS use the dependencies fetched above instead of fetching its own.
   # cmake-format: off
   run_step(
     "Configuring OBS ${version}"

@@ -2,7 +2,6 @@
 #include <QFormLayout>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -12,6 +11,7 @@
 #include "chat/chat_texts.hpp"
 #include "clip/account.hpp"
 #include "dock/dock_section.hpp"
+#include "dock/text_label.hpp"
 #include "helper/helper_runner.hpp"
 
 #include <chrono>
@@ -54,7 +54,7 @@ void ChatSection::buildForm(QFormLayout *form)
 	cap_ = newSpinBox(0, 100, defaultCap);
 	cap_->setSpecialValueText(u"No cap"_s);
 	auto *saveButton = new QPushButton(u"Save chat settings"_s);
-	state_ = new QLabel(u"Off. Connect your Twitch-linked account to use it."_s);
+	state_ = new TextLabel(u"Off. Connect your Twitch-linked account to use it."_s);
 	state_->setWordWrap(true);
 	state_->setOpenExternalLinks(true);
 	state_->setTextFormat(Qt::RichText);
@@ -94,7 +94,7 @@ void ChatSection::onChatEvent(const QJsonObject &event)
 
 void ChatSection::renderChatState(const QJsonObject &chat)
 {
-	// An answer without settings, a mere failure for example, leaves what the user typed alone.
+	// An answer without settings, such as a failure, keeps what the user typed.
 	if (chat.contains(u"command")) {
 		enabled_->setChecked(chat[u"enabled"].toBool());
 		command_->setText(chat[u"command"].toString());
@@ -114,7 +114,7 @@ void ChatSection::renderChatState(const QJsonObject &chat)
 void ChatSection::showChatState(const QString &text)
 {
 	state_->setText(text);
-	// Tab stops here only when there is a link to follow; a failure's text is escaped and holds none.
+	// Tab stops here only if there is a link. Errors are escaped, so they hold none.
 	const bool hasLink = text.contains(u"<a ");
 	state_->setFocusPolicy(hasLink ? Qt::StrongFocus : Qt::NoFocus);
 	if (!hasLink) {
@@ -128,8 +128,8 @@ void ChatSection::pollTriggers()
 		return;
 	}
 
-	// With a helper that is missing or does not start the run never ends, and polling stays off until OBS is
-	// restarted: else that would be reported every five seconds.
+	// If the helper is missing or does not start, the run never ends and polling stops until OBS restarts.
+	// Otherwise the dock would report that every five seconds.
 	pollInFlight_ = true;
 	helper_.runHelper(
 		{u"--poll-triggers"_s}, [this](const QJsonObject &event) { onTriggersEvent(event); },
@@ -143,8 +143,8 @@ void ChatSection::onTriggersEvent(const QJsonObject &event) const
 	}
 	const QJsonArray triggers = event[u"triggers"].toArray();
 	if (!triggers.isEmpty()) {
-		// One answer makes one clip, however many asked for it. OBS may show a message box for that, in which
-		// this object, and what it holds, may end.
+		// One clip per answer, however many asked. OBS may show a message box meanwhile, and this object may be
+		// destroyed there: call a copy.
 		const auto onTrigger = onTrigger_;
 		onTrigger(triggers.last()[u"by"].toString());
 	}

@@ -10,24 +10,23 @@ class QBoxLayout;
 class QCheckBox;
 class QFormLayout;
 class QJsonObject;
-class QLabel;
 class QLineEdit;
 class QSpinBox;
 class QTimer;
+class TextLabel;
 
-/// The section "Twitch chat command": its settings, which the helper keeps, and the polling for uses of the command. It
-/// shows whatever the helper last answered.
+/// The section "Twitch chat command": shows the settings, which the helper stores, and polls for uses of the command.
 class ChatSection : public QObject {
 public:
-	/// `onTrigger` is called when the command was typed in the chat, with the name of who typed it.
+	/// `onTrigger` gets the name of whoever typed the command.
 	ChatSection(QBoxLayout *content, QObject *dock, HelperRunner &helper, const Account &account,
 		    std::function<void(const QString &name)> onTrigger);
 
-	/// Asks the helper for the settings, when an account is linked.
+	/// Asks the helper for the settings if an account is linked.
 	void loadChat();
-	/// Gives the helper the settings as the section shows them.
+	/// Sends the settings as shown to the helper.
 	void saveChat();
-	/// Asks the helper whether the command was typed, while it is active.
+	/// Asks the helper whether someone typed the command, while it is active.
 	void pollTriggers();
 
 private:
@@ -44,9 +43,9 @@ private:
 	QLineEdit *command_{nullptr};
 	QSpinBox *cooldown_{nullptr};
 	QSpinBox *cap_{nullptr};
-	QLabel *state_{nullptr};
+	TextLabel *state_{nullptr};
 	QTimer *triggerTimer_{nullptr};
-	/// The helper last reported the command enabled and granted.
+	/// The helper last reported the command as enabled and granted.
 	bool active_{false};
 	bool pollInFlight_{false};
 };

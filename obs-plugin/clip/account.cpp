@@ -1,7 +1,6 @@
 #include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QJsonObject>
-#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QUrl>
@@ -10,6 +9,7 @@
 #include "clip/clip_texts.hpp"
 #include "dock/shown_text.hpp"
 #include "dock/status_line.hpp"
+#include "dock/text_label.hpp"
 #include "helper/helper_runner.hpp"
 
 using namespace Qt::StringLiterals;
@@ -23,7 +23,7 @@ Account::Account(QBoxLayout *content, HelperRunner &helper, StatusLine &status, 
 {
 	auto *row = new QHBoxLayout;
 	row->setSpacing(4);
-	label_ = new QLabel(u"Not connected"_s);
+	label_ = new TextLabel(u"Not connected"_s);
 	label_->setWordWrap(true);
 	row->addWidget(label_, 1);
 	connectButton_ = new QPushButton(u"Connect account"_s);
@@ -43,8 +43,8 @@ void Account::connectAccount()
 	connectButton_->setEnabled(false);
 	onLinkingStarted_();
 	status_.setStatus(u"Opening your browser…"_s, false);
-	// With a helper that is missing or does not start the run never ends, and linking stays closed until OBS is
-	// restarted: the status line says what to do, and whoever reinstalls the helper restarts OBS anyway.
+	// If the helper is missing or does not start, the run never ends and linking stays disabled until OBS restarts.
+	// The status line says what to do, and reinstalling the helper takes a restart anyway.
 	helper_.runHelper(
 		{u"--link"_s, u"--no-browser"_s}, [this](const QJsonObject &event) { onLinkEvent(event); },
 		[this](int) {
@@ -58,7 +58,7 @@ void Account::onLinkEvent(const QJsonObject &event)
 {
 	const QString kind = event[u"event"].toString();
 	if (kind == u"code") {
-		// While a browser opens, anything can happen, even the end of the dock.
+		// Opening a browser may run an event loop, which may destroy the dock.
 		const QPointer<Account> alive(this);
 		QDesktopServices::openUrl(QUrl(event[u"url"].toString()));
 		if (alive) {
@@ -76,10 +76,11 @@ void Account::applyStatus(const QJsonObject &status)
 	linked_ = status[u"linked"].toBool();
 	connectButton_->setVisible(!linked_);
 	if (linked_) {
-		label_->setText(u"Connected as @"_s + shownText(status[u"login"].toString()) +
-				(status[u"offline"].toBool() ? u" (offline)"_s : QString()));
+		label_->showText(u"Connected as @"_s + shownText(status[u"login"].toString()) +
+				 (status[u"offline"].toBool() ? u" (offline)"_s : QString()));
 	} else {
-		label_->setText(status[u"error"].toString() == u"revoked" ? u"This device was revoked. Connect again."_s
-									  : u"Not connected"_s);
+		label_->showText(status[u"error"].toString() == u"revoked"
+					 ? u"This device was revoked. Connect again."_s
+					 : u"Not connected"_s);
 	}
 }

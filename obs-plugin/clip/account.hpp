@@ -7,25 +7,25 @@
 class HelperRunner;
 class QBoxLayout;
 class QJsonObject;
-class QLabel;
 class QPushButton;
 class StatusLine;
+class TextLabel;
 
-/// The user's account with the helper: whether one is linked, and linking it.
+/// The user's linked account, and the button that links it.
 class Account : public QObject {
 public:
-	/// `onLinkingStarted` is called before a run that links, `onLinkingEnded` after its end.
+	/// `onLinkingStarted` is called before the helper run that links, `onLinkingEnded` after it.
 	Account(QBoxLayout *content, HelperRunner &helper, StatusLine &status, std::function<void()> onLinkingStarted,
 		std::function<void()> onLinkingEnded);
 
-	/// Whether an account is linked, as the helper last reported.
+	/// Whether the helper last reported a linked account.
 	bool isLinked() const { return linked_; }
-	/// Whether a run that links is under way.
+	/// Whether linking is under way.
 	bool isLinking() const { return linking_; }
 
-	/// Links an account: the helper names a web page, which opens in the user's browser.
+	/// Links an account: the helper names a web page, which opens in the browser.
 	void connectAccount();
-	/// Takes over what a "status" event says of the account.
+	/// Applies a "status" event to the account.
 	void applyStatus(const QJsonObject &status);
 
 private:
@@ -35,7 +35,7 @@ private:
 	StatusLine &status_;
 	std::function<void()> onLinkingStarted_{};
 	std::function<void()> onLinkingEnded_{};
-	QLabel *label_{nullptr};
+	TextLabel *label_{nullptr};
 	QPushButton *connectButton_{nullptr};
 	bool linked_{false};
 	bool linking_{false};

@@ -2,24 +2,24 @@
 
 #include <QPushButton>
 
-/// What decides whether a clip can be asked for.
+/// What the clip button depends on.
 struct ClipReadiness {
 	bool linked{false};
 	bool replayBufferActive{false};
 	bool linking{false};
 };
 
-/// Whether the clip button is enabled. Clips still in the making do not matter: several may be.
+/// Whether the clip button is enabled. Clips in the making do not matter: several may run at once.
 bool canClip(const ClipReadiness &readiness);
 
-/// The clip button's tooltip: what it does, or what is missing.
+/// The tooltip: what the button does, or what is missing.
 QString clipButtonToolTip(const ClipReadiness &readiness);
 
-/// The big button "Clip that". Without Q_OBJECT it is a QPushButton to the selectors of themes.
+/// The big button "Clip that". No Q_OBJECT: themes must see a plain QPushButton.
 class ClipButton : public QPushButton {
 public:
 	ClipButton();
 
-	/// Enables the button, or not, and says why.
+	/// Enables or disables the button and sets its tooltip.
 	void showReadiness(const ClipReadiness &readiness);
 };

@@ -35,7 +35,7 @@ void ClipFlow::updateClipButton()
 				      .linking = parts_.account.isLinking()};
 	parts_.button.showReadiness(readiness);
 
-	// Only a stale "Ready" is replaced; an error or a progress message is news that the user still needs.
+	// Replace only a stale "Ready"; the user still needs errors and progress.
 	if (readiness.linked && !readiness.replayBufferActive && jobsRunning_ == 0 &&
 	    parts_.status.text().startsWith(u"Ready")) {
 		parts_.status.setStatus(u"Replay Buffer is off. Starting it…"_s, false);
@@ -58,7 +58,7 @@ void ClipFlow::clipThat()
 		return;
 	}
 
-	// A second press while OBS still saves asks for another save: what OBS then reports as saved is what counts.
+	// A second press requests another save; whatever OBS reports as saved counts.
 	clipPending_ = true;
 	parts_.status.setStatus(savingText(parts_.choices.choices().length_s), false);
 	obs_frontend_replay_buffer_save();
@@ -70,8 +70,7 @@ void ClipFlow::clipFromChat(const QString &name)
 	const QPointer<ClipFlow> alive(this);
 	clipThat();
 	if (alive) {
-		// Also when there is no clip now: the streamer sees that somebody asked, and the button says what is
-		// missing.
+		// Even if no clip was possible: the streamer should see who asked, and the button says what is missing.
 		parts_.status.setStatus(clippedFromChatText(name), false);
 	}
 }
@@ -88,7 +87,7 @@ void ClipFlow::onSaveTimedOut(quint64 generation)
 	if (!awaitingSave_ || generation != saveGeneration_) {
 		return;
 	}
-	// The clip stays pending: a save that comes late is still worth having.
+	// The clip stays pending: a late save is still worth having.
 	awaitingSave_ = false;
 	parts_.status.setStatus(u"OBS didn't save the replay within 15 s. "
 				"Check disk space and Settings → Output → Recording path."_s,
@@ -99,7 +98,7 @@ void ClipFlow::onReplaySaved()
 {
 	awaitingSave_ = false;
 	if (!clipPending_) {
-		return; // saved by OBS's own controls
+		return; // saved with OBS's own controls
 	}
 	clipPending_ = false;
 
@@ -113,8 +112,8 @@ void ClipFlow::onReplaySaved()
 
 void ClipFlow::makeShort(const QString &replayPath)
 {
-	// With a helper that is missing or does not start the run never ends, and the count stays up. All that follows
-	// is that a later "Ready" is not replaced while the Replay Buffer is off.
+	// If the helper is missing or does not start, the run never ends and the count stays up. The only effect is
+	// that a later "Ready" is not replaced while the Replay Buffer is off.
 	++jobsRunning_;
 	parts_.status.setStatus(u"Clip saved. Making your Short (about 1–3 min)…"_s, false);
 	helper_.runHelper(

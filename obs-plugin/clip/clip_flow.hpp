@@ -13,10 +13,9 @@ class RecentSection;
 class ReplayBuffer;
 class StatusLine;
 
-/// One clip, in the order it happens: asked for, saved by OBS, made into a Short by the helper.
+/// The steps of a clip: requested, saved by OBS, made into a Short by the helper.
 class ClipFlow : public QObject {
 public:
-	/// What a clip concerns.
 	struct Parts {
 		ClipButton &button;
 		StatusLine &status;
@@ -26,13 +25,13 @@ public:
 		RecentSection &recent;
 	};
 
-	/// `refreshStatus` asks for the helper's status.
+	/// `refreshStatus` asks the helper for its status.
 	ClipFlow(HelperRunner &helper, const Parts &parts, std::function<void()> refreshStatus);
 
-	/// Shows on the clip button whether a clip can be asked for now.
+	/// Updates the clip button to whether a clip is possible now.
 	void updateClipButton();
-	/// Asks OBS for a replay; or links an account, or starts the Replay Buffer, when that has to come first. OBS
-	/// may show a message box, and there anything can happen, even the end of the dock.
+	/// Asks OBS to save a replay; or, if needed first, links an account or starts the Replay Buffer. OBS may show a
+	/// message box, in which the dock may be destroyed.
 	void clipThat();
 	/// The same for `name`, who typed the chat command.
 	void clipFromChat(const QString &name);
@@ -48,11 +47,11 @@ private:
 	HelperRunner &helper_;
 	Parts parts_;
 	std::function<void()> refreshStatus_{};
-	/// A save was asked for and its replay-saved event has not come yet.
+	/// A save was requested; its replay-saved event is still to come.
 	bool clipPending_{false};
-	/// The save watchdog is armed; it only speaks for the newest save, counted by saveGeneration_.
+	/// The save watchdog is armed. It reports only the newest save, counted by saveGeneration_.
 	bool awaitingSave_{false};
 	quint64 saveGeneration_{0};
-	/// Helper runs that make a Short and have not finished.
+	/// Unfinished helper runs that make a Short.
 	qint32 jobsRunning_{0};
 };

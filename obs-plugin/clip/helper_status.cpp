@@ -30,7 +30,7 @@ void HelperStatus::applyStatus(const QJsonObject &event)
 		return;
 	}
 
-	// Starting the Replay Buffer may end the dock.
+	// Starting the Replay Buffer may destroy the dock.
 	const QPointer<HelperStatus> alive(this);
 	parts_.account.applyStatus(event);
 	if (parts_.account.isLinked()) {

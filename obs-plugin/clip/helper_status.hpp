@@ -12,11 +12,10 @@ class QJsonObject;
 class ReplayBuffer;
 class StatusLine;
 
-/// The helper's answer to "--status": it concerns the account, the choices, the chat command and the Replay Buffer, in
-/// this order.
+/// Asks the helper for "--status" and applies the answer to account, choices, chat command and Replay Buffer, in this
+/// order.
 class HelperStatus : public QObject {
 public:
-	/// What a "status" event is applied to.
 	struct Parts {
 		StatusLine &status;
 		Account &account;
@@ -28,7 +27,6 @@ public:
 	/// `onApplied` is called after each "status" event.
 	HelperStatus(HelperRunner &helper, const Parts &parts, std::function<void()> onApplied);
 
-	/// Asks the helper.
 	void refreshStatus();
 
 private:

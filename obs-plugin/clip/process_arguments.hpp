@@ -4,5 +4,5 @@
 
 struct ClipChoices;
 
-/// The helper's arguments for making a Short of the saved replay at `replayPath`.
+/// The helper's arguments to make a Short of the replay at `replayPath`.
 QStringList processArguments(const QString &replayPath, const ClipChoices &choices);

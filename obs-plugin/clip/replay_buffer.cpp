@@ -42,7 +42,7 @@ bool ReplayBuffer::ensureReplayBuffer()
 	const QPointer<ReplayBuffer> alive(this);
 	obs_frontend_replay_buffer_start();
 	if (alive) {
-		// OBS starts it asynchronously, or not at all until its settings are confirmed.
+		// OBS starts it asynchronously, or not at all until the user confirms the settings.
 		QTimer::singleShot(1500ms, this, &ReplayBuffer::reportStart);
 	}
 	return false;

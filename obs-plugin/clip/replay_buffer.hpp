@@ -7,17 +7,16 @@
 class Account;
 class StatusLine;
 
-/// OBS's Replay Buffer, as far as a clip needs it: switched on, and the user told about it.
+/// Starts OBS's Replay Buffer and tells the user whether it runs.
 class ReplayBuffer : public QObject {
 public:
-	/// `onChanged` is called when OBS has started or stopped the Replay Buffer.
+	/// `onChanged` is called when the Replay Buffer has started or stopped.
 	ReplayBuffer(StatusLine &status, const Account &account, std::function<void()> onChanged);
 
-	/// Whether OBS runs it now.
 	static bool isActive();
 
-	/// True when it runs; otherwise sets it up in the profile, asks OBS to start it, and answers false. OBS may
-	/// show a message box for that, and there anything can happen, even the end of the dock.
+	/// True if it runs; otherwise enables it in the profile, asks OBS to start it, and answers false. OBS may show
+	/// a message box, in which the dock may be destroyed.
 	bool ensureReplayBuffer();
 
 	void onStarted();

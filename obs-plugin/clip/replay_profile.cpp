@@ -5,7 +5,7 @@
 bool enableReplayBuffer(config_t *profile)
 {
 	bool changed = false;
-	// The output mode not in use as well, so that switching modes later keeps the Replay Buffer on.
+	// Both output modes, so that switching modes keeps the Replay Buffer on.
 	for (const char *section : std::array{"SimpleOutput", "AdvOut"}) {
 		if (config_get_bool(profile, section, "RecRB") &&
 		    config_get_int(profile, section, "RecRBTime") >= minimumReplayTime_s) {

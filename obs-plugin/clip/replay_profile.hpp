@@ -4,10 +4,10 @@
 
 #include <util/config-file.h>
 
-/// The Replay Buffer's shortest useful history: the longest clip that the dock offers.
+/// The shortest Replay Buffer that holds every clip length.
 inline constexpr int minimumReplayTime_s = 120;
 static_assert(minimumReplayTime_s >= clipLengths_s.back());
 
-/// Switches the Replay Buffer on, with at least minimumReplayTime_s, for both output modes of an OBS profile.
-/// Answers whether anything had to change; saving is the caller's.
+/// Enables the Replay Buffer, with at least minimumReplayTime_s, in both output modes. True if anything changed; the
+/// caller saves the profile.
 bool enableReplayBuffer(config_t *profile);

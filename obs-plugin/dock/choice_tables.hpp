@@ -7,7 +7,7 @@
 
 class QComboBox;
 
-/// One choice: the key that the helper and the preferences file use, and what the user reads. Both UTF-8.
+/// A choice: its key for the helper and the preferences file, and its name for the user. Both UTF-8.
 struct Choice {
 	const char *key;
 	const char *displayName;
@@ -15,7 +15,7 @@ struct Choice {
 
 using ChoiceTable = std::span<const Choice>;
 
-// The first entry of each table is its default.
+// The first entry is the default.
 inline constexpr std::array<Choice, 5> layoutTable{{
 	{"vtuber-bubble", "Bubble"},
 	{"vtuber", "Face panel"},
@@ -43,25 +43,23 @@ inline constexpr std::array<Choice, 4> positionTable{{
 	{"bottom", "Bottom"},
 }};
 
-/// The clip lengths on offer, and the one selected until the user chooses.
 inline constexpr std::array clipLengths_s{30, 60, 90, 120};
 inline constexpr int defaultClipLength_s = 60;
 
-/// The caption style that means no captions.
 inline constexpr const char *noCaptionsKey = "none";
 
-/// The display name of `key` in `table`; the key itself when the table has no such row.
+/// The display name of `key`; the key itself if the table lacks it.
 QString displayName(ChoiceTable table, const QString &key);
 
-/// Replaces the box's entries by the table's, each with its key as user-role data, and selects the first.
+/// Replaces the entries with the table's, each with its key as user-role data, and selects the first.
 void fillChoices(QComboBox *box, ChoiceTable table);
 
-/// Replaces the box's entries by `keys`, named as in `table`, and selects `desiredKey`, or when that is empty the key
-/// selected before; the first entry when that one is not offered. Without keys nothing changes.
+/// Replaces the entries with `keys`, named as in `table`. Selects `desiredKey` or, if that is empty, the key selected
+/// before; the first entry if that one is gone. Changes nothing without keys.
 void refillChoices(QComboBox *box, ChoiceTable table, const QStringList &keys, const QString &desiredKey);
 
-/// Selects the entry with exactly this key; nothing changes when the key is empty or not there.
+/// Selects the entry with this key; changes nothing if the key is empty or missing.
 void selectByKey(QComboBox *box, const QString &key);
 
-/// The current entry's key; empty when the box has no entry.
+/// The selected key; empty if the box has no entries.
 QString currentKey(const QComboBox *box);

@@ -19,15 +19,21 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
+constexpr int smallestBox_px = 80;
+// Nobody scrolls further, and a box of a million entries would hold up OBS for seconds.
+constexpr int mostChoices = 1000;
+
 QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
+	// A box is at least as wide as its longest entry, and the helper may name any.
+	box->setMinimumWidth(smallestBox_px);
 	form->addRow(label, box);
 	return box;
 }
 
-/// Entries whose font is installed are shown in it, one point larger than the box.
+/// Shows each installed font's entry in that font, one point larger than the box.
 void showFontsInTheirOwnFace(QComboBox *box)
 {
 	const QStringList families = QFontDatabase::families();
@@ -45,18 +51,20 @@ void showFontsInTheirOwnFace(QComboBox *box)
 	}
 }
 
-/// The elements of a JSON array as strings; empty strings for those of another type.
+/// The array's first mostChoices elements as strings; empty for those of another type.
 QStringList toStrings(const QJsonArray &array)
 {
 	QStringList strings;
 	for (const QJsonValue value : array) {
+		if (strings.size() == mostChoices) {
+			break;
+		}
 		strings << value.toString();
 	}
 	return strings;
 }
 
-/// Refills a box from the list that `status` has under `keysMember`, and selects the user's choice or else the
-/// helper's.
+/// Refills a box from the list `keysMember` and selects the user's choice or else the helper's.
 void refillFrom(const QJsonObject &status, QComboBox *box, ChoiceTable table, QStringView keysMember,
 		QStringView currentMember, const QString &preferredKey)
 {
@@ -108,7 +116,7 @@ void ChoicesSection::buildCaptions(QFormLayout *form)
 
 void ChoicesSection::connectBoxes()
 {
-	// "activated" comes from the user alone: entries that code fills or selects are neither saved nor previewed.
+	// "activated" is for the user's choices only: what code selects is neither saved nor previewed.
 	for (const QComboBox *box : {lengthBox_, layoutBox_, styleBox_, fontBox_, positionBox_}) {
 		connect(box, &QComboBox::activated, this, &ChoicesSection::savePrefs);
 	}
@@ -162,7 +170,7 @@ void ChoicesSection::refill(const QJsonObject &status)
 
 void ChoicesSection::decorateChoices()
 {
-	// The helper's own list may lack "none"; captions can always be switched off.
+	// The helper's list may lack "none", but captions can always be turned off.
 	const QString none = QString::fromUtf8(noCaptionsKey);
 	if (styleBox_->findData(none) < 0) {
 		styleBox_->addItem(displayName(styleTable, none), none);

@@ -12,28 +12,27 @@ class QFormLayout;
 class QJsonObject;
 class QTimer;
 
-/// What the user chooses for a Short: the clip length, and in the section "Layout & captions" the layout and the
-/// captions, with a preview. Each entry of a box carries its key (or its length in seconds) as user-role data.
+/// What the user chooses for a Short: the clip length and, in the section "Layout & captions", the look, with a
+/// preview. The entries carry their key (or length in seconds) as user-role data.
 class ChoicesSection : public QObject {
 public:
 	ChoicesSection(QBoxLayout *content, QObject *dock, HelperRunner &helper);
 
-	/// What is chosen now.
 	ClipChoices choices() const;
 
-	/// Selects what the preferences file holds.
+	/// Selects the saved choices.
 	void loadPrefs();
-	/// Stores what is chosen now in the preferences file.
+	/// Saves the choices in the preferences file.
 	void savePrefs();
 
-	/// Refills the boxes from the lists of a "status" event; the user's own choices win over the helper's.
+	/// Refills the boxes from a "status" event; the user's own choices win over the helper's.
 	void refill(const QJsonObject &status);
-	/// Offers "None" as a style, says whether captions have a position, and shows fonts in their own face.
+	/// Offers the style "None", disables the position without captions, and shows fonts in their own face.
 	void decorateChoices();
 
-	/// Asks the helper for the first preview, in a moment.
+	/// Asks for the first preview after a short delay.
 	void startFirstPreview();
-	/// Asks the helper for a picture of what is chosen, if there is a helper.
+	/// Asks for a preview of the current choices, if the helper is installed.
 	void refreshPreview();
 
 private:
@@ -50,7 +49,7 @@ private:
 	QComboBox *positionBox_{nullptr};
 	PreviewLabel *preview_{nullptr};
 	QTimer *previewTimer_{nullptr};
-	/// The user's own choices, empty when never made.
+	/// The user's own choices; empty if never made.
 	QString preferredLayout_{};
 	QString preferredStyle_{};
 	QString preferredFont_{};

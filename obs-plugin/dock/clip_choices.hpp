@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What the user chose for a Short, as the helper and the preferences file name it.
+/// The user's choices for a Short, as keys of the helper and the preferences file.
 struct ClipChoices {
 	int length_s{0};
 	QString layout{};

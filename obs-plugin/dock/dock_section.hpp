@@ -7,10 +7,10 @@ class QString;
 class QVBoxLayout;
 class QWidget;
 
-/// Adds a collapsible section, collapsed at first, to `layout`: a header button with `title` and a body named
-/// `objectName`, which is returned for the caller to fill. The header works as long as `dock` lives.
+/// Adds a collapsed section to `layout`: a header button with `title`, and a body named `objectName`, which is returned
+/// for the caller to fill. `dock` is the context of the header's connection.
 QWidget *addSection(QBoxLayout *layout, const QString &title, const QString &objectName, QObject *dock);
 
-/// The layout of a section's body: indented a little, so that it reads as belonging to its header.
+/// The layout of a section's body, indented under the header.
 QFormLayout *sectionForm(QWidget *body);
 QVBoxLayout *sectionColumn(QWidget *body);

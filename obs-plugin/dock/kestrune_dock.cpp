@@ -27,8 +27,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-/// Calls `function` of `part`. While OBS takes the dock there are no parts yet, and a slot that somebody calls then
-/// does nothing.
+/// Calls `function` of `part`; does nothing while OBS takes the dock, before there are parts.
 template<typename Part, typename Function, typename... Arguments>
 void callPart(const std::unique_ptr<Part> &part, Function function, Arguments... arguments)
 {

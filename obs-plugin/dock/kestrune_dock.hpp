@@ -22,14 +22,14 @@ class StatusLine;
 class UpdateButton;
 class Updater;
 
-/// The module's one dock. It puts its parts together, top to bottom, and is what OBS, timers, remote tools and other
-/// threads know: each slot forwards to the part that it concerns. User-interface thread.
+/// The dock. It assembles its parts from top to bottom and is what OBS, timers, remote tools and other threads call:
+/// each slot forwards to one part. User-interface thread.
 class KestruneDock : public QWidget {
 	Q_OBJECT
 
 public:
-	/// `handOver` gives the dock, still empty, to its window; when it answers false, nothing is built. `helper`
-	/// takes the place of the runner of processes.
+	/// `handOver` gives the still empty dock to OBS; if it answers false, nothing is built. `helper` replaces the
+	/// runner of processes.
 	explicit KestruneDock(QWidget *parent, const std::function<bool(QWidget *dock)> &handOver = {},
 			      std::unique_ptr<HelperRunner> helper = nullptr);
 	~KestruneDock() override;
@@ -41,7 +41,7 @@ public:
 Q_SIGNALS:
 	void updateStateChanged(const QString &state, const QString &text);
 
-	// Called by name from other threads and by remote tools: the order is part of the interface.
+	// Called by name: their order is part of the interface.
 public Q_SLOTS:
 	void clipThat();
 	void refreshStatus();
@@ -64,7 +64,7 @@ public Q_SLOTS:
 	void savePrefs();
 
 protected:
-	/// Sees the key presses of the "Set hotkey" button during a capture.
+	/// Sees the key presses of a hotkey capture.
 	bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

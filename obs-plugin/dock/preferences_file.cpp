@@ -14,8 +14,8 @@ namespace {
 constexpr const char *temporarySuffix = "tmp";
 constexpr const char *backupSuffix = "bak";
 
-/// The file's members as they stand there; nothing when Qt cannot read it. libobs's own objects would not do for the
-/// keys of others: they drop array elements that are not objects.
+/// The file's members; nothing if Qt cannot read it. Not libobs's objects: they drop array elements that are not
+/// objects, which other programs' keys may hold.
 std::optional<QJsonObject> membersOf(const QString &path)
 {
 	QFile file(path);
@@ -61,14 +61,14 @@ void updatePreferences(const std::function<void(obs_data_t *changed)> &change)
 	}
 
 	QDir().mkpath(QFileInfo(path).absolutePath());
-	// An unreadable file is replaced by its backup here, so that it does not become the next backup.
+	// This replaces an unreadable file with its backup, or it would become the next backup.
 	const OBSDataAutoRelease present = readPreferences();
 	const OBSDataAutoRelease changed = obs_data_create();
 	change(changed);
 
 	std::optional<QJsonObject> members = present ? membersOf(path) : QJsonObject();
 	if (!members) {
-		// libobs also reads what Qt does not: null bytes after the end, nesting deeper than 1024.
+		// libobs reads files that Qt refuses: with null bytes at the end, or nested deeper than 1024.
 		obs_data_apply(present, changed);
 		obs_data_save_json_safe(present, path.toUtf8().constData(), temporarySuffix, backupSuffix);
 		return;
@@ -91,7 +91,7 @@ std::optional<ClipChoices> storedChoices()
 		return std::nullopt;
 	}
 
-	// A file by hand may hold any number: only its low 32 bits count.
+	// The cast keeps the low 32 bits of whatever number a hand-edited file holds.
 	return ClipChoices{.length_s = static_cast<int>(obs_data_get_int(preferences, "seconds")),
 			   .layout = stringOf(preferences, "layout"),
 			   .style = stringOf(preferences, "style"),

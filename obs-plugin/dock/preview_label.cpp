@@ -1,8 +1,8 @@
-#include <QImage>
 #include <QJsonObject>
 #include <QPixmap>
 
 #include "dock/preview_label.hpp"
+#include "dock/preview_picture.hpp"
 
 using namespace Qt::StringLiterals;
 
@@ -24,14 +24,12 @@ void PreviewLabel::showPreview(const QJsonObject &event)
 		return;
 	}
 
-	const QJsonValue path = event[u"path"];
-	// Not a QPixmap: its cache may answer with the picture that this file held a moment ago.
-	QImage picture;
-	if (!path.isString() || !picture.load(path.toString())) {
+	const QImage picture = readPreviewPicture(event[u"path"].toString(), largestPreview_px);
+	if (picture.isNull()) {
 		hide();
 		return;
 	}
 
-	setPixmap(QPixmap::fromImage(picture.scaled(largestPreview_px, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+	setPixmap(QPixmap::fromImage(picture));
 	show();
 }

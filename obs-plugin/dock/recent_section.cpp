@@ -14,6 +14,11 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+// Years of clips; a list of a million would hold up OBS for seconds.
+constexpr int mostClips = 10'000;
+} // namespace
+
 RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
 	: helper_(helper)
 {
@@ -23,7 +28,7 @@ RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &h
 	list_ = new QListWidget;
 	list_->setMinimumHeight(60);
 	list_->setMaximumHeight(120);
-	// Thousands of clips laid out at once would hold up the user interface for longer than a frame.
+	// Laying out thousands of clips at once would block the user-interface thread for longer than a frame.
 	list_->setLayoutMode(QListView::Batched);
 	list_->setAccessibleName(u"Recent clips"_s);
 	column->addWidget(list_);
@@ -32,7 +37,7 @@ RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &h
 
 	connect(openFolderButton, &QPushButton::clicked, this, &RecentSection::openFolder);
 	connect(list_, &QListWidget::itemDoubleClicked, this, &RecentSection::openClip);
-	// Not the list's itemActivated: a double click emits that as well, and would open the clip twice.
+	// Not itemActivated: a double click emits that as well and would open the clip twice.
 	for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
 		auto *open = new QShortcut(key, list_);
 		open->setContext(Qt::WidgetShortcut);
@@ -56,10 +61,13 @@ void RecentSection::showRecent(const QJsonObject &event)
 	list_->clear();
 	const QJsonArray clips = event[u"items"].toArray();
 	for (const QJsonValue clip : clips) {
+		if (list_->count() == mostClips) {
+			break;
+		}
 		const QString path = clip[u"path"].toString();
 		auto *item = new QListWidgetItem(shownText(clip[u"name"].toString()));
 		item->setData(Qt::UserRole, path);
-		item->setToolTip(shownText(path));
+		item->setToolTip(shownToolTip(path));
 		list_->addItem(item);
 	}
 

@@ -8,14 +8,13 @@ class QJsonObject;
 class QListWidget;
 class QListWidgetItem;
 
-/// The section "Recent clips & output folder": the Shorts that the helper made last, and where they are.
+/// The section "Recent clips & output folder": the latest Shorts and their folder.
 class RecentSection : public QObject {
 public:
 	RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper);
 
-	/// Asks the helper for the list.
 	void refreshRecent();
-	/// Opens the output folder with the desktop's file manager; nothing happens before the helper has named it.
+	/// Opens the output folder in the file manager; does nothing until the helper has named it.
 	void openFolder() const;
 
 private:

@@ -9,3 +9,11 @@ inline constexpr qsizetype longestShownText = 4000;
 /// a text out as a whole whenever a widget changes: one of a megabyte keeps the user-interface thread busy for a
 /// minute.
 QString shownText(const QString &text);
+
+/// Whether Qt may read the markup in `text`: there is none, or inline tags without attributes alone. Others open files,
+/// on other computers as well, and tables in tables take minutes to lay out.
+bool hasHarmlessMarkup(const QString &text);
+
+/// `text` as a tooltip may be given it: cut like a shown text, or shorter when it would need a window of many
+/// megabytes; with its markup escaped unless that is harmless.
+QString shownToolTip(const QString &text);

@@ -12,7 +12,7 @@ StatusLine::StatusLine()
 
 void StatusLine::setStatus(const QString &text, bool error)
 {
-	setText(shownText(text));
+	showText(shownText(text));
 	const QString style = error ? u"color:#ff6b81"_s : u"color:#8a90a6"_s;
 	// Qt takes its time over a style sheet even when it is the one that is set.
 	if (styleSheet() != style) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QLabel>
+#include "dock/text_label.hpp"
 
-/// The dock's one line for messages to the user. Without Q_OBJECT it is a QLabel to the selectors of themes.
-class StatusLine : public QLabel {
+/// The dock's one line for messages to the user.
+class StatusLine : public TextLabel {
 public:
 	StatusLine();
 

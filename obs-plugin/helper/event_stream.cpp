@@ -19,11 +19,18 @@ std::optional<QByteArray> EventStream::nextLine()
 	if (newline < 0) {
 		buffer_.remove(0, lineStart_);
 		lineStart_ = 0;
+		lineIsTooLong_ = lineIsTooLong_ || buffer_.size() > longestLine_bytes;
+		if (lineIsTooLong_) {
+			buffer_.clear();
+		}
 		searchStart_ = buffer_.size();
 		return std::nullopt;
 	}
 
-	QByteArray line = buffer_.sliced(lineStart_, newline - lineStart_);
+	const qsizetype length = newline - lineStart_;
+	const bool keep = !lineIsTooLong_ && length <= longestLine_bytes;
+	QByteArray line = keep ? buffer_.sliced(lineStart_, length) : QByteArray();
+	lineIsTooLong_ = false;
 	lineStart_ = newline + 1;
 	searchStart_ = lineStart_;
 	return line;

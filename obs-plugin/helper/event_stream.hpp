@@ -5,24 +5,26 @@
 
 #include <optional>
 
-/// Turns a helper's standard output into its events: one JSON object per line, ended by a newline (a carriage return
-/// before it is fine). Lines that are not JSON objects are dropped; bytes after the last newline wait for more. Work is
-/// linear in the bytes received, however they are cut into pieces.
+/// Splits a helper's standard output into events: one JSON object per line, ended by \n or \r\n. Drops lines that are
+/// not JSON objects or longer than longestLine_bytes. Linear in the bytes received, whatever the chunks.
 class EventStream {
 public:
-	/// Takes the next bytes of the output.
+	/// No real event comes near it. A line of 256 MiB would take OBS a gigabyte, and two seconds to parse.
+	static constexpr qsizetype longestLine_bytes = 8 * 1024 * 1024;
+
 	void append(QByteArrayView bytes) { buffer_.append(bytes); }
 
-	/// The next complete event, or nothing until more bytes come.
+	/// The next complete event; nothing until more bytes come.
 	std::optional<QJsonObject> next();
 
 private:
-	/// The next line without its newline, or nothing.
 	std::optional<QByteArray> nextLine();
 
 	QByteArray buffer_{};
-	/// Where the first line begins that has not been taken; what is before it is done with.
+	/// Start of the first line not yet taken.
 	qsizetype lineStart_{0};
-	/// There is no newline between `lineStart_` and here, so a long line is not searched again while it grows.
+	/// No newline lies between `lineStart_` and here, so a growing line is not searched again.
 	qsizetype searchStart_{0};
+	/// The line that is coming in is longer than longestLine_bytes; what came of it is gone.
+	bool lineIsTooLong_{false};
 };

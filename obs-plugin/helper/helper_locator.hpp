@@ -2,7 +2,6 @@
 
 #include <QString>
 
-/// Path of the helper program: KESTRUNE_HELPER, else the one beside the module if it exists, else the per-user
-/// install. The path may not exist. Looked up anew on each call, so that an install shows at once. User-interface
-/// thread.
+/// Path of the helper: KESTRUNE_HELPER, else the one beside the module if it exists, else the per-user install, which
+/// may not exist. Looked up at each call to notice a new install. User-interface thread.
 QString locateHelper();

@@ -11,14 +11,14 @@
 #include <memory>
 
 namespace {
-/// One run. Its handlers share it.
+/// One run, shared by its handlers.
 struct HelperRun {
-	/// Null once the runner is gone, and the dock with it.
+	/// Null once the runner and the dock are gone.
 	QPointer<HelperProcesses> runner{};
-	/// Null once the process object is gone, after its end or with the dock.
+	/// Null once the process object is gone: after its end, or with the dock.
 	QPointer<QProcess> process{};
 	EventStream stream{};
-	/// Set by the first event: from then on the helper is trusted to report its own failures.
+	/// Set by the first event: from then on the helper reports its own failures.
 	bool spoke{false};
 	HelperRunner::EventCallback onEvent{};
 	HelperRunner::FinishCallback onFinish{};
@@ -42,7 +42,7 @@ struct HelperRun {
 		deliverEvents();
 	}
 
-	/// A callback may open a window or a browser, and there anything can happen, even the end of the dock.
+	/// A callback may run an event loop, which may destroy the dock.
 	void deliverEvents()
 	{
 		while (!isOver()) {
@@ -59,7 +59,7 @@ struct HelperRun {
 
 	void onFinished(int exitCode, QProcess::ExitStatus exitStatus)
 	{
-		// The process may end while the callback of an event waits in a window: the other events come first.
+		// The process may end while an event's callback runs an event loop: deliver the other events first.
 		deliverEvents();
 		if (isOver()) {
 			return;
@@ -104,9 +104,9 @@ bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEv
 	run->onFinish = std::move(onFinish);
 	run->onFailure = onFailure_;
 
-	// The runner is the context, and goes before the dock's children do: a process that Qt kills with the dock has
-	// nobody left to tell. Output and end are queued: QProcess goes on with its own work after it has announced
-	// them, and in the event loop of a window that a callback opens the process object may be deleted.
+	// The runner is the context, and is destroyed before the dock's children, so nobody hears of processes killed
+	// with the dock. Output and end are queued: QProcess is not done when it emits them, and a callback's event
+	// loop may delete it.
 	connect(process, &QProcess::errorOccurred, this,
 		[run](QProcess::ProcessError error) { run->onErrorOccurred(error); });
 	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->onReadyRead(); }, Qt::QueuedConnection);
@@ -115,7 +115,7 @@ bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEv
 		[run](int exitCode, QProcess::ExitStatus exitStatus) { run->onFinished(exitCode, exitStatus); },
 		Qt::QueuedConnection);
 
-	// Nobody reads it, and a helper that chatters there for hours must not fill OBS's memory.
+	// Nobody reads it, and hours of chatter must not fill OBS's memory.
 	process->setStandardErrorFile(QProcess::nullDevice());
 	process->start(path, arguments, QIODevice::ReadWrite);
 	return true;

@@ -4,11 +4,11 @@
 
 #include "helper/helper_runner.hpp"
 
-/// The runner that starts a hidden process for each run.
+/// Starts a hidden process for each run.
 class HelperProcesses : public QObject, public HelperRunner {
 public:
-	/// The processes become children of `dock`. `onFailure` gets the text for the user when the helper is missing,
-	/// does not start, or stops without having said anything.
+	/// The processes become children of `dock`. `onFailure` gets a text for the user if the helper is missing, does
+	/// not start, or ends without any event.
 	HelperProcesses(QObject *dock, std::function<void(const QString &text)> onFailure);
 
 	using HelperRunner::runHelper;

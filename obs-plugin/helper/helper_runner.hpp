@@ -8,7 +8,7 @@
 
 class QJsonObject;
 
-/// Runs the helper, once per request. Runs may overlap and are never timed out. Tests have a runner of their own.
+/// Runs the helper, once per request. Runs may overlap and have no time limit. Tests have their own runner.
 /// User-interface thread.
 class HelperRunner {
 public:
@@ -19,15 +19,15 @@ public:
 	virtual ~HelperRunner() = default;
 	Q_DISABLE_COPY_MOVE(HelperRunner)
 
-	/// Starts the helper with `arguments`. Its events and its end come to the callbacks (either may be empty) for
-	/// as long as the runner lives, from the event loop: a callback may run an event loop of its own. False when
-	/// the helper is missing: the user is told, and no callback is ever called.
+	/// Starts the helper with `arguments`. While the runner lives, events and end reach the callbacks (either may
+	/// be empty) from the event loop; a callback may run its own event loop. False if the helper is missing: the
+	/// user is told, and neither callback is ever called.
 	virtual bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) = 0;
 	bool runHelper(const QStringList &arguments, EventCallback onEvent)
 	{
 		return runHelper(arguments, std::move(onEvent), {});
 	}
 
-	/// Whether the helper is there to be run.
+	/// Whether the helper program exists.
 	virtual bool isInstalled() const = 0;
 };

@@ -2,13 +2,11 @@
 
 #include <QString>
 
-// What the user reads when a helper run itself goes wrong.
+// Texts for failed helper runs.
 
-/// The helper program is not there.
 QString helperMissingText();
 
-/// The operating system would not start the helper program.
 QString helperStartFailedText();
 
-/// The helper ended with `exitCode` without having said anything.
+/// The helper ended with `exitCode` and without any event.
 QString helperStoppedText(int exitCode);

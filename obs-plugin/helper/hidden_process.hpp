@@ -3,5 +3,5 @@
 class QObject;
 class QProcess;
 
-/// A new process object, child of `parent`, that will start its program without showing a window. Not started yet.
+/// A new child of `parent`, not yet started, whose program will show no window.
 QProcess *hiddenProcess(QObject *parent);

@@ -2,7 +2,7 @@
 
 #include "helper/hidden_process.hpp"
 
-// Programs get no console window here.
+// Programs get no console window on Unix.
 QProcess *hiddenProcess(QObject *parent)
 {
 	return new QProcess(parent);

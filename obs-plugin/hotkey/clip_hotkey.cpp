@@ -10,7 +10,7 @@ constexpr const char *saveDataKey = "kestrune_hotkey";
 
 obs_hotkey_id hotkeyId = OBS_INVALID_HOTKEY_ID;
 
-// Any thread: libobs calls it on its hotkey thread, OBS Studio has it called on the user-interface thread.
+// libobs calls it on its hotkey thread, OBS Studio on the user-interface thread.
 void onClipHotkey(void *, obs_hotkey_id, obs_hotkey_t *, bool pressed)
 {
 	if (pressed) {

@@ -4,5 +4,5 @@
 
 struct obs_key_combination;
 
-/// A key combination as the user reads it, for example "Ctrl+Shift+C"; empty for no key and no modifier. Any thread.
+/// A key combination as text, such as "Ctrl+Shift+C"; empty without key and modifiers. Any thread.
 QString hotkeyComboText(const obs_key_combination &combination);

@@ -4,6 +4,6 @@
 
 struct obs_key_combination;
 
-/// Descriptions of the other OBS hotkeys bound to exactly `combination`, in OBS's order, duplicates kept: OBS fires
-/// them all. Any thread.
+/// Descriptions of the other hotkeys bound to `combination`, in OBS's order, with duplicates: OBS fires them all. Any
+/// thread.
 QStringList hotkeyConflicts(const obs_key_combination &combination);

@@ -7,6 +7,7 @@
 #include "dock/dock_section.hpp"
 #include "dock/shown_text.hpp"
 #include "dock/status_line.hpp"
+#include "dock/text_label.hpp"
 #include "hotkey/binding_record.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "hotkey/combination_text.hpp"
@@ -24,7 +25,7 @@ HotkeySection::HotkeySection(QBoxLayout *content, QObject *dock, StatusLine &sta
 	QVBoxLayout *column = sectionColumn(addSection(content, u"Hotkey && Stream Deck"_s, u"hotkeySection"_s, dock));
 
 	auto *row = new QHBoxLayout;
-	label_ = new QLabel;
+	label_ = new TextLabel;
 	label_->setObjectName(u"hotkeyLabel"_s);
 	row->addWidget(label_, 1);
 	defaultButton_ = new QPushButton(u"Use Ctrl+Shift+C"_s);
@@ -48,7 +49,7 @@ HotkeySection::HotkeySection(QBoxLayout *content, QObject *dock, StatusLine &sta
 void HotkeySection::refreshHotkeyUi()
 {
 	const QString current = currentHotkeyText();
-	label_->setText(u"Hotkey: "_s + (current.isEmpty() ? u"not set"_s : shownText(current)));
+	label_->showText(u"Hotkey: "_s + (current.isEmpty() ? u"not set"_s : shownText(current)));
 	if (capturing_) {
 		setButton_->setText(u"Press keys… (Esc cancels)"_s);
 	} else {
@@ -57,7 +58,7 @@ void HotkeySection::refreshHotkeyUi()
 
 	const QStringList conflicts = hotkeyConflicts(defaultCombination());
 	defaultButton_->setVisible(current.isEmpty() && clipHotkeyId() != OBS_INVALID_HOTKEY_ID);
-	defaultButton_->setToolTip(shownText(defaultHotkeyToolTip(conflicts)));
+	defaultButton_->setToolTip(shownToolTip(defaultHotkeyToolTip(conflicts)));
 	defaultButton_->setText(defaultHotkeyText(conflicts));
 }
 

@@ -7,9 +7,9 @@ struct obs_key_combination;
 class QBoxLayout;
 class QEvent;
 class QKeyEvent;
-class QLabel;
 class QPushButton;
 class StatusLine;
+class TextLabel;
 
 /// The section "Hotkey & Stream Deck": the clip hotkey's bindings, and binding it with a key press.
 class HotkeySection : public QObject {
@@ -33,7 +33,7 @@ private:
 
 	QObject *dock_{nullptr};
 	StatusLine &status_;
-	QLabel *label_{nullptr};
+	TextLabel *label_{nullptr};
 	QPushButton *setButton_{nullptr};
 	QPushButton *defaultButton_{nullptr};
 	bool capturing_{false};

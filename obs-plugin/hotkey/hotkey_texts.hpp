@@ -2,11 +2,11 @@
 
 #include <QStringList>
 
-// What the user reads about the clip hotkey. `conflicts` are the descriptions of other hotkeys on the same keys.
+// Texts about the clip hotkey. `conflicts` describes other hotkeys on the same keys.
 
-/// The status line after `combinationText` was bound.
+/// For the status line after binding `combinationText`.
 QString hotkeySetText(const QString &combinationText, const QStringList &conflicts);
 
-/// The default-hotkey button's text and tooltip, given the conflicts of the default combination.
+/// For the default-hotkey button, given the conflicts of the default combination.
 QString defaultHotkeyText(const QStringList &conflicts);
 QString defaultHotkeyToolTip(const QStringList &conflicts);

@@ -6,11 +6,10 @@
 
 class QKeyEvent;
 
-/// The OBS key of a key press; OBS_KEY_NONE when it cannot be used as a hotkey.
+/// The OBS key of a key press; OBS_KEY_NONE if it cannot be a hotkey.
 obs_key_t qtKeyToObsKey(const QKeyEvent &event);
 
-/// The OBS key of a Qt key code, for keys that the platform's own code does not settle.
+/// The OBS key of a Qt key code, for keys whose platform code says nothing.
 obs_key_t obsKeyFromQtKey(int qtKey);
 
-/// Qt's keyboard modifiers as OBS's modifier bits.
 uint32_t obsModifiers(Qt::KeyboardModifiers modifiers);

@@ -1,12 +1,11 @@
 #include <obs.h>
 
-// obs-module.h declares this one without EXPORT, which must not be added to a function afterwards.
+// obs-module.h declares it without EXPORT, which cannot be added afterwards.
 extern "C" EXPORT obs_module_t *obs_current_module();
 
 #include <obs-module.h>
 
-// The handle that OBS gives the module at its start, and that libobs's functions for modules ask for. User-interface
-// thread.
+// The handle that libobs's module functions ask for. User-interface thread.
 
 namespace {
 obs_module_t *modulePointer = nullptr;

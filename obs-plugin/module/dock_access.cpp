@@ -5,7 +5,7 @@
 #include "module/dock_access.hpp"
 
 namespace {
-// Not a std::mutex: one that a new MSVC toolset has compiled crashes with the runtime library of an older one.
+// Not std::mutex: compiled with a newer MSVC toolset, it crashes on an older runtime library.
 QMutex dockMutex;
 QObject *dock = nullptr;
 } // namespace
@@ -37,7 +37,7 @@ void forgetDock(const QObject *destroyed)
 
 bool invokeDockSlot(const char *name)
 {
-	// A queued call only posts an event, so nothing of the dock runs while the lock is held.
+	// Queuing only posts an event, so no dock code runs under the lock.
 	const QMutexLocker lock(&dockMutex);
 	if (!dock) {
 		return false;

@@ -2,23 +2,21 @@
 
 class QObject;
 
-// The one pointer to the dock, and how code outside the dock reaches it. OBS destroys the dock before it unloads the
-// module, and remote requests come in on threads of their own, as hotkeys do where nobody reroutes them. So the pointer
-// is only ever used under a lock by them: a slot call is either queued to a living dock or dropped.
+// The one pointer to the dock. OBS destroys the dock before it unloads the module, while hotkeys and remote requests
+// come from other threads. They use the pointer under a lock only: a slot call is queued to a living dock or dropped.
 
-/// The dock, or null before load, after a refused dock, after its destruction and after unload. User-interface thread
-/// only, where the dock cannot go away in between.
+/// The dock, or null when there is none. User-interface thread only: elsewhere it could be destroyed in between.
 QObject *currentDock();
 
-/// Whether there is a dock. Any thread; the answer may be out of date at once.
+/// Whether there is a dock. Any thread; the answer may be outdated at once.
 bool dockExists();
 
-/// Makes `newDock` (may be null) the current dock. User-interface thread.
+/// Sets the current dock; null for none. User-interface thread.
 void setCurrentDock(QObject *newDock);
 
-/// Forgets the dock if it is `destroyed`; called by a dock that is on its way out. User-interface thread.
+/// Forgets the dock if it is `destroyed`. Dock destructors call it. User-interface thread.
 void forgetDock(const QObject *destroyed);
 
-/// Queues a call of the dock's slot `name` (no arguments) on the dock's thread; does nothing without a dock. Answers
-/// whether there was a dock to queue it to. Any thread.
+/// Queues a call of the dock's slot `name` (without arguments) on the user-interface thread. False without a dock. Any
+/// thread.
 bool invokeDockSlot(const char *name);

@@ -20,7 +20,7 @@ void onFrontendEvent(enum obs_frontend_event event, void *)
 		dock->onReplayBufferStopped();
 		break;
 	case OBS_FRONTEND_EVENT_FINISHED_LOADING:
-		// Still inside OBS's start-up: the helper runs once that is over.
+		// OBS is still starting up: run the helper afterwards.
 		invokeDockSlot("refreshStatus");
 		break;
 	default:

@@ -10,8 +10,8 @@
 #include <obs-module.h>
 #include <util/text-lookup.h>
 
-// The entry points that OBS calls, all on the user-interface thread. They are written out rather than taken from
-// OBS_DECLARE_MODULE() so that the module reports the oldest OBS it runs on, not the one it happens to be built with.
+// The entry points, all called on the user-interface thread. OBS_DECLARE_MODULE() would report the OBS version that the
+// module is built with; these report the oldest that it runs on.
 
 namespace {
 constexpr uint32_t oldestApiVersion = MAKE_SEMANTIC_VERSION(31, 1, 1);
@@ -58,15 +58,15 @@ MODULE_EXPORT bool obs_module_load()
 {
 	registerClipHotkey();
 
-	// OBS gets the dock while it is empty: it moves a new dock twice, and Qt applies OBS's theme to everything in
-	// it each time, which takes longer than all the rest.
+	// OBS gets the dock empty: it reparents a new dock twice, and each time Qt restyles everything in it, which
+	// would take longer than all the rest.
 	bool added = false;
 	auto *dock = new KestruneDock(static_cast<QWidget *>(obs_frontend_get_main_window()), [&added](QWidget *empty) {
 		added = obs_frontend_add_dock_by_id("kestrune", "Kestrune", empty);
 		return added;
 	});
 	if (!added) {
-		// The hotkey stays registered: a press finds no dock and does nothing.
+		// The hotkey stays registered but does nothing without a dock.
 		moduleLog(LOG_WARNING, "could not add the Kestrune dock");
 		delete dock;
 		return false;

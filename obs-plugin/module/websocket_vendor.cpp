@@ -12,13 +12,13 @@
 
 #include <memory>
 
-// obs-websocket is reached through libobs's procedure handlers alone, so that nothing links to it. Requests come in on
-// its own thread, and may come for as long as it lives, which is its business and not the dock's.
+// obs-websocket is called through libobs's procedure handlers, so nothing links to it. Its requests come in on its own
+// threads and may outlive the dock.
 
 namespace {
 using RequestFunction = void (*)(obs_data_t *request, obs_data_t *response, void *privateData);
 
-/// As obs-websocket reads it.
+/// The layout that obs-websocket expects.
 struct RequestCallback {
 	RequestFunction function{nullptr};
 	void *privateData{nullptr};

@@ -1,9 +1,8 @@
 #pragma once
 
-/// Registers the obs-websocket vendor "Kestrune" with its requests "ClipThat" and "GetStatus", when obs-websocket is
-/// there. User-interface thread, after all modules have loaded.
+/// Registers the vendor "Kestrune" with obs-websocket, if that is loaded. Call after all modules have loaded.
+/// User-interface thread.
 void registerWebsocketVendor();
 
-/// Forgets obs-websocket, which is about to go or gone; nothing is unregistered there. User-interface thread, at
-/// unload.
+/// Forgets obs-websocket, which may be gone already, so nothing is unregistered. User-interface thread, at unload.
 void forgetWebsocketVendor();

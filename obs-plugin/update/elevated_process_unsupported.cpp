@@ -1,6 +1,6 @@
 #include "update/elevated_process.hpp"
 
-// Kestrune's installer is a Windows program; elsewhere the package manager updates the module.
+// The installer is for Windows; elsewhere the package manager updates the module.
 
 ElevatedProcess::~ElevatedProcess() = default;
 

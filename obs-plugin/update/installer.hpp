@@ -9,25 +9,25 @@ class ElevatedProcess;
 class QTimer;
 class UpdateButton;
 
-/// Whether an installer that still runs after this long is given up.
+/// Whether to give up on an installer that still runs after this long.
 constexpr bool installerTookTooLong(qint64 elapsed_ms)
 {
 	constexpr qint64 limit_ms = qint64{15} * 60 * 1000;
 	return elapsed_ms > limit_ms;
 }
 
-/// Runs a downloaded installer with administrator rights, and looks afterwards whether the new version is there.
+/// Runs a downloaded installer with administrator rights, then checks for the new version.
 class Installer : public QObject {
 public:
 	Installer(QObject *dock, UpdateButton &button);
 	~Installer() override;
 
-	/// Runs the installer at `installerPath`, or the program that KESTRUNE_UPDATE_RUNNER names with that path. The
-	/// system asks the user first, and there anything can happen, even the end of the dock.
+	/// Runs `installerPath`, or the program in KESTRUNE_UPDATE_RUNNER with that path. The system prompts the user,
+	/// and meanwhile the dock may be destroyed.
 	void runInstaller(const QString &installerPath);
-	/// Looks, without waiting, whether the installer has ended.
+	/// Checks, without blocking, whether the installer has ended.
 	void pollInstaller();
-	/// The installer has ended; -1 is a crash.
+	/// The installer has ended; -1 means that it crashed.
 	void installerFinished(int exitCode);
 
 private:

@@ -4,9 +4,9 @@
 
 class QByteArray;
 
-/// The version that the installed-version manifest names: the file at KESTRUNE_MANIFEST, else "manifest.json" among
-/// the module's data files. Empty when it cannot be read. User-interface thread.
+/// The installed version, from the file KESTRUNE_MANIFEST or else "manifest.json" in the module's data. Empty if
+/// unreadable. User-interface thread.
 QString installedVersion();
 
-/// The "version" of a manifest's JSON text; empty when there is none.
+/// The "version" in a manifest's JSON; empty without one.
 QString manifestVersion(const QByteArray &json);

@@ -53,7 +53,7 @@ void UpdateButton::setUpdateButtonStyle(bool error)
 				    : u"QPushButton{background:#1d2a14;color:#b8ff6a;border:1px solid #4f7a2a;"
 				      "border-radius:6px;padding:4px;text-align:left}"
 				      "QPushButton:disabled{color:#b8ff6a}"_s;
-	// As on the status line: a download reports its progress often.
+	// Setting the same style sheet again is slow, and progress comes often.
 	if (button_->styleSheet() != style) {
 		button_->setStyleSheet(style);
 	}
@@ -66,7 +66,7 @@ void UpdateButton::setUpdateState(UpdateState state, const QString &text)
 	state_ = state;
 	setUpdateButtonStyle(isError);
 	button_->setText(shown);
-	button_->setToolTip(shown);
+	button_->setToolTip(shownToolTip(text));
 	button_->setVisible(true);
 	button_->setEnabled(state == UpdateState::Available || isError);
 	status_.setStatus(shown, isError);
@@ -77,7 +77,7 @@ void UpdateButton::offerUpdate(const QString &notes)
 {
 	// Not through setUpdateState: an offer leaves the status line alone.
 	const QString shown = shownText(availableText(latestVersion_));
-	button_->setToolTip(shownText(notes));
+	button_->setToolTip(shownToolTip(notes));
 	state_ = UpdateState::Available;
 	setUpdateButtonStyle(false);
 	button_->setText(shown);

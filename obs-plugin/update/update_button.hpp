@@ -10,27 +10,27 @@ class StatusLine;
 
 enum class UpdateState { None, Available, Downloading, Installing, Done, Error };
 
-/// The state's name in the dock's signal: empty, "available", "downloading", "installing", "done" or "error".
+/// The state's name in the dock's signal; empty for None.
 QString updateStateName(UpdateState state);
 
-/// The button that offers an update and shows how far it is. Hidden until there is one.
+/// Offers an update and shows its progress. Hidden until there is one.
 class UpdateButton : public QObject {
 public:
 	using StateCallback = std::function<void(const QString &state, const QString &text)>;
 
-	/// `onStateChanged` gets each new state and its text, `onClicked` each click of the user.
+	/// `onStateChanged` gets each new state and its text, `onClicked` the user's clicks.
 	UpdateButton(QBoxLayout *layout, StatusLine &status, StateCallback onStateChanged,
 		     std::function<void()> onClicked);
 
 	UpdateState state() const { return state_; }
-	/// No check and no click may disturb an update under way, and a finished one is final until OBS restarts.
+	/// No check or click may disturb an update under way, and a finished one is final until OBS restarts.
 	bool isUnderWayOrDone() const;
 
-	/// The version that the helper offers or has downloaded.
+	/// The version offered or downloaded.
 	const QString &latestVersion() const { return latestVersion_; }
 	void setLatestVersion(const QString &version) { latestVersion_ = version; }
 
-	/// Offers the latest version; its notes become the tooltip. The status line stays.
+	/// Offers the latest version, with `notes` as tooltip. The status line keeps its text.
 	void offerUpdate(const QString &notes);
 	/// Enters `state` and shows `text` on the button and the status line.
 	void setUpdateState(UpdateState state, const QString &text);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// The update button's texts. Those of a failure end in the invitation to click again.
+// Texts of the update button. Failures invite the user to click again.
 
 QString availableText(const QString &version);
 QString downloadingText(const QString &version, int percent);
@@ -10,15 +10,15 @@ QString installingText(const QString &version);
 QString installedText(const QString &version);
 
 QString noNewerVersionText();
-/// The helper's own report of a failed download.
+/// The helper reported a failed download.
 QString downloadFailedText(const QString &helperError);
 QString downloadHelperMissingText();
 QString downloadHelperStoppedText(int exitCode);
 
-/// `error` is the system's error code; declining the elevation prompt is one of them.
+/// `error` is the system's code; there is one for a declined prompt.
 QString installerStartFailedText(quint32 error);
 QString updateRunnerStartFailedText();
 QString installerTimedOutText();
 QString installerFailedText(int exitCode);
-/// The installer succeeded by its own account, but `installedVersion` (may be empty) is what is there.
+/// The installer reported success, but `installedVersion` (may be empty) is still there.
 QString stillInstalledText(const QString &installedVersion);

@@ -7,19 +7,19 @@ class Installer;
 class QJsonObject;
 class UpdateButton;
 
-/// Looks for updates and downloads them, both through the helper, and hands what is downloaded to the installer.
+/// Checks for updates and downloads them through the helper, then runs the installer.
 class Updater : public QObject {
 public:
 	Updater(HelperRunner &helper, UpdateButton &button, Installer &installer);
 
-	/// Asks the helper whether there is a newer version, unless there is no helper or an update is under way.
+	/// Checks for a newer version, unless the helper is missing or an update is under way.
 	void checkUpdate();
-	/// Downloads and installs the version that was offered, unless that is under way or done.
+	/// Downloads and installs the offered version, unless that is under way or done.
 	void installUpdate();
 
 private:
 	void onCheckEvent(const QJsonObject &event);
-	/// `settled` is set by the event that decides the download.
+	/// The event that decides the download sets `settled`.
 	void onDownloadEvent(const QJsonObject &event, bool &settled);
 	void onDownloadFinished(int exitCode, bool settled);
 

@@ -21,15 +21,17 @@ void extractSound(const Excerpt &excerpt, const QString &folder)
 {
 	const QStringList arguments =
 		inputArguments(excerpt) + QStringList{u"-map"_s,      u"0:%1"_s.arg(excerpt.video.audioStream),
+						      u"-af"_s,       soundCut(excerpt),
 						      u"-ac"_s,       u"1"_s,
 						      u"-ar"_s,       u"16000"_s,
 						      u"-c:a"_s,      u"pcm_s16le"_s,
 						      u"-f"_s,        u"wav"_s,
 						      u"speech.wav"_s};
-	const QString problem = ffmpeg::tryToRun(arguments, folder);
-	if (!problem.isEmpty()) {
+	try {
+		ffmpeg::run(arguments, folder);
+	} catch (const Failure &failure) {
 		// What to do about it would be too much for a note.
-		qWarning("%s", qUtf8Printable(problem));
+		qWarning("%s", failure.what());
 		throw Failure(u"its sound couldn't be read."_s);
 	}
 }
@@ -55,6 +57,7 @@ QString reason(const subprocess::Result &result)
 	case subprocess::Outcome::Crashed:
 		return u"crashed"_s;
 	case subprocess::Outcome::TimedOut:
+	case subprocess::Outcome::Hung:
 		return u"took too long"_s;
 	case subprocess::Outcome::Finished:
 		break;
@@ -89,7 +92,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 		subprocess::run(path,
 				{u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s, u"-ml"_s, u"40"_s,
 				 u"-sow"_s, u"-np"_s, u"-osrt"_s, u"-of"_s, u"speech"_s},
-				folder, environment::whisperLimit_ms());
+				folder, {environment::whisperLimit_ms(), -1, {}});
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(u"speech.srt"_s));
 	if (!result.succeeded() || !file.open(QIODevice::ReadOnly)) {

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +31,9 @@ constexpr QLatin1StringView messagesKey("messages");
 constexpr QLatin1StringView byKey("by");
 constexpr QLatin1StringView textKey("text");
 constexpr QLatin1StringView atKey("at_ms");
+
+// Twitch's limit for messages; names are shorter.
+constexpr qsizetype longestMessage = 500;
 
 double now_ms()
 {
@@ -58,10 +62,12 @@ void grantDueConsent(QJsonObject &chat)
 	if (chat.value(grantedKey).toBool() || !chat.value(enabledKey).toBool()) {
 		return;
 	}
-	if (!chat.contains(askedKey)) {
-		chat[askedKey] = now_ms();
+	const double now = now_ms();
+	// A time in the future comes from a clock that was wrong.
+	if (!chat.contains(askedKey) || chat.value(askedKey).toDouble() > now) {
+		chat[askedKey] = now;
 	}
-	if (now_ms() - chat.value(askedKey).toDouble() >= environment::consentDelay_ms()) {
+	if (now - chat.value(askedKey).toDouble() >= environment::consentDelay_ms()) {
 		chat[grantedKey] = true;
 		chat.remove(askedKey);
 	}
@@ -88,6 +94,32 @@ void sendChat(const QJsonObject &chat)
 	sendEvent(u"chat"_s, members);
 }
 
+/// Sends the reason for a failure where the dock expects it.
+int refuse(const QString &reason)
+{
+	QJsonObject stored = state::read(chatFile);
+	bringUpToDate(stored);
+	QString sentence = reason;
+	sentence.front() = sentence.front().toUpper();
+	// Without "command" the dock leaves what was typed in its fields, so that it can be corrected there.
+	sendEvent(
+		u"chat"_s,
+		{{errorKey, sentence}, {enabledKey, stored.value(enabledKey)}, {grantedKey, stored.value(grantedKey)}});
+	return 1;
+}
+
+/// Changes the settings and answers with what is stored then.
+int answerAfter(const std::function<void(QJsonObject &)> &change)
+{
+	try {
+		sendChat(state::update(chatFile, change));
+		return 0;
+	} catch (const Failure &failure) {
+		qWarning("%s", failure.what());
+		return refuse(failure.text());
+	}
+}
+
 bool isWholeNumber(const QJsonValue &value, int least, int most)
 {
 	const double number = value.toDouble(-1);
@@ -109,6 +141,9 @@ QString complaintAbout(const QJsonDocument &document)
 		const bool hasBlank = std::any_of(command.begin(), command.end(), [](QChar c) { return c.isSpace(); });
 		if (command.size() < 2 || !command.startsWith(QLatin1Char('!')) || hasBlank) {
 			return u"The command must be one word that begins with \"!\", for example !rune."_s;
+		}
+		if (command.size() > longestMessage) {
+			return u"The command is longer than a message in chat can be."_s;
 		}
 	}
 	if (wanted.contains(cooldownKey) && !isWholeNumber(wanted.value(cooldownKey), 0, 3600)) {
@@ -134,17 +169,19 @@ QJsonArray takeTriggers(QJsonObject &chat)
 	for (const auto &value : messages) {
 		const QJsonObject message = value.toObject();
 		const double at = message.value(atKey).toDouble();
+		// Negative after a clock that was wrong.
+		const double sinceLastUse_ms = at - chat.value(lastUseKey).toDouble();
 		const int count = chat.value(countKey).toInt();
 		const int cap = chat.value(capKey).toInt();
-		const bool cooling = chat.contains(lastUseKey) &&
-				     at - chat.value(lastUseKey).toDouble() < chat.value(cooldownKey).toInt() * 1000.0;
+		const bool cooling = chat.contains(lastUseKey) && sinceLastUse_ms >= 0 &&
+				     sinceLastUse_ms < chat.value(cooldownKey).toInt() * 1000.0;
 		if (!isOn(chat) || cooling || (cap > 0 && count >= cap) ||
 		    !isCommand(message.value(textKey).toString(), chat.value(commandKey).toString())) {
 			continue;
 		}
 		chat[lastUseKey] = at;
 		chat[countKey] = count + 1;
-		triggers += QJsonObject{{byKey, message.value(byKey)}};
+		triggers += QJsonObject{{byKey, plainText(message.value(byKey).toString())}};
 	}
 	return triggers;
 }
@@ -153,8 +190,7 @@ QJsonArray takeTriggers(QJsonObject &chat)
 
 int runChatGet(const QCommandLineParser &)
 {
-	sendChat(state::update(chatFile, bringUpToDate));
-	return 0;
+	return answerAfter(bringUpToDate);
 }
 
 int runChatSet(const QCommandLineParser &parser)
@@ -162,23 +198,17 @@ int runChatSet(const QCommandLineParser &parser)
 	const QJsonDocument document = QJsonDocument::fromJson(parser.value(u"chat-set"_s).toUtf8());
 	const QString complaint = complaintAbout(document);
 	if (!complaint.isEmpty()) {
-		// Without "command" the dock leaves what was typed in its fields, so that it can be corrected there.
-		const QJsonObject stored = state::update(chatFile, bringUpToDate);
-		sendEvent(u"chat"_s, {{errorKey, complaint},
-				      {enabledKey, stored.value(enabledKey)},
-				      {grantedKey, stored.value(grantedKey)}});
-		return 1;
+		return refuse(complaint);
 	}
 	const QJsonObject wanted = document.object();
-	sendChat(state::update(chatFile, [&wanted](QJsonObject &chat) {
+	return answerAfter([&wanted](QJsonObject &chat) {
 		for (const QLatin1StringView key : {enabledKey, commandKey, cooldownKey, capKey}) {
 			if (wanted.contains(key)) {
 				chat[key] = wanted.value(key);
 			}
 		}
 		bringUpToDate(chat);
-	}));
-	return 0;
+	});
 }
 
 int runPollTriggers(const QCommandLineParser &)
@@ -195,8 +225,8 @@ int runPollTriggers(const QCommandLineParser &)
 int runSay(const QCommandLineParser &parser)
 {
 	constexpr qsizetype mostMessages = 100;
-	const QString by = parser.value(u"say"_s);
-	QString text = parser.positionalArguments().join(QLatin1Char(' '));
+	const QString by = parser.value(u"say"_s).left(longestMessage);
+	QString text = parser.positionalArguments().join(QLatin1Char(' ')).left(longestMessage);
 	state::update(chatFile, [&](QJsonObject &chat) {
 		bringUpToDate(chat);
 		if (text.isEmpty()) {
@@ -215,10 +245,9 @@ int runSay(const QCommandLineParser &parser)
 
 int runNewStream(const QCommandLineParser &)
 {
-	sendChat(state::update(chatFile, [](QJsonObject &chat) {
+	return answerAfter([](QJsonObject &chat) {
 		bringUpToDate(chat);
 		chat[countKey] = 0;
 		chat.remove(lastUseKey);
-	}));
-	return 0;
+	});
 }

@@ -1,11 +1,7 @@
 #include <QCommandLineParser>
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QRandomGenerator>
-#include <QScopeGuard>
-#include <QTemporaryDir>
 
 #include "captions/caption_source.hpp"
 #include "captions/captions.hpp"
@@ -13,8 +9,10 @@
 #include "commands/clip.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/leftovers.hpp"
-#include "support/state.hpp"
+#include "support/files.hpp"
+#include "support/scratch_folder.hpp"
+#include "video/colours.hpp"
+#include "video/completeness.hpp"
 #include "video/encoding.hpp"
 #include "video/excerpt.hpp"
 #include "video/ffmpeg.hpp"
@@ -43,26 +41,21 @@ void requireReadable(const QString &path)
 	if (!file.exists()) {
 		throw Failure(u"the replay %1 doesn't exist."_s.arg(path));
 	}
-	if (!file.isFile() || !QFile(path).open(QIODevice::ReadOnly)) {
-		throw Failure(u"the replay %1 can't be read."_s.arg(path));
+	QFile content(path);
+	if (!file.isFile() || !content.open(QIODevice::ReadOnly)) {
+		const QString cause = file.isFile() ? files::cause(content.errorString()) : u"it is no file"_s;
+		throw Failure(u"the replay %1 can't be read: %2."_s.arg(path, cause));
 	}
 	if (file.size() == 0) {
 		throw Failure(u"the replay %1 is empty."_s.arg(file.fileName()));
 	}
 }
 
-/// A name that sorts by time; the end keeps apart clips of the same second.
-QString newShortName()
-{
-	return u"short-%1-%2"_s.arg(QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s))
-		.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
-}
-
 /// Stores a script of captions; false, with a word in `notes`, when that fails.
 bool storeScript(const QString &path, const QByteArray &script, QStringList &notes)
 {
 	try {
-		state::writeFile(path, script);
+		files::write(path, script);
 		return true;
 	} catch (const Failure &failure) {
 		qWarning("%s", failure.what());
@@ -99,28 +92,33 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	requireReadable(replay);
 	const Excerpt excerpt = lastSecondsOf(replay, length_s);
 	const QDir output(environment::outputFolder());
-	state::makeFolder(output.absolutePath());
+	files::makeFolder(output.absolutePath());
 	removeLeftovers(replay);
 
-	const QTemporaryDir scratch(QDir(environment::stateFolder()).filePath(u"run-XXXXXX"_s));
-	if (!scratch.isValid()) {
-		throw Failure(u"couldn't write to %1 (%2)."_s.arg(environment::stateFolder(), scratch.errorString()));
-	}
-	const QString graph = layoutGraph(look.layout, cameraRegion(look.layout)) +
-			      captionFilter(excerpt, look, scratch.path(), notes);
+	ScratchFolder scratch(environment::stateFolder());
+	const Composition composition{ordinaryColours(excerpt.video, notes),
+				      layoutGraph(look.layout, cameraRegion(look.layout, notes)) +
+					      captionFilter(excerpt, look, scratch.path(), notes)};
 
 	const QString name = newShortName();
 	const QString part = output.filePath(name + u".part"_s);
 	const QString finished = output.filePath(name + u".mp4"_s);
-	const auto removePart = qScopeGuard([&part] { QFile::remove(part); });
-	encode(excerpt, graph, scratch.path(), part, notes);
-	if (ffmpeg::probe(part).duration_s <= 0) {
-		throw Failure(u"ffmpeg found no pictures in %1."_s.arg(QFileInfo(replay).fileName()));
-	}
-	if (!QFile::rename(part, finished)) {
-		throw Failure(u"couldn't store the Short in %1."_s.arg(output.absolutePath()));
-	}
+	scratch.adopt(part);
+	const Reading reading = encode(excerpt, composition, scratch.path(), part, notes);
+	noteWhatIsMissing(part, excerpt, reading, length_s, notes);
+	files::move(part, finished);
 	return finished;
+}
+
+/// Remembers the choices for the next run. A failure becomes a note: the Short is made.
+void rememberLook(const Look &look, QStringList &notes)
+{
+	try {
+		storeLook(look);
+	} catch (const Failure &failure) {
+		qWarning("%s", failure.what());
+		notes += u"its look isn't remembered, %1"_s.arg(failure.clause());
+	}
 }
 
 } // namespace
@@ -132,7 +130,7 @@ int runProcess(const QCommandLineParser &parser)
 	const Look look = requestedLook(parser, notes);
 	const QString path = makeShort(parser.value(u"process"_s), length_s, look, notes);
 	qInfo("made %s", qUtf8Printable(path));
-	storeLook(look);
+	rememberLook(look, notes);
 
 	const QJsonArray formatted{path};
 	const Link link = currentLink();
@@ -140,17 +138,14 @@ int runProcess(const QCommandLineParser &parser)
 		throw Failure(u"this device was revoked. The Short is %1."_s.arg(path),
 			      {{u"relink"_s, true}, {u"formatted"_s, formatted}});
 	}
-	if (environment::isOffline()) {
-		sendEvent(u"pending"_s, {{u"formatted"_s, formatted}});
-		return 0;
-	}
-	if (link == Link::unlinked) {
+	const bool isOffline = environment::isOffline();
+	if (link == Link::unlinked && !isOffline) {
 		notes += u"kept on this computer, no account is connected"_s;
 	}
 	QJsonObject members{{u"formatted"_s, formatted}};
 	if (!notes.isEmpty()) {
 		members[u"note"_s] = notes.join(u"; "_s);
 	}
-	sendEvent(u"done"_s, members);
+	sendEvent(isOffline ? u"pending"_s : u"done"_s, members);
 	return 0;
 }

@@ -2,19 +2,17 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "captions/caption_text.hpp"
 #include "captions/captions.hpp"
 #include "commands/preview.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/state.hpp"
+#include "support/files.hpp"
+#include "support/scratch_folder.hpp"
 #include "video/ffmpeg.hpp"
 #include "video/layouts.hpp"
 #include "video/look.hpp"
-
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -23,9 +21,8 @@ namespace {
 // Long enough for a streamer to flip through the looks, short enough for a newly installed font to show up.
 constexpr qint64 cacheLifetime_s = 3600;
 
-QString cachedPath(const Look &look)
+QString cachedPath(const Look &look, const Region &camera)
 {
-	const Region camera = cameraRegion(look.layout);
 	return environment::stateFolder() +
 	       u"/previews/%1-%2-%3-%4-%5-%6-%7-%8.png"_s.arg(look.layout, look.style, look.font, look.position)
 		       .arg(camera.x)
@@ -37,7 +34,9 @@ QString cachedPath(const Look &look)
 bool isFresh(const QString &path)
 {
 	const QFileInfo file(path);
-	return file.size() > 0 && file.lastModified().secsTo(QDateTime::currentDateTimeUtc()) < cacheLifetime_s;
+	const qint64 age_s = file.lastModified().secsTo(QDateTime::currentDateTimeUtc());
+	// A time in the future comes from a clock that was wrong.
+	return file.size() > 0 && age_s >= 0 && age_s < cacheLifetime_s;
 }
 
 constexpr int sceneWidth_px = 1280;
@@ -74,12 +73,11 @@ QByteArray labels(const Region &camera)
 }
 
 /// The filter graph of the whole picture; the scripts that it needs go to `folder`.
-QString graphOf(const Look &look, const QDir &folder)
+QString graphOf(const Look &look, const Region &camera, const QDir &folder)
 {
-	const Region camera = cameraRegion(look.layout);
-	state::writeFile(folder.filePath(u"labels.ass"_s), labels(camera));
-	state::writeFile(folder.filePath(u"captions.ass"_s),
-			 captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
+	files::write(folder.filePath(u"labels.ass"_s), labels(camera));
+	files::write(folder.filePath(u"captions.ass"_s),
+		     captionScript(look, {{0, 10000, u"Captions look like this"_s}}));
 	const bool canDrawText = ffmpeg::canDraw(u"ass=labels.ass"_s, folder.path());
 	return scene(camera) + (canDrawText ? u",ass=labels.ass"_s : QString()) + u"[source];"_s +
 	       layoutGraph(look.layout, camera) +
@@ -87,24 +85,15 @@ QString graphOf(const Look &look, const QDir &folder)
 	       u",scale=540:960:flags=area[picture]"_s;
 }
 
-void render(const Look &look, const QString &target)
+void render(const Look &look, const Region &camera, const QString &target)
 {
-	state::makeFolder(QFileInfo(target).absolutePath());
 	// The scratch folder is on the target's own file system: the finished picture then appears at once and whole,
 	// even while another run makes the same one.
-	const QTemporaryDir scratch(QFileInfo(target).absolutePath() + u"/run-XXXXXX"_s);
-	if (!scratch.isValid()) {
-		throw Failure(u"couldn't make a preview (%1)."_s.arg(scratch.errorString()));
-	}
-	ffmpeg::run({u"-filter_complex"_s, graphOf(look, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
+	const ScratchFolder scratch(QFileInfo(target).absolutePath());
+	ffmpeg::run({u"-filter_complex"_s, graphOf(look, camera, QDir(scratch.path())), u"-map"_s, u"[picture]"_s,
 		     u"-frames:v"_s, u"1"_s, u"-update"_s, u"1"_s, u"preview.png"_s},
 		    scratch.path());
-	std::error_code error{};
-	std::filesystem::rename(QFileInfo(scratch.filePath(u"preview.png"_s)).filesystemFilePath(),
-				QFileInfo(target).filesystemFilePath(), error);
-	if (error) {
-		throw Failure(u"couldn't store the preview (%1)."_s.arg(QString::fromStdString(error.message())));
-	}
+	files::move(scratch.filePath(u"preview.png"_s), target);
 }
 
 } // namespace
@@ -113,12 +102,13 @@ int runPreview(const QCommandLineParser &parser)
 {
 	QStringList notes{};
 	const Look look = requestedLook(parser, notes);
+	const Region camera = cameraRegion(look.layout, notes);
 	for (const QString &note : std::as_const(notes)) {
 		qWarning("%s", qUtf8Printable(note));
 	}
-	const QString path = cachedPath(look);
+	const QString path = cachedPath(look, camera);
 	if (!isFresh(path)) {
-		render(look, path);
+		render(look, camera, path);
 	}
 	sendEvent(u"preview"_s, {{u"path"_s, path}});
 	return 0;

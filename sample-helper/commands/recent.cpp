@@ -1,3 +1,4 @@
+#include <QDateTime>
 #include <QDir>
 #include <QJsonArray>
 
@@ -9,6 +10,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// When a file was made. A time more than a day ahead comes from a clock that was wrong and counts as the oldest, or
+/// such a Short would stay on top for that long. Smaller differences may be another computer's clock.
+QDateTime timeOf(const QFileInfo &file, const QDateTime &now)
+{
+	return file.lastModified() < now.addDays(1) ? file.lastModified() : QDateTime::fromSecsSinceEpoch(0);
+}
+
+} // namespace
+
 int runRecent(const QCommandLineParser &)
 {
 	constexpr int mostItems = 10;
@@ -17,8 +29,9 @@ int runRecent(const QCommandLineParser &)
 	folder.mkpath(u"."_s);
 	// Short names carry their time, so the name settles what the file system's clock cannot tell apart.
 	QFileInfoList files = folder.entryInfoList({u"*.mp4"_s}, QDir::Files, QDir::Name | QDir::Reversed);
-	std::stable_sort(files.begin(), files.end(), [](const QFileInfo &left, const QFileInfo &right) {
-		return left.lastModified() > right.lastModified();
+	const QDateTime now = QDateTime::currentDateTime();
+	std::stable_sort(files.begin(), files.end(), [&now](const QFileInfo &left, const QFileInfo &right) {
+		return timeOf(left, now) > timeOf(right, now);
 	});
 	QJsonArray items{};
 	for (const QFileInfo &file : files.mid(0, mostItems)) {

@@ -1,13 +1,15 @@
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QThread>
 
 #include "commands/update.hpp"
 #include "support/environment.hpp"
 #include "support/events.hpp"
-#include "support/state.hpp"
+#include "support/files.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -20,21 +22,18 @@ struct Release {
 	QString version{};
 	QString notes{};
 	QString installer{};
-	/// In lower-case hexadecimal digits; empty when none is given.
+	/// In lower-case hexadecimal digits.
 	QString sha256{};
 };
 
 /// The release on offer; nothing if there is none or it is the installed one. Throws Failure if it makes no sense.
 std::optional<Release> offeredRelease()
 {
-	QFile file(environment::releaseFolder() + u"/release.json"_s);
-	if (!file.exists()) {
+	const QString path = environment::releaseFolder() + u"/release.json"_s;
+	if (!QFileInfo::exists(path)) {
 		return std::nullopt;
 	}
-	if (!file.open(QIODevice::ReadOnly)) {
-		throw Failure(u"couldn't read %1 (%2)."_s.arg(file.fileName(), file.errorString()));
-	}
-	const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
+	const QJsonObject object = QJsonDocument::fromJson(files::readSmall(path)).object();
 	Release release{object.value(QLatin1String("version")).toString(),
 			object.value(QLatin1String("notes")).toString(),
 			object.value(QLatin1String("installer")).toString(),
@@ -43,8 +42,13 @@ std::optional<Release> offeredRelease()
 	const bool isPlainName = !release.installer.isEmpty() && !release.installer.startsWith(QLatin1Char('.')) &&
 				 !release.installer.contains(QLatin1Char('/')) &&
 				 !release.installer.contains(QLatin1Char('\\'));
-	if (release.version.isEmpty() || !isPlainName) {
-		throw Failure(u"%1 names no version or no installer beside it."_s.arg(file.fileName()));
+	static const QRegularExpression plainVersion(uR"(^[0-9A-Za-z.+_-]{1,64}$)"_s);
+	if (!plainVersion.match(release.version).hasMatch() || !isPlainName) {
+		throw Failure(u"%1 names no version or no installer beside it."_s.arg(path));
+	}
+	static const QRegularExpression checksum(u"^[0-9a-f]{64}$"_s);
+	if (!checksum.match(release.sha256).hasMatch()) {
+		throw Failure(u"%1 gives no sha256 of the installer, so nobody could tell a false one."_s.arg(path));
 	}
 	if (release.version == environment::currentVersion()) {
 		return std::nullopt;
@@ -57,38 +61,58 @@ void sendNoUpdate()
 	sendEvent(u"update"_s, {{u"update"_s, false}});
 }
 
-/// Copies the installer piece by piece at a pace that lets a person follow the progress; returns the path of the copy.
-QString download(const Release &release)
+Failure saveFailure(const QString &folder, const QString &systemText)
+{
+	return Failure(u"couldn't save the installer in %1: %2."_s.arg(folder, files::cause(systemText)));
+}
+
+/// Copies piece by piece at a pace that lets a person follow the progress; returns the checksum. Throws Failure.
+QString copyWithProgress(QFile &source, QSaveFile &target, const QString &folder)
 {
 	constexpr int pieces = 20;
+	QCryptographicHash hash(QCryptographicHash::Sha256);
+	const qint64 size = source.size();
+	const qint64 pieceSize = std::max<qint64>(1, (size + pieces - 1) / pieces);
+	qint64 done = 0;
+	while (done < size) {
+		QThread::msleep(static_cast<unsigned long>(environment::downloadDelay_ms() / pieces));
+		const QByteArray piece = source.read(pieceSize);
+		if (piece.isEmpty()) {
+			throw Failure(u"couldn't read the installer %1: %2."_s.arg(source.fileName(),
+										   files::cause(source.errorString())));
+		}
+		const QString problem = files::writeAll(target, piece);
+		if (!problem.isEmpty()) {
+			throw saveFailure(folder, problem);
+		}
+		hash.addData(piece);
+		done += piece.size();
+		sendEvent(u"progress"_s,
+			  {{u"phase"_s, u"download"_s}, {u"percent"_s, std::min<qint64>(100, done * 100 / size)}});
+	}
+	return QString::fromLatin1(hash.result().toHex());
+}
+
+/// Copies the installer to a folder of the user alone; returns the path of the copy. Throws Failure.
+QString download(const Release &release)
+{
 	QFile source(environment::releaseFolder() + QLatin1Char('/') + release.installer);
 	if (!source.open(QIODevice::ReadOnly) || source.size() == 0) {
 		throw Failure(u"the installer %1 is missing or empty."_s.arg(source.fileName()));
 	}
 	const QString folder = environment::stateFolder() + u"/downloads"_s;
-	state::makeFolder(folder);
+	// The installer stays there until the user agrees to run it.
+	files::makePrivateFolder(folder);
 	// Nothing of an unfinished or refused download ever appears under the installer's name.
 	QSaveFile target(folder + QLatin1Char('/') + release.installer);
-	QCryptographicHash hash(QCryptographicHash::Sha256);
-	bool copied = target.open(QIODevice::WriteOnly);
-	const qint64 size = source.size();
-	const qint64 pieceSize = std::max<qint64>(1, (size + pieces - 1) / pieces);
-	qint64 done = 0;
-	while (copied && done < size) {
-		QThread::msleep(static_cast<unsigned long>(environment::downloadDelay_ms() / pieces));
-		const QByteArray piece = source.read(pieceSize);
-		hash.addData(piece);
-		copied = !piece.isEmpty() && target.write(piece) == piece.size();
-		done += piece.size();
-		sendEvent(u"progress"_s,
-			  {{u"phase"_s, u"download"_s}, {u"percent"_s, std::min<qint64>(100, done * 100 / size)}});
+	if (!target.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+		throw saveFailure(folder, target.errorString());
 	}
-	const QString sha256 = QString::fromLatin1(hash.result().toHex());
-	if (copied && !release.sha256.isEmpty() && release.sha256 != sha256) {
+	if (copyWithProgress(source, target, folder) != release.sha256) {
 		throw Failure(u"the downloaded installer is damaged."_s);
 	}
-	if (!copied || !target.commit()) {
-		throw Failure(u"couldn't save the installer in %1 (%2)."_s.arg(folder, target.errorString()));
+	if (!target.commit()) {
+		throw saveFailure(folder, target.errorString());
 	}
 	return target.fileName();
 }

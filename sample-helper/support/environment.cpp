@@ -66,6 +66,11 @@ int trialLimit_ms()
 	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_TRIAL_LIMIT_MS", 20000);
 }
 
+int stillLimit_ms()
+{
+	return millisecondsOr("KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS", 60000);
+}
+
 QString whisperProgram()
 {
 	return qEnvironmentVariable("KESTRUNE_SAMPLE_HELPER_WHISPER");

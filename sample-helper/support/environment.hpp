@@ -26,6 +26,9 @@ QString encoder();
 /// How long ffmpeg may take to show what it can do.
 int trialLimit_ms();
 
+/// How long ffmpeg may go on without anything coming of it.
+int stillLimit_ms();
+
 /// whisper.cpp's program for the command line and its model file; empty when not set.
 QString whisperProgram();
 QString whisperModel();

@@ -8,8 +8,18 @@
 
 using namespace Qt::StringLiterals;
 
+QString plainText(QString text)
+{
+	return text.replace(QLatin1Char('<'), QChar(u'‹'));
+}
+
 void sendEvent(const QString &name, QJsonObject members)
 {
+	for (const QString &key : {u"error"_s, u"note"_s, u"notes"_s}) {
+		if (members.contains(key)) {
+			members[key] = plainText(members.value(key).toString());
+		}
+	}
 	members[u"event"_s] = name;
 	const QByteArray line = QJsonDocument(members).toJson(QJsonDocument::Compact) + '\n';
 	std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);

@@ -5,7 +5,12 @@
 
 #include <exception>
 
-/// Writes one event as a line of JSON to standard output and flushes it, so that the dock sees it at once.
+/// Makes text from strangers (chat names, file names, other programs' messages) safe to show: replaces "<" by "‹", so
+/// that it isn't read as markup.
+QString plainText(QString text);
+
+/// Writes one event as a line of JSON to standard output and flushes it, so that the dock sees it at once. Removes
+/// markup from the texts for people ("error", "note", "notes").
 void sendEvent(const QString &name, QJsonObject members = {});
 
 /// A reason to give up, thrown by any command; main() reports it as the run's "error" event. Its text is a sentence

@@ -1,28 +1,25 @@
 #pragma once
 
-#include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 
 #include <functional>
 
-/// The small files that outlive a run. Runs may overlap: every file is replaced whole, so a reader always finds a
-/// complete one, and a change is made under a lock, so that no run undoes what another one has just written.
+/// Small files that outlive a run. Runs may overlap: files are replaced whole, so readers always find a complete one,
+/// and changed under a lock, so that no run undoes another's change.
+///
+/// A file that is damaged or larger than files::largestSmallFile_bytes is never overwritten: it is renamed to
+/// "NAME.damaged-TIME", and the log says so.
 namespace state {
 
-/// Makes a folder with its parents if it is missing. Throws Failure.
-void makeFolder(const QString &path);
-
-/// Writes or replaces a file. Throws Failure.
-void writeFile(const QString &path, const QByteArray &content);
-
-/// The content of the JSON file `name` in the state folder; empty if there is none or it cannot be understood.
+/// Returns the JSON file `name` from the state folder; empty if it is missing or unusable.
 QJsonObject read(const QString &name);
 
-/// Reads the JSON file `name`, lets `change` edit it and stores the result; returns what was stored. Throws Failure.
+/// Reads the JSON file `name`, applies `change` and stores the result if it differs. Returns what is stored now. Throws
+/// Failure and leaves the file as it was.
 QJsonObject update(const QString &name, const std::function<void(QJsonObject &)> &change);
 
-/// Stores a page for the browser in the state folder; returns its address, which begins with "file:". Throws Failure.
+/// Stores a page for the browser in the state folder; returns its "file:" address. Throws Failure.
 QString writePage(const QString &name, const QString &title, const QString &text);
 
 } // namespace state

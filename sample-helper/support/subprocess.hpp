@@ -9,20 +9,36 @@
 /// Other programs, run to their end.
 namespace subprocess {
 
-enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut };
+enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut, Hung };
 
 struct Result {
 	Outcome outcome{};
 	/// Only meaningful once finished.
 	int exitCode{};
+	/// The last largestOutput_bytes of standard output.
 	QByteArray output{};
+	/// The last of what came on standard error, without blanks around it.
 	QString errorOutput{};
 
 	bool succeeded() const { return outcome == Outcome::Finished && exitCode == 0; }
 };
 
-/// Runs a program in `workingFolder` (the current one when empty) and waits for its end. What it says on standard error
-/// goes to the log as well. A program that takes longer than `limit_ms` is killed; -1 waits for ever.
-Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, int limit_ms = -1);
+/// When to lose patience with a program; -1 is never.
+struct Limits {
+	/// How long it may take.
+	int total_ms{-1};
+	/// How long its standard output and `growingFile` may both stand still.
+	int still_ms{-1};
+	/// A file that it writes, if any.
+	QString growingFile{};
+};
+
+/// More of a program's output is not kept in memory. What is said last counts most.
+constexpr qsizetype largestOutput_bytes = 16 * 1024 * 1024;
+
+/// Runs a program in `workingFolder` (the current one when empty) and waits for its end. It leaves the processor to
+/// others when they need it, and ends at once when this program is killed. What it says on standard error goes to the
+/// log as well. One that exceeds a limit is killed.
+Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, const Limits &limits = {});
 
 } // namespace subprocess

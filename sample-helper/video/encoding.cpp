@@ -1,9 +1,13 @@
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 
 #include "support/events.hpp"
+#include "video/completeness.hpp"
 #include "video/encoders.hpp"
 #include "video/encoding.hpp"
 #include "video/excerpt.hpp"
+#include "video/ffmpeg.hpp"
 
 #include <algorithm>
 
@@ -11,12 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QLatin1StringView progressFile("progress.txt");
+
 QStringList soundArguments(const ffmpeg::Video &video)
 {
 	if (video.audioStream < 0) {
 		return {};
 	}
-	QStringList arguments{u"-map"_s, u"0:%1"_s.arg(video.audioStream), u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"160k"_s};
+	QStringList arguments{u"-map"_s, u"[sound]"_s, u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"160k"_s};
 	// Players want two channels at most. One stays one: ffmpeg would spread it over two at half the power each.
 	if (video.audioChannels > 2) {
 		arguments << u"-ac"_s << u"2"_s;
@@ -24,43 +30,90 @@ QStringList soundArguments(const ffmpeg::Video &video)
 	return arguments;
 }
 
-QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const QString &graph, const QString &target)
+/// The way from the file's pictures and sound to those of the Short.
+QString wholeGraph(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition)
 {
-	const QString wholeGraph = u"[0:%1]format=yuv420p[source];%2,%3[short]"_s.arg(excerpt.video.videoStream)
-					   .arg(graph, encoder.filters);
-	return encoder.device + inputArguments(excerpt) +
-	       QStringList{u"-filter_complex"_s, wholeGraph, u"-map"_s, u"[short]"_s} + soundArguments(excerpt.video) +
-	       QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
-	       QStringList{u"-fpsmax"_s, u"60"_s,  u"-map_chapters"_s,         u"-1"_s, u"-movflags"_s, u"+faststart"_s,
-			   u"-f"_s,      u"mp4"_s, ffmpeg::fileAddress(target)};
+	const auto &[conversion, marks] = composition.colours;
+	QString graph = u"[0:%1]%2,%3[source];%4%5,%6[short]"_s.arg(excerpt.video.videoStream)
+				.arg(pictureCut(excerpt), conversion, composition.layout, marks, encoder.filters);
+	if (excerpt.video.audioStream >= 0) {
+		graph += u";[0:%1]%2[sound]"_s.arg(excerpt.video.audioStream).arg(soundCut(excerpt));
+	}
+	return graph;
 }
 
-void encodeWith(const Encoder &encoder, const Excerpt &excerpt, const QString &graph, const QString &folder,
-		const QString &target)
+QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition,
+		      const QString &target)
+{
+	// Each packet is written at once, so that a file that does not grow means that nothing goes on.
+	return encoder.device + inputArguments(excerpt) +
+	       QStringList{u"-filter_complex"_s, wholeGraph(excerpt, encoder, composition), u"-map"_s, u"[short]"_s} +
+	       soundArguments(excerpt.video) + QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
+	       QStringList{u"-fpsmax"_s,
+			   u"60"_s,
+			   u"-map_chapters"_s,
+			   u"-1"_s,
+			   u"-flush_packets"_s,
+			   u"1"_s,
+			   u"-movflags"_s,
+			   u"+faststart"_s,
+			   u"-progress"_s,
+			   progressFile,
+			   u"-f"_s,
+			   u"mp4"_s,
+			   ffmpeg::fileAddress(target)};
+}
+
+/// The last number that ffmpeg told for this in its lines such as "frame=250".
+qsizetype lastNumber(const QByteArray &progress, const QByteArray &name)
+{
+	const qsizetype at = progress.lastIndexOf('\n' + name + '=');
+	return at < 0 ? 0 : progress.sliced(at + name.size() + 2).split('\n').first().trimmed().toLongLong();
+}
+
+/// How many pictures of the replay could be read: those that were encoded, but for those that ffmpeg repeated or left
+/// out to keep the frame rate.
+qsizetype picturesRead(const QString &folder)
+{
+	QFile file(QDir(folder).filePath(progressFile));
+	if (!file.open(QIODevice::ReadOnly)) {
+		return 0;
+	}
+	const QByteArray progress = '\n' + file.readAll();
+	return lastNumber(progress, "frame") - lastNumber(progress, "dup_frames") + lastNumber(progress, "drop_frames");
+}
+
+Reading encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composition &composition,
+		   const QString &folder, const QString &target)
 {
 	QElapsedTimer timer;
 	timer.start();
-	ffmpeg::run(arguments(excerpt, encoder, graph, target), folder);
+	const bool isDoubtful = ffmpeg::run(arguments(excerpt, encoder, composition, target), folder);
 	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
 	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,
 	      elapsed_s, excerpt.length_s / elapsed_s);
+	return {picturesRead(folder), isDoubtful};
 }
 
 } // namespace
 
-void encode(const Excerpt &excerpt, const QString &graph, const QString &folder, const QString &target,
-	    QStringList &notes)
+Reading encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,
+	       QStringList &notes)
 {
 	const Encoder &encoder = chooseEncoder(notes);
 	if (encoder.name == softwareEncoder().name) {
-		encodeWith(encoder, excerpt, graph, folder, target);
-		return;
+		return encodeWith(encoder, excerpt, composition, folder, target);
 	}
 	try {
-		encodeWith(encoder, excerpt, graph, folder, target);
+		const Reading reading = encodeWith(encoder, excerpt, composition, folder, target);
+		if (isPlayable(target, excerpt)) {
+			return reading;
+		}
+		qWarning("%s: made no video that can be played", qUtf8Printable(encoder.name));
 	} catch (const Failure &failure) {
 		qWarning("%s: %s", qUtf8Printable(encoder.name), failure.what());
-		encodeWith(softwareEncoder(), excerpt, graph, folder, target);
-		notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
 	}
+	const Reading reading = encodeWith(softwareEncoder(), excerpt, composition, folder, target);
+	notes += u"%1 failed, used %2"_s.arg(encoder.name, softwareEncoder().name);
+	return reading;
 }

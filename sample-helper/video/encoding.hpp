@@ -3,10 +3,27 @@
 #include <QString>
 #include <QStringList>
 
+#include "video/colours.hpp"
+
 struct Excerpt;
 
-/// Encodes the excerpt as an MP4 file for playing while it loads: H.264, and AAC when there is sound. `graph` is
-/// the filter graph that begins with [source]; ffmpeg runs in `folder`. Frame rates up to 60 and the loudness stay as
-/// they are. An encoder in hardware that gives up is replaced by libx264, which `notes` mentions. Throws Failure.
-void encode(const Excerpt &excerpt, const QString &graph, const QString &folder, const QString &target,
-	    QStringList &notes);
+/// How the pictures of a replay become those of a Short, as filters.
+struct Composition {
+	Colours colours{};
+	/// Begins with [source]; see layoutGraph().
+	QString layout{};
+};
+
+/// How much of the replay could be read.
+struct Reading {
+	/// How many of the excerpt's pictures; 0 when that is unknown.
+	qsizetype pictures{};
+	/// Whether ffmpeg complained of what it read.
+	bool isDoubtful{};
+};
+
+/// Encodes the excerpt as an MP4 file for playing while it loads: H.264, and AAC when there is sound. ffmpeg runs in
+/// `folder`. Frame rates up to 60 and the loudness stay as they are. An encoder in hardware that gives up, hangs or
+/// writes what cannot be played is replaced by libx264, which `notes` mentions. Throws Failure.
+Reading encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,
+	       QStringList &notes);

@@ -1,7 +1,7 @@
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include "support/environment.hpp"
@@ -9,12 +9,12 @@
 #include "support/subprocess.hpp"
 #include "video/ffmpeg.hpp"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace ffmpeg {
 namespace {
+
+constexpr QLatin1StringView addressPrefix("file:");
 
 QString locate(const QString &name)
 {
@@ -31,9 +31,9 @@ QString locate(const QString &name)
 }
 
 subprocess::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
-			   int limit_ms = -1)
+			   const subprocess::Limits &limits)
 {
-	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limit_ms);
+	const subprocess::Result result = subprocess::run(locate(name), arguments, workingFolder, limits);
 	if (result.outcome == subprocess::Outcome::NotStarted) {
 		throw Failure(u"%1 couldn't be started. Install ffmpeg again."_s.arg(name));
 	}
@@ -41,15 +41,50 @@ subprocess::Result execute(const QString &name, const QStringList &arguments, co
 }
 
 /// Runs ffmpeg with the arguments that every run of it needs in front.
-subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, int limit_ms = -1)
+subprocess::Result execute(const QStringList &arguments, const QString &workingFolder, const subprocess::Limits &limits)
 {
 	const QStringList common{u"-hide_banner"_s, u"-v"_s, u"error"_s, u"-nostdin"_s, u"-y"_s};
-	return execute(u"ffmpeg"_s, common + arguments, workingFolder, limit_ms);
+	return execute(u"ffmpeg"_s, common + arguments, workingFolder, limits);
+}
+
+subprocess::Limits trialLimits()
+{
+	return {environment::trialLimit_ms(), -1, {}};
+}
+
+/// Limits for a run that writes `file`.
+subprocess::Limits writingLimits(const QString &file, const QString &workingFolder)
+{
+	const QString path = file.startsWith(addressPrefix) ? file.sliced(addressPrefix.size()) : file;
+	return {-1, environment::stillLimit_ms(), QDir(workingFolder).absoluteFilePath(path)};
+}
+
+QString hungText(const QString &name)
+{
+	return u"%1 hung, nothing came of it for %2 s. Clip again."_s.arg(name).arg(environment::stillLimit_ms() /
+										    1000.0);
+}
+
+/// The last line without what means nothing to a streamer: "[out#0/mp4 @ 0x55d0c0ffee00]" in front, the temporary name
+/// of the file that was written, a full stop or two.
+QString lastWords(const QString &errorOutput, const QString &writtenFile)
+{
+	static const QRegularExpression origin(uR"(^(\[[^\]]*\]\s*)+)"_s);
+	static const QRegularExpression stops(u"[\\s.!]+$"_s);
+	QString line = errorOutput.section(QLatin1Char('\n'), -1);
+	line.remove(origin);
+	line.replace(writtenFile, u"its output"_s);
+	line.remove(stops);
+	return line.left(200);
 }
 
 /// ffmpeg's own messages, put so that a streamer knows what to do.
-QString explain(const QString &errorOutput)
+QString explain(const subprocess::Result &result, const QString &writtenFile)
 {
+	if (result.outcome == subprocess::Outcome::Hung) {
+		return hungText(u"ffmpeg"_s);
+	}
+	const QString &errorOutput = result.errorOutput;
 	for (const char *text : {"No space left on device", "File too large", "Disk quota exceeded"}) {
 		if (errorOutput.contains(QLatin1String(text))) {
 			return u"the disk is full. Free some space, then clip again."_s;
@@ -58,77 +93,35 @@ QString explain(const QString &errorOutput)
 	if (errorOutput.contains(QLatin1String("Unknown encoder"))) {
 		return u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s;
 	}
-	const QString lastLine = errorOutput.section(QLatin1Char('\n'), -1).left(200);
-	return lastLine.isEmpty() ? u"ffmpeg stopped unexpectedly."_s : u"ffmpeg failed: %1."_s.arg(lastLine);
-}
-
-/// ffmpeg opens still pictures and even plain text as a "video"; neither is a replay.
-bool isMovieFormat(const QString &format)
-{
-	return format != QLatin1String("tty") && format != QLatin1String("image2") &&
-	       !format.endsWith(QLatin1String("_pipe"));
-}
-
-/// The end of the last packet of a stream: for files whose header gives no duration, such as one that was being
-/// written when its program crashed.
-double endOfPackets(const QString &path, int stream)
-{
-	const subprocess::Result result =
-		execute(u"ffprobe"_s,
-			{u"-v"_s, u"error"_s, u"-select_streams"_s, QString::number(stream), u"-show_entries"_s,
-			 u"packet=pts_time"_s, u"-of"_s, u"csv=p=0"_s, fileAddress(path)},
-			{});
-	double end = 0;
-	for (const QByteArray &line : result.output.split('\n')) {
-		end = std::max(end, line.trimmed().split(',').first().toDouble());
+	if (errorOutput.contains(QLatin1String("received no packets"))) {
+		return u"ffmpeg found no pictures in the replay."_s;
 	}
-	return end;
+	const QString words = lastWords(errorOutput, writtenFile);
+	return words.isEmpty() ? u"ffmpeg stopped unexpectedly."_s : u"ffmpeg failed: %1."_s.arg(words);
 }
 
 } // namespace
 
 QString fileAddress(const QString &path)
 {
-	return u"file:"_s + QFileInfo(path).absoluteFilePath();
+	return addressPrefix + QFileInfo(path).absoluteFilePath();
 }
 
-Video probe(const QString &path)
+QByteArray ask(const QStringList &arguments)
 {
-	const subprocess::Result result = execute(
-		u"ffprobe"_s,
-		{u"-v"_s, u"error"_s, u"-of"_s, u"json"_s, u"-show_format"_s, u"-show_streams"_s, fileAddress(path)},
-		{});
-	const QJsonObject answer = QJsonDocument::fromJson(result.output).object();
-	const QJsonObject format = answer.value(QLatin1String("format")).toObject();
-	Video video{-1, -1, 0, format.value(QLatin1String("duration")).toString().toDouble()};
-	const QJsonArray streams = answer.value(QLatin1String("streams")).toArray();
-	for (qsizetype i = 0; i < streams.size(); ++i) {
-		const QJsonObject stream = streams.at(i).toObject();
-		const QString type = stream.value(QLatin1String("codec_type")).toString();
-		const QJsonObject disposition = stream.value(QLatin1String("disposition")).toObject();
-		const bool isCover = disposition.value(QLatin1String("attached_pic")).toInt() != 0;
-		if (type == QLatin1String("video") && !isCover && video.videoStream < 0) {
-			video.videoStream = static_cast<int>(i);
-		} else if (type == QLatin1String("audio") && video.audioStream < 0) {
-			// OBS puts the full mix on the first track.
-			video.audioStream = static_cast<int>(i);
-			video.audioChannels = stream.value(QLatin1String("channels")).toInt();
-		}
+	const QString name = u"ffprobe"_s;
+	const subprocess::Result result =
+		execute(name, QStringList{u"-v"_s, u"error"_s} + arguments, {}, {-1, environment::stillLimit_ms(), {}});
+	if (result.outcome == subprocess::Outcome::Hung) {
+		throw Failure(hungText(name));
 	}
-	const bool isMovie = isMovieFormat(format.value(QLatin1String("format_name")).toString());
-	if (!result.succeeded() || video.videoStream < 0 || !isMovie) {
-		throw Failure(u"%1 isn't a video that ffmpeg can read."_s.arg(QFileInfo(path).fileName()));
-	}
-	if (video.duration_s <= 0) {
-		video.duration_s = endOfPackets(path, video.videoStream);
-	}
-	return video;
+	return result.output;
 }
 
 QSet<QString> encoderNames()
 {
 	QSet<QString> names{};
-	const subprocess::Result result = execute({u"-encoders"_s}, {}, environment::trialLimit_ms());
+	const subprocess::Result result = execute({u"-encoders"_s}, {}, trialLimits());
 	if (!result.succeeded()) {
 		return names;
 	}
@@ -141,7 +134,7 @@ QSet<QString> encoderNames()
 
 bool succeeds(const QStringList &arguments)
 {
-	return execute(arguments, {}, environment::trialLimit_ms()).succeeded();
+	return execute(arguments, {}, trialLimits()).succeeded();
 }
 
 bool canDraw(const QString &filter, const QString &workingFolder)
@@ -149,23 +142,22 @@ bool canDraw(const QString &filter, const QString &workingFolder)
 	const subprocess::Result result =
 		execute({u"-f"_s, u"lavfi"_s, u"-i"_s, u"color=c=gray:s=270x480"_s, u"-vf"_s,
 			 filter + u",format=gray"_s, u"-frames:v"_s, u"1"_s, u"-f"_s, u"rawvideo"_s, u"-"_s},
-			workingFolder, environment::trialLimit_ms());
+			workingFolder, trialLimits());
 	const QByteArray &picture = result.output;
 	return result.succeeded() && !picture.isEmpty() && picture.count(picture.front()) != picture.size();
 }
 
-QString tryToRun(const QStringList &arguments, const QString &workingFolder)
+bool run(const QStringList &arguments, const QString &workingFolder)
 {
-	const subprocess::Result result = execute(arguments, workingFolder);
-	return result.succeeded() ? QString() : explain(result.errorOutput);
-}
-
-void run(const QStringList &arguments, const QString &workingFolder)
-{
-	const QString problem = tryToRun(arguments, workingFolder);
-	if (!problem.isEmpty()) {
-		throw Failure(problem);
+	const QString &file = arguments.last();
+	const subprocess::Result result = execute(arguments, workingFolder, writingLimits(file, workingFolder));
+	if (!result.succeeded()) {
+		throw Failure(explain(result, file));
 	}
+	// "[vist#0:0/h264 @ 0x55d0c0ffee00] ...": a stream of video, of audio, or the file itself; the last is of
+	// ffmpeg 5.
+	static const QRegularExpression complaint(uR"(\[(vist|aist|in)#|Error while decoding stream)"_s);
+	return complaint.match(result.errorOutput).hasMatch();
 }
 
 } // namespace ffmpeg

@@ -1,26 +1,19 @@
 #pragma once
 
+#include <QByteArray>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 
-/// Everything that is done through the programs ffmpeg and ffprobe. All calls wait for the program to end.
+/// Everything that is done through the programs ffmpeg and ffprobe. All calls wait for the program to end, and kill one
+/// that nothing has come of for environment::stillLimit_ms().
 namespace ffmpeg {
-
-/// What is known of a video file.
-struct Video {
-	int videoStream{};
-	/// -1 when the file has no sound.
-	int audioStream{-1};
-	int audioChannels{};
-	double duration_s{};
-};
 
 /// The address by which ffmpeg opens exactly this file, whatever characters its path holds.
 QString fileAddress(const QString &path);
 
-/// Looks into a video file. Throws Failure when ffprobe is missing or the file is no video.
-Video probe(const QString &path);
+/// What ffprobe prints (the last 16 MiB of it), if only until it fails. Throws Failure when it is missing or hangs.
+QByteArray ask(const QStringList &arguments);
 
 /// The names of the encoders that this ffmpeg was built with; none if it fails or takes longer than
 /// environment::trialLimit_ms(). Throws Failure when it is missing.
@@ -34,11 +27,8 @@ bool succeeds(const QStringList &arguments);
 /// font for it. False as well after environment::trialLimit_ms(). Throws Failure when ffmpeg is missing.
 bool canDraw(const QString &filter, const QString &workingFolder);
 
-/// Runs ffmpeg in `workingFolder` and tells what went wrong, in a sentence that a streamer understands; empty when it
-/// succeeds. Throws Failure when it is missing.
-QString tryToRun(const QStringList &arguments, const QString &workingFolder);
-
-/// Does the same, but throws Failure with that sentence.
-void run(const QStringList &arguments, const QString &workingFolder);
+/// Runs ffmpeg in `workingFolder`; the last argument is the file that it writes. Returns whether it complained of what
+/// it read, though it went on. Throws Failure with a sentence that a streamer understands.
+bool run(const QStringList &arguments, const QString &workingFolder);
 
 } // namespace ffmpeg

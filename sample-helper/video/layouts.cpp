@@ -4,6 +4,7 @@
 #include "video/layouts.hpp"
 
 #include <array>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -119,15 +120,16 @@ QString bubble(const Region &camera)
 struct Layout {
 	const char *key{};
 	QString (*graph)(const Region &camera){};
+	bool showsCamera{};
 	Region camera{};
 	double captionHeight{};
 };
 
-constexpr std::array<Layout, 5> layouts{{{"vtuber-bubble", bubble, cornerFigure, 0.87},
-					 {"vtuber", facePanel, cornerFigure, 0.80},
-					 {"facecam", facecam, cornerWebcam, 0.80},
-					 {"podcast", podcast, cornerFigure, 0.50},
-					 {"gameplay", gameplay, cornerFigure, 0.75}}};
+constexpr std::array<Layout, 5> layouts{{{"vtuber-bubble", bubble, true, cornerFigure, 0.87},
+					 {"vtuber", facePanel, true, cornerFigure, 0.80},
+					 {"facecam", facecam, true, cornerWebcam, 0.80},
+					 {"podcast", podcast, false, cornerFigure, 0.50},
+					 {"gameplay", gameplay, false, cornerFigure, 0.75}}};
 
 const Layout &layoutOf(const QString &key)
 {
@@ -137,6 +139,26 @@ const Layout &layoutOf(const QString &key)
 		}
 	}
 	return layouts.front();
+}
+
+/// "x,y,width,height"; nothing if that is no part of a picture.
+std::optional<Region> parseRegion(const QString &text)
+{
+	QList<double> numbers{};
+	for (const QString &part : text.split(QLatin1Char(','))) {
+		bool isNumber = false;
+		const double number = part.trimmed().toDouble(&isNumber);
+		if (!isNumber || number < 0 || number > 1) {
+			return std::nullopt;
+		}
+		numbers += number;
+	}
+	if (numbers.size() != 4) {
+		return std::nullopt;
+	}
+	const Region region{numbers[0], numbers[1], numbers[2], numbers[3]};
+	const bool isInside = region.x + region.width <= 1.0001 && region.y + region.height <= 1.0001;
+	return region.width >= 0.01 && region.height >= 0.01 && isInside ? std::optional(region) : std::nullopt;
 }
 
 } // namespace
@@ -150,25 +172,19 @@ QStringList layoutKeys()
 	return keys;
 }
 
-Region cameraRegion(const QString &layout)
+Region cameraRegion(const QString &layout, QStringList &notes)
 {
-	const QStringList parts = environment::camera().split(QLatin1Char(','));
-	QList<double> numbers{};
-	for (const QString &part : parts) {
-		bool isNumber = false;
-		const double number = part.trimmed().toDouble(&isNumber);
-		if (isNumber && number >= 0 && number <= 1) {
-			numbers += number;
-		}
+	const Layout &row = layoutOf(layout);
+	const QString setting = environment::camera();
+	if (setting.isEmpty()) {
+		return row.camera;
 	}
-	if (parts.size() == 4 && numbers.size() == 4) {
-		const Region region{numbers[0], numbers[1], numbers[2], numbers[3]};
-		if (region.width >= 0.01 && region.height >= 0.01 && region.x + region.width <= 1.0001 &&
-		    region.y + region.height <= 1.0001) {
-			return region;
-		}
+	const std::optional<Region> region = parseRegion(setting);
+	if (!region && row.showsCamera) {
+		notes += u"KESTRUNE_SAMPLE_HELPER_CAMERA isn't left,top,width,height from 0 to 1, used the lower right "
+			 "corner"_s;
 	}
-	return layoutOf(layout).camera;
+	return region.value_or(row.camera);
 }
 
 QString layoutGraph(const QString &key, const Region &camera)

@@ -19,8 +19,9 @@ struct Region {
 QStringList layoutKeys();
 
 /// The part of the stream's picture that holds the camera: KESTRUNE_SAMPLE_HELPER_CAMERA ("x,y,width,height" as
-/// fractions of the picture), else a place in the lower right corner that suits the layout.
-Region cameraRegion(const QString &layout);
+/// fractions of the picture), else a place in the lower right corner that suits the layout. A setting that is no such
+/// part is mentioned in `notes` when the layout shows the camera.
+Region cameraRegion(const QString &layout, QStringList &notes);
 
 /// The ffmpeg filter graph that turns the video labelled [source] into one of 1080x1920. Its last filter has no label:
 /// more can follow after a comma. `key` must be one of layoutKeys().

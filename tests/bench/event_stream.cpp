@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The event stream against the bare parse of lines that somebody else has split.
+// Compares the event stream with the bare parsing of lines that are already split.
 
 namespace {
 QByteArray lineOf(const QJsonObject &event)
@@ -17,7 +17,7 @@ QByteArray lineOf(const QJsonObject &event)
 	return QJsonDocument(event).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// One of each event that a helper sends during a clip, with texts of usual length.
+/// One of each event of a clip, with texts of usual length.
 QByteArray realisticEvents()
 {
 	QJsonArray clips;
@@ -58,7 +58,6 @@ void bareParse(benchmark::State &state)
 }
 BENCHMARK(bareParse)->Unit(benchmark::kMillisecond);
 
-/// How many events came out.
 int feed(const QByteArray &bytes, qsizetype chunk_bytes)
 {
 	EventStream stream;
@@ -84,7 +83,7 @@ void events(benchmark::State &state)
 }
 BENCHMARK(events)->Arg(1)->Arg(4096)->Arg(65536)->Unit(benchmark::kMillisecond);
 
-/// One event of so many MiB, newline and all.
+/// One event of this size, newline included.
 QByteArray hugeEvent(int64_t size_MiB)
 {
 	const qsizetype size_bytes = size_MiB * 1'048'576;
@@ -92,7 +91,6 @@ QByteArray hugeEvent(int64_t size_MiB)
 	return line.insert(line.lastIndexOf('"'), size_bytes - line.size(), 'x');
 }
 
-/// range(0): size of the line in MiB.
 void bareHugeEvent(benchmark::State &state)
 {
 	const QByteArray line = hugeEvent(state.range(0));
@@ -106,7 +104,7 @@ void bareHugeEvent(benchmark::State &state)
 }
 BENCHMARK(bareHugeEvent)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
-/// range(0): size of the line in MiB; range(1): bytes per read.
+/// range(0): MiB per line; range(1): bytes per read.
 void hugeEvent(benchmark::State &state)
 {
 	const QByteArray line = hugeEvent(state.range(0));
@@ -126,7 +124,7 @@ BENCHMARK(hugeEvent)
 
 int main(int argc, char *argv[])
 {
-	// Memory is kept once the kernel has given it: handing out fresh pages is not the subject.
+	// Keep memory once allocated: fresh pages are not what this measures.
 	mallopt(M_MMAP_MAX, 0);
 	mallopt(M_TRIM_THRESHOLD, -1);
 	benchmark::Initialize(&argc, argv);

@@ -1,4 +1,4 @@
-// What the benchmarks in the real OBS share: figures of its process, and their form.
+// Figures of the OBS process, for the benchmarks in the real OBS.
 
 import { readFile } from "node:fs/promises";
 import path from "node:path";
@@ -13,7 +13,7 @@ export function median(values) {
   return values.toSorted((a, b) => a - b)[Math.floor(values.length / 2)];
 }
 
-/** What the OBS of a test session has used and rendered so far. */
+/** What the session's OBS has used and rendered so far. */
 export async function figures(test) {
   const { pid } = test.session.obs;
   const mainThread = (await readFile(`/proc/${pid}/task/${pid}/stat`, "utf8")).split(") ")[1].split(" ");
@@ -21,7 +21,7 @@ export async function figures(test) {
   const memory = await readFile(`/proc/${pid}/smaps_rollup`, "utf8");
   const stats = await test.websocket.call("GetStats");
   return {
-    // The kernel counts in ticks of 10 ms.
+    // The kernel counts ticks of 10 ms.
     userInterface_ms: 10 * (Number(mainThread[11]) + Number(mainThread[12])),
     wakeUps: Number(/^voluntary_ctxt_switches:\s+(\d+)/m.exec(switches)[1]),
     memory_KiB: Number(/^Private_Dirty:\s+(\d+)/m.exec(memory)[1]),
@@ -31,8 +31,8 @@ export async function figures(test) {
 }
 
 /**
- * Has the OBS of a session note how long each kind of event holds its user-interface thread, from `delay_ms` after its
- * start on: `env` is for the session, `read` answers with the notes once OBS has ended.
+ * Records how long each kind of event blocks OBS's user-interface thread, from `delay_ms` after its start. `env` is for
+ * the session; `read` returns the records once OBS has ended.
  */
 export function handlerTimes(session, delay_ms = 0) {
   const file = path.join(artefactsFolder(session), "handler-times");

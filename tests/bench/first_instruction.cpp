@@ -1,4 +1,4 @@
-// A helper that notes the moment of its first instruction in the file FIRST_INSTRUCTION_FILE.
+// A helper that writes the time of its first instruction to the file FIRST_INSTRUCTION_FILE.
 
 #include <fcntl.h>
 #include <time.h>
@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 namespace {
-/// Nanoseconds of the monotonic clock, before anything of the program itself has run.
+/// Nanoseconds of the monotonic clock, before any other code of the program runs.
 __attribute__((constructor)) void note()
 {
 	timespec now{};

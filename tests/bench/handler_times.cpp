@@ -1,8 +1,7 @@
-// Preloaded into OBS: notes how long each event holds the user-interface thread. QApplication::notify, which every
-// event passes, is replaced by one that measures; nested events count for the one that they are nested in. The start of
-// OBS's Replay Buffer is OBS's own work and counts for itself, whichever event leads to it. At the end of the program
-// one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events that come earlier than
-// HANDLER_TIMES_DELAY_MS after the first are left out.
+// Preloaded into OBS: measures how long each event blocks the user-interface thread, by replacing QApplication::notify.
+// Nested events count for the outermost one. Starting the Replay Buffer is OBS's own work and is counted separately. At
+// exit, one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events in the first HANDLER_TIMES_DELAY_MS
+// are left out.
 
 #include <QApplication>
 #include <QEvent>
@@ -32,7 +31,7 @@ using StartReplayBuffer = void (*)();
 struct Kind {
 	bool inDock{false};
 	QByteArray receiver{};
-	/// A QEvent::Type. QMetaEnum takes a quint64 since Qt 6.9 and an int before; this becomes either by itself.
+	/// A QEvent::Type. QMetaEnum takes a quint64 since Qt 6.9 and an int before; this converts to both.
 	quint16 event{0};
 
 	auto operator<=>(const Kind &) const = default;
@@ -41,12 +40,12 @@ struct Kind {
 struct Times {
 	qint64 count{0};
 	qint64 longest_ns{0};
-	/// Of the thread's own processor time, which other programs cannot lengthen.
+	/// CPU time of the thread, which other programs cannot lengthen.
 	qint64 longestProcessor_ns{0};
 	qint64 totalProcessor_ns{0};
 };
 
-/// Never destroyed: it is read when everything else is.
+/// Never destroyed, because it is read after everything else is.
 std::map<Kind, Times> &kinds()
 {
 	static auto *const all = new std::map<Kind, Times>;
@@ -76,7 +75,7 @@ Span since(const Moment &begin)
 	return {now.time_ns - begin.time_ns, now.processor_ns - begin.processor_ns};
 }
 
-/// Counted for itself during the event that is being handled.
+/// What was counted separately during the current event.
 Span &countedMeanwhile()
 {
 	static Span span;
@@ -99,14 +98,14 @@ void count(const Kind &kind, const Moment &begin, const Span &held)
 
 bool isInDock(const QObject *object)
 {
-	// OBS calls the window around the dock by the dock's id.
+	// OBS names the window around the dock after the dock's id.
 	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive)) {
 		object = object->parent();
 	}
 	return object;
 }
 
-/// What the event is for: of a window the widget under the mouse, of a pipe the helper's command.
+/// For a window, the widget under the mouse; for a pipe, the helper's command.
 QByteArray describe(const QObject *receiver, const QEvent *event)
 {
 	QByteArray text = receiver->metaObject()->className() + (' ' + receiver->objectName().toLatin1());
@@ -122,7 +121,7 @@ QByteArray describe(const QObject *receiver, const QEvent *event)
 	return text;
 }
 
-/// What OBS starts is not measured.
+/// Keeps programs that OBS starts from being measured.
 __attribute__((constructor)) void keepToThisProgram()
 {
 	unsetenv("LD_PRELOAD");
@@ -160,7 +159,7 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 		return original(this, receiver, event);
 	}
 
-	// Either may be gone afterwards.
+	// Receiver and event may be gone after the call.
 	const Kind kind{isInDock(receiver), describe(receiver, event), static_cast<quint16>(event->type())};
 	++depth;
 	countedMeanwhile() = {};

@@ -1,12 +1,11 @@
-// idle.mjs [SECONDS]: what OBS uses while nothing happens, without the module and with it, its dock hidden and shown.
-// Prints JSON lines.
+// idle.mjs [SECONDS]: what an idle OBS uses without the module, and with its dock hidden and shown. Prints JSON lines.
 
 import { sleep } from "../../tools/obs/wait.mjs";
 import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
 import { figures, handlerTimes, report } from "./figures.mjs";
 
 const idle_s = Number(process.argv[2] ?? 120);
-// Everything that belongs to the start, the update check included, is over by then.
+// By then the start is over, including the update check.
 const startedAfter_ms = 15_000;
 
 async function measure(name, { withModule = true, dockShown = true }) {
@@ -23,7 +22,7 @@ async function measure(name, { withModule = true, dockShown = true }) {
     }
     await test.startObs();
     if (!withModule) {
-      // As the module does: the Replay Buffer's memory and work are OBS's.
+      // As the module does, because the Replay Buffer's cost is OBS's.
       await test.websocket.call("StartReplayBuffer");
     }
     await sleep(startedAfter_ms);

@@ -40,7 +40,7 @@ void report(const char *name, QList<qint64> times_ns)
 	std::fflush(stdout);
 }
 
-/// A thread that does one thing whenever it is told to, as OBS's hotkey thread does.
+/// Stands in for OBS's hotkey thread: does one thing whenever told.
 class Presser {
 public:
 	explicit Presser(std::function<void()> press)
@@ -50,7 +50,7 @@ public:
 				if (over_) {
 					return;
 				}
-				// The user interface is given the time to wait for events again.
+				// Let the user-interface thread go back to waiting for events.
 				std::this_thread::sleep_for(std::chrono::milliseconds(2));
 				pressed_ns_ = now_ns();
 				press();
@@ -66,7 +66,7 @@ public:
 	}
 	Q_DISABLE_COPY_MOVE(Presser)
 
-	/// Nanoseconds from the press until `happened` is called; this thread runs its event loop meanwhile.
+	/// Nanoseconds from the press until `happened` is called, while this thread runs its event loop.
 	qint64 time_ns()
 	{
 		happened_ns_ = 0;
@@ -77,7 +77,7 @@ public:
 		return happened_ns_ - pressed_ns_;
 	}
 
-	/// To be called by what the press leads to, on the thread that waits for it.
+	/// Call it when the press takes effect, on the thread that runs `time_ns`.
 	void happened()
 	{
 		if (happened_ns_ == 0) {
@@ -94,7 +94,7 @@ private:
 };
 } // namespace
 
-/// The way of a key press to the saved replay and on to the helper, beside the least that each of them can take.
+/// From a key press to the save request and to the helper, each beside the least time it can take.
 class PressToSave : public DockTest {
 	Q_OBJECT
 
@@ -105,7 +105,7 @@ class PressToSave : public DockTest {
 	void press(const char *name)
 	{
 		const obs_hotkey_id hotkey = findHotkey("kestrune.clip_that")->id;
-		// Without it libobs takes no presses but the keyboard's own.
+		// Otherwise libobs only accepts presses of the real keyboard.
 		obs_hotkey_enable_callback_rerouting(true);
 		QList<qint64> times_ns;
 		Presser presser([hotkey] { obs_hotkey_trigger_routed_callback(hotkey, true); });
@@ -117,7 +117,7 @@ class PressToSave : public DockTest {
 		report(name, times_ns);
 	}
 
-	/// A pipe with a name, so that waiting for the program takes no processor time from it.
+	/// A named pipe: waiting for it takes no CPU time from the program.
 	int pipe_{-1};
 
 	void openPipe()
@@ -125,12 +125,12 @@ class PressToSave : public DockTest {
 		const QByteArray path = scratchPath(u"first"_s).toUtf8();
 		QCOMPARE(mkfifo(path.constData(), 0600), 0);
 		qputenv("FIRST_INSTRUCTION_FILE", path);
-		// Open for writing too, or it would end with its first writer.
+		// Also open for writing: otherwise the pipe ends with its first writer.
 		pipe_ = open(path.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
 		QVERIFY(pipe_ >= 0);
 	}
 
-	/// What the pipe holds now: lines, one a start.
+	/// The pipe's content: one line per start.
 	QByteArray noted() const
 	{
 		QByteArray lines(4096, Qt::Uninitialized);
@@ -167,7 +167,7 @@ class PressToSave : public DockTest {
 		return firstInstruction_ns() - saved_ns;
 	}
 
-	/// A processor that is kept busy starts programs faster: each start comes to a thread that has been idle.
+	/// A busy CPU starts programs faster, so pause before each start.
 	void pause() const
 	{
 		QTest::qWait(pause_ms);
@@ -207,7 +207,7 @@ private Q_SLOTS:
 		press("key press to save, during a flood");
 	}
 
-	/// In turns, so that both meet the machine in the same state.
+	/// Alternates, so that both see the machine in the same state.
 	void helperStart()
 	{
 		QVERIFY(loadReady());
@@ -224,7 +224,7 @@ private Q_SLOTS:
 			QVERIFY(invoke("clipThat"));
 			pause();
 			ours_ns << helperStart_ns();
-			// The list of recent clips that follows is a run of the same program.
+			// The query for recent clips that follows runs the same program.
 			QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--process"_s) && !isRunning(u"--recent"_s), 10'000);
 		}
 		report("posix_spawn to first instruction", bare_ns);

@@ -1,4 +1,4 @@
-// The two halves of showing a preview: decoding a helper's picture of 1080x1920 px, and fitting it into the dock.
+// Showing a preview: decoding a picture of 1080x1920 px, and scaling it for the dock.
 
 #include <QBuffer>
 #include <QImage>
@@ -7,7 +7,7 @@
 #include <benchmark/benchmark.h>
 
 namespace {
-/// Like a frame of a game: shapes with a little noise, so that it can be packed, but not to nothing.
+/// Like a frame of a game: shapes with a little noise, so it compresses, but not too well.
 QImage picture()
 {
 	QImage image(1080, 1920, QImage::Format_RGB32);

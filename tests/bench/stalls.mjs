@@ -1,7 +1,6 @@
-// stalls.mjs [SECONDS]: how long single events hold OBS's user-interface thread while the module has as much to do as
-// it can get, and whether OBS skips frames over it. Helpers take processors away from OBS, so OBS without the module
-// has the same ones run beside it at the same times; the clicks and the questions of what the dock shows remain in the
-// run with the module alone. Prints JSON lines.
+// stalls.mjs [SECONDS]: how long single events block OBS's user-interface thread while the module is as busy as it
+// gets, and whether OBS skips frames. The helpers take CPU time from OBS, so the run without the module starts the same
+// ones at the same times; only clicks and dock queries are missing there. Prints JSON lines.
 
 import path from "node:path";
 import { run } from "../../tools/obs/command.mjs";
@@ -13,7 +12,7 @@ const busy_s = Number(process.argv[2] ?? 120);
 const round_ms = 12_000;
 const layouts = ["Podcast", "Facecam", "Bubble"];
 
-/** Clicks, saves and choices as of a very busy streamer. Answers with the helper runs of that time. */
+/** Clicks, saves and chooses like a very busy streamer. Returns the helper runs meanwhile. */
 async function useModule(test) {
   const start = Date.now();
   for (let turn = 0; Date.now() < start + busy_s * 1000; ++turn) {
@@ -28,12 +27,11 @@ async function useModule(test) {
   return { runs: runs.filter(({ after_ms }) => after_ms >= 0), length_ms: Date.now() - start };
 }
 
-/** Until a time that may have passed. */
 async function sleepUntil(time_ms) {
   await sleep(Math.max(0, time_ms - Date.now()));
 }
 
-/** What is left of that without the module. */
+/** The same load without the module. */
 async function doWithoutModule(test, { runs, length_ms }) {
   const start = Date.now();
   const ends = [];
@@ -47,7 +45,7 @@ async function doWithoutModule(test, { runs, length_ms }) {
   await Promise.all([...ends, sleepUntil(start + length_ms)]);
 }
 
-/** Measures with the module and answers with the helper runs, or without it beside those of an earlier answer. */
+/** Measures with the module and returns the helper runs; or, given `earlier` runs, without the module beside those. */
 async function measure(name, earlier) {
   const withModule = !earlier;
   const times = handlerTimes("bench-stalls");
@@ -81,7 +79,7 @@ async function measure(name, earlier) {
     const kinds = await times.read();
     reportLongest(name, kinds);
     if (withModule) {
-      // A part of no event's time, though the module asks for it: OBS alone decides how it starts.
+      // Not part of any event's time: the module only asks, and OBS decides how it starts.
       const start = kinds.find(({ receiver }) => receiver === "obs_frontend_replay_buffer_start");
       report(`${name}, OBS starting its Replay Buffer`, start);
     }
@@ -91,7 +89,9 @@ async function measure(name, earlier) {
   }
 }
 
-/** The kinds of event that held the thread longest: of the dock, and of OBS with whatever it calls in modules. */
+/**
+ * The events that blocked the thread longest: those of the dock, and those of OBS including the modules that it calls.
+ */
 function reportLongest(name, kinds) {
   for (const inDock of [true, false]) {
     const longest = kinds

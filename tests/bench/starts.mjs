@@ -1,4 +1,4 @@
-// starts.mjs [STARTS]: how long OBS takes to start the module, and others beside it. Prints JSON lines.
+// starts.mjs [STARTS]: how long this module and others take to load. Prints JSON lines.
 
 import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
 import { handlerTimes, median, report } from "./figures.mjs";
@@ -6,7 +6,7 @@ import { handlerTimes, median, report } from "./figures.mjs";
 const starts = Number(process.argv[2] ?? 15);
 const modules = ["kestrune", "obs-websocket", "frontend-tools"];
 
-/** Milliseconds that OBS's own profiler counts for the start of each module. */
+/** Milliseconds per module start, from OBS's profiler. */
 function moduleStarts(log) {
   return modules.map((module) => {
     const line = new RegExp(`obs_init_module\\(${module}\\.so\\): ([0-9.]+)\\sms`).exec(log);
@@ -14,7 +14,7 @@ function moduleStarts(log) {
   });
 }
 
-/** Starts and ends OBS so many times; `measure` is given OBS's log each time. */
+/** Starts and ends OBS `turns` times and calls `measure` with each log. */
 async function startOften(name, turns, extraEnv, measure) {
   const test = await TestSession.create(name, { helper: fakeHelper("linked-helper"), extraEnv });
   try {
@@ -35,7 +35,7 @@ for (const [index, module] of modules.entries()) {
   report(`start of ${module}`, { median_ms: median(times), highest_ms: Math.max(...times) });
 }
 
-// Besides, OBS runs what the module's start has queued: Qt polishes the dock's widgets.
+// OBS also runs what the module has queued at load: Qt polishes the dock's widgets.
 const times = handlerTimes("bench-queued");
 const isQueued = ({ event }) => event === "PolishRequest" || event === "Polish";
 const queued = [];

@@ -1,4 +1,4 @@
-// table.mjs FOLDER: what ./run bench has measured, as one table in Markdown.
+// table.mjs FOLDER: prints the results of ./run bench as a Markdown table.
 
 import { readFile } from "node:fs/promises";
 import path from "node:path";

@@ -28,7 +28,7 @@ function quotedTexts(page) {
 function textColumn(page) {
   const tables = page.match(/^(\|.*\n)+/gm) ?? [];
   return tables
-    .filter((table) => /^\| (Text|Red text|Tool tip)/.test(table))
+    .filter((table) => /^\| (Text|Red text|Tooltip)/.test(table))
     .flatMap((table) => table.trim().split("\n").slice(2))
     .map((row) => row.split("|")[1].trim());
 }

@@ -16,6 +16,7 @@ const notShown = [
   /^[A-Za-z./]+\.(exe|json)$/, // files
   /^<a $/, // what a link begins with
   /^[^A-Za-z]*$/, // separators
+  /^\[\\n/, // characters that end a line
 ];
 
 /** Single literals that no reader sees either. */

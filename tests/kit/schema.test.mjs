@@ -3,8 +3,21 @@
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { describe, it } from "node:test";
-import { commands } from "../../tools/helper-kit/commands.mjs";
-import { allCommands, allKinds, isAnswerTo, isEvent, kindsOf } from "../../tools/helper-kit/schema.mjs";
+import { Ajv2020 } from "ajv/dist/2020.js";
+import { commands, futureCommand } from "../../tools/helper-kit/commands.mjs";
+import { allCommands, allKinds, complaintsAbout, isObject, kindsOf } from "../../tools/helper-kit/schema.mjs";
+
+const schema = JSON.parse(await readFile(new URL("../../docs/helper-events.schema.json", import.meta.url), "utf8"));
+const ajv = new Ajv2020({ allErrors: true });
+ajv.addSchema(schema, "events");
+const isEvent = ajv.getSchema("events");
+const isAnswerTo = (command, event) => ajv.getSchema(`events#/$defs/${command}`)(event);
+
+/** Whether the kit finds nothing wrong with this event by its own reading of the schema. */
+function passesKit(event) {
+  const isKnown = isObject(event) && allKinds.includes(event.event);
+  return isKnown && complaintsAbout(event).every(({ text }) => / has no member /.test(text));
+}
 
 const page = await readFile(new URL("../../docs/helper-protocol.md", import.meta.url), "utf8");
 
@@ -22,9 +35,10 @@ describe("the schema and docs/helper-protocol.md", () => {
     const events = examples.filter((example) => "event" in example);
     assert.ok(events.length >= 8, `only ${events.length} examples were found`);
     for (const event of events) {
+      assert.ok(passesKit(event), JSON.stringify(event));
       assert.ok(isEvent(event), `${JSON.stringify(event)}: ${JSON.stringify(isEvent.errors)}`);
       assert.ok(
-        Object.keys(commands).some((command) => isAnswerTo(command, event)),
+        allCommands.some((command) => isAnswerTo(command, event)),
         JSON.stringify(event),
       );
     }
@@ -34,7 +48,7 @@ describe("the schema and docs/helper-protocol.md", () => {
     const table = page.slice(page.indexOf("## Commands"), page.indexOf("### --status"));
     const rows = [...table.matchAll(/^\| `(--[a-z-]+).*\| (.*) \|$/gm)];
     assert.deepEqual(rows.map(([, command]) => command).sort(), [...allCommands].sort());
-    assert.deepEqual(Object.keys(commands).sort(), [...allCommands].sort());
+    assert.deepEqual(Object.keys(commands).sort(), [...allCommands, futureCommand].sort());
     for (const [, command, answers] of rows) {
       assert.deepEqual([...answers.matchAll(/`(\w+)`/g)].map(([, kind]) => kind).sort(), kindsOf(command).sort());
     }
@@ -42,11 +56,30 @@ describe("the schema and docs/helper-protocol.md", () => {
 
   it("agree that unknown members are ignored", () => {
     assert.ok(isEvent({ event: "pending", colour: "red" }));
+    assert.ok(passesKit({ event: "pending", colour: "red" }));
   });
 
   it("have every event read after some command", () => {
-    const read = new Set(Object.keys(commands).flatMap(kindsOf));
+    const read = new Set(allCommands.flatMap(kindsOf));
     assert.deepEqual([...read].sort(), [...allKinds].sort());
+  });
+});
+
+describe("the kit", () => {
+  it("knows every word that the schema uses", () => {
+    const known = ["description", "default", "type", "properties", "required", "items", "$ref", "const", "enum"];
+    const limits = ["minLength", "maxLength", "pattern", "minimum", "maximum"];
+    const words = new Set();
+    const collect = (each) => {
+      Object.keys(each).forEach((word) => words.add(word));
+      Object.values(each.properties ?? {}).forEach(collect);
+      [each.items].filter(Boolean).forEach(collect);
+    };
+    Object.values(schema.$defs).forEach(collect);
+    assert.deepEqual(
+      [...words].filter((word) => ![...known, ...limits].includes(word)),
+      [],
+    );
   });
 });
 
@@ -88,12 +121,32 @@ describe("the schema refuses", () => {
     ["an update that is a text", { event: "update", update: "1.0.7" }],
     ["a version that is a number", { event: "update", update: true, latest: 1.1 }],
     ["a percentage that is a text", { event: "progress", phase: "download", percent: "42" }],
+    ["a login with an @", { event: "status", linked: true, login: "@ana" }],
+    ["a version with a v", { event: "update", update: true, latest: "v1.0.7" }],
+    ["a Short by its address", { event: "done", formatted: ["file:///a.mp4"] }],
+    ["a consent nowhere", { event: "chat", consent_url: "accounts.example" }],
+    ["an empty key", { event: "status", linked: true, fonts: [""] }],
     ["an installer without a path", { event: "downloaded", latest: "1.0.7" }],
     ["a text that is too long", { event: "error", error: "x".repeat(4001) }],
   ];
   for (const [what, event] of wrongs) {
-    it(what, () => assert.equal(isEvent(event), false));
+    it(what, () => {
+      assert.equal(isEvent(event), false);
+      assert.equal(passesKit(event), false);
+    });
   }
+
+  it("one event with few words, about its own kind alone", () => {
+    isEvent({ event: "status", linked: "true" });
+    // One of the two says only that this kind's definition does not hold.
+    assert.deepEqual(
+      isEvent.errors.map(({ instancePath, keyword }) => [instancePath, keyword]),
+      [
+        ["/linked", "type"],
+        ["", "if"],
+      ],
+    );
+  });
 
   it("an event after a command that does not read it", () => {
     assert.equal(isAnswerTo("--status", { event: "error", error: "no network" }), false);

@@ -1,5 +1,3 @@
-// The chat command from the streamer's first click to a Short that a moderator asked for.
-
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { fileURLToPath } from "node:url";
@@ -40,7 +38,7 @@ describe("the chat command", () => {
     await test.session.screenshot("1-off");
   });
 
-  it("asks for the consent that is missing when it is switched on", async () => {
+  it("asks for the missing consent when it is switched on", async () => {
     await test.dock.click({ class: "QCheckBox", text: "Enabled" });
     await test.dock.click(saveButton);
     const consent = /^One more step: /;
@@ -52,7 +50,7 @@ describe("the chat command", () => {
         "It switches on by itself afterwards.",
     );
     await waitFor("the browser", async () => {
-      // The link takes up the right half of the first line; the new text may still move it.
+      // The link is in the right half of the first line, which the new text may still move.
       const { x, y, width } = await waitForState(consent);
       await test.session.input.click(x + Math.round(width * 0.6), y + 8);
       return (await test.notes("opened-addresses")).includes(address);
@@ -66,7 +64,7 @@ describe("the chat command", () => {
   });
 
   it("is on after the consent", async () => {
-    // The consent takes effect in the helper after a moment; the section reads it with its next answer.
+    // The helper applies the consent after a moment, and the section shows it with the next answer.
     await waitFor("the consent", async () => (await test.runSampleHelper("--chat-get"))[0].granted);
     await test.dock.click(saveButton);
     await waitForState("On: mods can type <b>!rune</b> (0 used this stream).");
@@ -74,7 +72,7 @@ describe("the chat command", () => {
     await test.session.screenshot("3-on");
   });
 
-  it("makes a Short of a moderator's command, and only one during the cooldown", async () => {
+  it("makes a Short for a moderator, and only one during the cooldown", async () => {
     await test.runSampleHelper("--say", "mod_ana");
     await waitFor(
       "the credit",
@@ -101,7 +99,7 @@ describe("the chat command", () => {
     await waitForState("On: mods can type <b>!rune</b> (1 used this stream).");
   });
 
-  it("polls no more once it is switched off", async () => {
+  it("stops polling when it is switched off", async () => {
     await test.dock.click({ class: "QCheckBox", text: "Enabled" });
     await test.dock.click(saveButton);
     await waitForState("Off.");
@@ -110,7 +108,7 @@ describe("the chat command", () => {
     assert.equal(await polls(), pollsBefore);
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });

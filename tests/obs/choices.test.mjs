@@ -1,5 +1,3 @@
-// The layout and caption choices: made by mouse, previewed, written, and found again after a restart of OBS.
-
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { after, before, describe, it } from "node:test";
@@ -23,7 +21,7 @@ describe("the layout and caption choices", () => {
 
   async function startObsAndOpenSection() {
     await test.startObs();
-    // Two lines high, it moves everything below down.
+    // This text takes two lines and moves everything below.
     await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
     await test.dock.openSection("styleSection");
   }
@@ -32,7 +30,7 @@ describe("the layout and caption choices", () => {
 
   const shownPicture = async () => (await test.dock.waitForWidget({ name: "preview", visible: true })).picture;
 
-  /** Waits for a preview that differs from `before`, asked for by the last of `calls` runs with these choices. */
+  /** Waits for a preview that differs from `before`, after `calls` runs of which the last had these choices. */
   async function waitForPreview(before, calls, { layout, style, font, position }) {
     await waitFor("another preview", async () => (await shownPicture()).hash !== before.hash);
     const previews = await test.helperCalls("--preview");
@@ -41,7 +39,7 @@ describe("the layout and caption choices", () => {
     assert.deepEqual(previews.at(-1), ["--preview", ...choices]);
   }
 
-  it("starts with the first of each and a preview of them", async () => {
+  it("start with the first of each and a preview", async () => {
     const { width, height } = await shownPicture();
     assert.deepEqual([width, height], [159, 284]);
     assert.deepEqual(await test.helperCalls("--preview"), [
@@ -59,7 +57,7 @@ describe("the layout and caption choices", () => {
     assert.deepEqual(await readPreferences(), { seconds: 90, ...otherProgramsKeys });
   });
 
-  it("writes all five, and nothing of others away, when one is chosen", async () => {
+  it("are all saved when one changes, and foreign keys are kept", async () => {
     const before = await shownPicture();
     await test.dock.choose({ name: "style" }, "Bold Meme");
     await waitForPreview(before, 2, { layout: "vtuber-bubble", style: "meme", font: "bebas", position: "auto" });
@@ -74,7 +72,7 @@ describe("the layout and caption choices", () => {
     await test.session.screenshot("1-style", await test.dock.area());
   });
 
-  it("previews a layout and a caption position", async () => {
+  it("preview a layout and a caption position", async () => {
     const before = await shownPicture();
     await test.dock.choose({ name: "pos" }, "Top");
     await waitForPreview(before, 3, { layout: "vtuber-bubble", style: "meme", font: "bebas", position: "top" });
@@ -85,7 +83,7 @@ describe("the layout and caption choices", () => {
     await test.session.screenshot("2-layout", await test.dock.area());
   });
 
-  it("has no caption position without captions", async () => {
+  it("include no caption position without captions", async () => {
     const before = await shownPicture();
     await test.dock.choose({ name: "style" }, "None");
     await test.dock.waitForWidget({ name: "pos", enabled: false, toolTip: "No captions with style None" });
@@ -131,13 +129,13 @@ describe("the layout and caption choices", () => {
     }
   }
 
-  it("stay when an account is linked and the helper lists what it offers", async () => {
+  it("stay when an account is linked and the helper sends its lists", async () => {
     await test.dock.click({ text: "Connect account" });
     await test.dock.waitForWidget({ class: "QLabel", text: "Connected as @sample" });
     await assertChosen();
   });
 
-  it("let OBS end cleanly", async () => {
+  it("let OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });

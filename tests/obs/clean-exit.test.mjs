@@ -1,4 +1,4 @@
-// The module must not keep OBS from ending, crash it on the way out, or leak, whatever its helper runs are doing.
+// The module must not keep OBS from exiting, crash it at exit, or leak, whatever its helper runs do.
 
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
@@ -6,7 +6,7 @@ import { waitFor } from "../../tools/obs/wait.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
-describe("the end of OBS", () => {
+describe("the exit of OBS", () => {
   let test;
   let ownLeaks;
 
@@ -24,7 +24,7 @@ describe("the end of OBS", () => {
     await test.close();
   });
 
-  it("is clean with talking, half-spoken and silent helper runs in flight", async () => {
+  it("is clean during helper runs that are talking, in the middle of a line, or silent", async () => {
     test = await TestSession.create("exit-with-runs", { helper: fakeHelper("endless-helper") });
     await test.startObs();
     await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
@@ -36,7 +36,6 @@ describe("the end of OBS", () => {
     });
     assertCleanEnd(await test.stopObs(), ownLeaks);
 
-    // A process that is gone cannot be signalled.
     for (const [command, pid] of processes) {
       assert.throws(() => process.kill(Number(pid), 0), { code: "ESRCH" }, `${command} still runs`);
     }

@@ -1,5 +1,3 @@
-// What the user reads when the helper crashes or is gone.
-
 import assert from "node:assert/strict";
 import { rm, symlink } from "node:fs/promises";
 import path from "node:path";
@@ -28,7 +26,7 @@ describe("OBS with a helper in trouble", () => {
   });
 
   it("says where to get a helper that is missing", async () => {
-    // A run that began with the crashing helper would still report the crash.
+    // Earlier runs would still report the crash.
     await test.waitForIdleHelper();
     await rm(helper);
     await test.dock.click({ text: "Connect account" });
@@ -38,7 +36,7 @@ describe("OBS with a helper in trouble", () => {
     await test.session.screenshot("missing");
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });

@@ -1,12 +1,10 @@
-// A clip hotkey that one of OBS's own hotkeys uses already: the user is warned, and gets what they asked for.
-
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { errorColour } from "../../tools/obs/dock.mjs";
 import { waitFor } from "../../tools/obs/wait.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
-describe("a clip hotkey in conflict with another", () => {
+describe("a clip hotkey that conflicts with another", () => {
   let test;
 
   before(async () => {
@@ -23,13 +21,13 @@ describe("a clip hotkey in conflict with another", () => {
   });
   after(() => test?.close());
 
-  it("is told before the click on the suggestion", async () => {
+  it("is mentioned before the click on the default", async () => {
     const offer = await test.dock.waitForWidget({ text: "Use Ctrl+Shift+C (in use!)", visible: true });
     assert.equal(offer.toolTip, "Warning: Ctrl+Shift+C is already used by Start Recording");
     await test.session.screenshot("1-offer", await test.dock.area());
   });
 
-  it("is told in red after it, and set all the same", async () => {
+  it("is bound after it, with a warning in red", async () => {
     await test.dock.click({ text: "Use Ctrl+Shift+C (in use!)" });
     await test.dock.waitForStatus(
       'Hotkey set: Ctrl+Shift+C, but it is also used by "Start Recording"; both will fire. ' +
@@ -41,7 +39,7 @@ describe("a clip hotkey in conflict with another", () => {
     await test.session.screenshot("2-set", await test.dock.area());
   });
 
-  it("fires together with the other", async () => {
+  it("fires together with the other hotkey", async () => {
     await test.session.input.press(...clipHotkey.keys);
     await waitFor("a clip", async () => (await test.helperCalls("--process")).length === 1);
     const isRecording = async () => (await test.websocket.call("GetRecordStatus")).outputActive;
@@ -50,7 +48,7 @@ describe("a clip hotkey in conflict with another", () => {
     await waitFor("the end of the recording", async () => !(await isRecording()));
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });

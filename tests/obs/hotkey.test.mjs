@@ -1,5 +1,3 @@
-// The clip hotkey: set in the dock with real keys, used, and still there after a restart of OBS.
-
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { after, before, describe, it } from "node:test";
@@ -10,7 +8,7 @@ import { fakeHelper, TestSession } from "./support/test-session.mjs";
 const captureText = "Press keys… (Esc cancels)";
 const keys = ["control", "shift", "f8"];
 const record = { shift: true, control: true, alt: false, command: false, key: "OBS_KEY_F8" };
-// OBS itself leaves out what is false.
+// OBS omits what is false.
 const recordByObs = { shift: true, control: true, key: "OBS_KEY_F8" };
 const otherRecord = { shift: false, control: true, alt: false, command: false, key: "OBS_KEY_F9" };
 
@@ -33,7 +31,7 @@ describe("the clip hotkey", () => {
     return JSON.parse(await readFile(file, "utf8"));
   }
 
-  /** The clip hotkey's bindings in OBS's own data. */
+  /** The hotkey's bindings in OBS's own data. */
   async function savedByObs() {
     return (await readJson(test.session.home.sceneFile)).modules.kestrune_hotkey;
   }
@@ -54,14 +52,14 @@ describe("the clip hotkey", () => {
     assert.equal((await test.helperCalls("--process")).length, before + 1);
   }
 
-  it("is not set at first", async () => {
+  it("is unset at first", async () => {
     await label("Hotkey: not set");
     const offer = await test.dock.widget({ text: "Use Ctrl+Shift+C" });
     assert.deepEqual([offer.visible, offer.toolTip], [true, "Suggested default"]);
     await test.session.screenshot("1-not-set", await test.dock.area());
   });
 
-  it("stays not set when Escape ends the capture", async () => {
+  it("stays unset when Escape ends the capture", async () => {
     await test.dock.click({ text: "Set hotkey" });
     await test.dock.waitForWidget({ text: captureText });
     await test.session.screenshot("2-capture", await test.dock.area());
@@ -76,13 +74,13 @@ describe("the clip hotkey", () => {
     await test.dock.waitForWidget({ text: captureText });
     await test.session.input.press("shift");
     await test.session.input.press("control");
-    // A capture that ended would have done so with the key press.
+    // If the press ended the capture, it would have done so by now.
     await sleep(500);
     assert.equal((await test.dock.widget({ text: captureText })).visible, true);
     await label("Hotkey: not set");
   });
 
-  it("is the combination typed then", async () => {
+  it("is the combination typed next", async () => {
     await test.session.input.tap(...keys);
     await test.dock.waitForStatus("Hotkey set: Ctrl+Shift+F8 (also in Settings → Hotkeys).");
     await label("Hotkey: Ctrl+Shift+F8");
@@ -120,7 +118,7 @@ describe("the clip hotkey", () => {
     assert.equal((await test.helperCalls("--process")).length, runs + 1);
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });

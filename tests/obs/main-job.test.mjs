@@ -1,4 +1,4 @@
-// The main job as a user lives it: a fresh OBS, the account, the Replay Buffer, and clips by key and by mouse.
+// The main job: a fresh OBS, the account, the Replay Buffer, and clips by key and mouse.
 
 import assert from "node:assert/strict";
 import { stat } from "node:fs/promises";
@@ -12,7 +12,7 @@ import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs"
 import { version } from "./support/version.mjs";
 
 const clipSeconds = 30;
-// Enough for a whole Short; a longer one only takes longer to make.
+// Enough for a Short; more would only take longer.
 const bufferedSeconds = 4;
 
 describe("a fresh OBS with the module and the sample helper", () => {
@@ -45,7 +45,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
     await test.session.screenshot("1-not-connected");
   });
 
-  it("links the account after a click on the connect button", async () => {
+  it("links the account when the user clicks on Connect account", async () => {
     await test.dock.click({ text: "Connect account" });
     const waiting = /^Finish in your browser \(code ([A-Z]{4}-\d{4})\)\. Waiting…$/;
     await test.dock.waitForStatus(waiting);
@@ -62,14 +62,14 @@ describe("a fresh OBS with the module and the sample helper", () => {
     assert.equal((await test.helperCalls("--link")).length, 1);
   });
 
-  it("switches the Replay Buffer on in a profile where it was off", async () => {
+  it("enables the Replay Buffer in a profile where it was off", async () => {
     await test.session.obs.waitForLine(/^info: \[kestrune\] enabled Replay Buffer \(120 s\) in the profile$/);
     const profile = await test.session.home.readProfile();
     for (const section of ["SimpleOutput", "AdvOut"]) {
       const { RecRB, RecRBTime } = profile[section];
       assert.deepEqual({ section, RecRB, RecRBTime }, { section, RecRB: "true", RecRBTime: "120" });
     }
-    // OBS makes its outputs when it starts, so the changed profile takes effect at the next start.
+    // OBS creates its outputs at start, so the new profile applies after a restart.
     await test.dock.waitForStatus(
       "Replay Buffer is set up but OBS needs to apply it: open Settings and click OK (or restart OBS once).",
       errorColour,
@@ -91,11 +91,11 @@ describe("a fresh OBS with the module and the sample helper", () => {
     await test.session.screenshot("4-ready");
   });
 
-  /** Waits for the outcome of the clip that `request` asks for, and asserts that it is a right one. */
+  /** Calls `request` and asserts that it leads to a correct clip. */
   async function assertClip(request, name) {
     const runsBefore = (await test.helperCalls("--process")).length;
     const shortsBefore = await test.finishedShorts();
-    // The buffer offers no look inside, and it fills at the speed of time.
+    // The buffer's length cannot be queried, and it fills in real time.
     await sleep(bufferedSeconds * 1000);
     await request();
 
@@ -121,7 +121,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
     await test.session.screenshot(`${name}-ready`);
   }
 
-  it("makes a Short after a press of the hotkey", async () => {
+  it("makes a Short when the hotkey is pressed", async () => {
     await assertClip(() => test.session.input.press(...clipHotkey.keys), "5-hotkey");
   });
 
@@ -135,7 +135,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
     assert.equal((await test.dock.widget({ name: "clipBtn" })).enabled, true);
   });
 
-  it("makes a Short after a click on the clip button", async () => {
+  it("makes a Short when the clip button is clicked", async () => {
     await assertClip(() => test.dock.click({ name: "clipBtn" }), "7-button");
   });
 
@@ -146,7 +146,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
     await test.session.screenshot("8-recent-clips");
   });
 
-  it("leaves a replay alone that OBS's own control saved", async () => {
+  it("ignores a replay saved with OBS's own controls", async () => {
     const status = (await test.dock.widget({ name: "status" })).text;
     const runs = await test.notes("helper-calls");
     const saved = new Promise((resolve) => {
@@ -155,13 +155,13 @@ describe("a fresh OBS with the module and the sample helper", () => {
     await test.websocket.call("SaveReplayBuffer");
     assert.ok((await stat(await saved)).size > 0);
 
-    // Nothing may follow, and nothing can be waited for: give it the time that a clip would have taken to start.
+    // Nothing may happen: wait as long as a clip would take to start.
     await sleep(3000);
     assert.deepEqual(await test.notes("helper-calls"), runs);
     assert.equal((await test.dock.widget({ name: "status" })).text, status);
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assertCleanEnd(await test.stopObs(), ownLeaks);
   });
 });

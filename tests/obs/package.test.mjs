@@ -1,5 +1,3 @@
-// The packages for Linux: what is in them, and that OBS loads the module from where they put it.
-
 import assert from "node:assert/strict";
 import { mkdir, readdir, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -18,20 +16,20 @@ async function makePackages() {
   return names.map((name) => path.join(folder, name));
 }
 
-/** Has dpkg install the package in a system that has nothing but `folder`. */
+/** Installs the package with dpkg into `folder` as an empty system. */
 async function installDeb(deb, folder) {
   await mkdir(path.join(folder, "var", "lib", "dpkg", "updates"), { recursive: true });
   await mkdir(path.join(folder, "var", "lib", "dpkg", "info"));
   await writeFile(path.join(folder, "var", "lib", "dpkg", "status"), "");
-  // Small systems have dpkg leave documentation out.
+  // Minimal systems configure dpkg to skip documentation.
   const flags = [`--root=${folder}`, "--force-not-root", "--force-depends", "--path-include=/usr/share/doc/kestrune/*"];
   await run("dpkg", [...flags, "--install", deb], {
-    // dpkg wants the administrator's programs.
+    // dpkg needs programs in sbin.
     env: { ...process.env, PATH: `${process.env.PATH}:/usr/sbin:/sbin` },
   });
 }
 
-/** The paths in `folder`, relative to it, without folders. */
+/** The files in `folder`, as relative paths. */
 async function filesIn(folder) {
   const entries = await readdir(folder, { recursive: true, withFileTypes: true });
   const files = entries.filter((entry) => entry.isFile());
@@ -46,12 +44,12 @@ describe("the packages for Linux", () => {
     [archive, deb] = await makePackages();
   });
 
-  it("bear the version in their names", () => {
+  it("have the version in their names", () => {
     assert.equal(path.basename(archive), `kestrune-${version}-linux-x86_64.tar.gz`);
     assert.equal(path.basename(deb), `kestrune_${version}_amd64.deb`);
   });
 
-  it("ask for an OBS that takes the module, and for the Qt that it is built with", async () => {
+  it("require an OBS that accepts the module, and its Qt", async () => {
     const qt = /^\d+\.\d+/.exec(await run("dpkg-query", ["--show", "--showformat=${Version}", "qt6-base-dev"]));
     const fields = await run("dpkg-deb", ["--field", deb, "Package", "Version", "Architecture", "Depends"]);
     assert.deepEqual(fields.trim().split("\n"), [
@@ -79,7 +77,7 @@ describe("the packages for Linux", () => {
         test = await TestSession.create(`package-${kind}`, {
           helper: fakeHelper("recording-helper"),
           withModule: false,
-          // OBS's own folders belong to the system; these variables name one more of the same layout.
+          // The system owns OBS's own folders; these variables add one more.
           extraEnv: {
             OBS_PLUGINS_PATH: path.join(folder, path.dirname(files[0])),
             OBS_PLUGINS_DATA_PATH: path.join(folder, "share", "obs", "obs-plugins"),
@@ -104,7 +102,7 @@ describe("the packages for Linux", () => {
         assert.deepEqual(troubles, []);
       });
 
-      it("lets OBS end cleanly", async () => {
+      it("lets OBS exit cleanly", async () => {
         assert.equal((await test.stopObs()).exitCode, 0);
       });
     });

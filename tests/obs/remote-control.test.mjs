@@ -1,30 +1,35 @@
-// A remote control at work: obs-websocket's vendor requests, sent by a client that knows nothing of this module.
+// Vendor requests over obs-websocket, from a client that knows nothing of this module.
 
 import assert from "node:assert/strict";
+import { writeFile } from "node:fs/promises";
+import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
+import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 import { version } from "./support/version.mjs";
 
 const secondBinding = { shift: false, control: false, alt: true, command: false, key: "OBS_KEY_F7" };
+const password = "a password with ünïcode";
 
 describe("a remote control of OBS with the module", () => {
   let test;
   let ownLeaks;
+  let script;
 
   before(async () => {
     ownLeaks = await countLeaksWithoutModule();
-    test = await TestSession.create("remote-control", { helper: fakeHelper("recording-helper") });
+    test = await TestSession.create("remote-control", { helper: fakeHelper("recording-helper"), password });
     await test.switchReplayBufferOn();
     await bindClipHotkey();
     await test.startObs();
   });
   after(() => test?.close());
 
-  function vendorRequest(requestType, vendorName = "Kestrune") {
-    return test.websocket.call("CallVendorRequest", { vendorName, requestType });
+  function vendorRequest(requestType) {
+    return test.websocket.call("CallVendorRequest", { vendorName: "Kestrune", requestType });
   }
 
   async function answerTo(requestType) {
@@ -48,7 +53,7 @@ describe("a remote control of OBS with the module", () => {
     await test.startObs();
   }
 
-  it("is told of in exactly one line of the log", () => {
+  it("is mentioned in exactly one log line", () => {
     const lines = test.session.obs.lines().filter((line) => line.includes("[kestrune] obs-websocket"));
     assert.deepEqual(lines, ['info: [kestrune] obs-websocket vendor "Kestrune" registered (ClipThat, GetStatus)']);
   });
@@ -59,10 +64,39 @@ describe("a remote control of OBS with the module", () => {
     assert.deepEqual(responseData, { version, dock: true, replay_buffer_active: false, hotkey: "" });
   });
 
-  it("gets obs-websocket's own error for a request or a vendor that does not exist", async () => {
-    const resourceNotFound = { code: 600 };
-    await assert.rejects(vendorRequest("clipthat"), resourceNotFound);
-    await assert.rejects(vendorRequest("GetStatus", "kestrune"), resourceNotFound);
+  const getStatus = { vendorName: "Kestrune", requestType: "GetStatus" };
+
+  // docs/remote-control.md lists these.
+  const refusals = [
+    ["a vendor that does not exist", "CallVendorRequest", { ...getStatus, vendorName: "kestrune" }, 600],
+    ["a request that does not exist", "CallVendorRequest", { vendorName: "Kestrune", requestType: "clipthat" }, 600],
+    ["a request that is sent directly", "ClipThat", undefined, 204],
+    ["no data", "CallVendorRequest", undefined, 301],
+    ["no vendor", "CallVendorRequest", { requestType: "ClipThat" }, 300],
+    ["a vendor that is no text", "CallVendorRequest", { vendorName: 1, requestType: "ClipThat" }, 401],
+    ["data that is no object", "CallVendorRequest", { ...getStatus, requestData: 5 }, 401],
+    ["an empty vendor", "CallVendorRequest", { vendorName: "", requestType: "ClipThat" }, 403],
+    ["a hotkey that does not exist", "TriggerHotkeyByName", { hotkeyName: "kestrune.clip" }, 600],
+  ];
+  for (const [what, request, data, code] of refusals) {
+    it(`gets obs-websocket's own error ${code} for ${what}`, async () => {
+      await assert.rejects(test.websocket.call(request, data), { code });
+    });
+  }
+
+  it("may send data that nobody reads", async () => {
+    const request = { ...getStatus, requestData: { seconds: 5 } };
+    assert.equal((await test.websocket.call("CallVendorRequest", request)).responseData.dock, true);
+  });
+
+  it("has a sample script that needs the password", async () => {
+    script = await placeClipScript(test.session.folder);
+    for (const wrong of [undefined, "wrong"]) {
+      const { exitCode, errorOutput } = await runClipScript(script, test.websocketAddress, wrong);
+      assert.match(errorOutput, /^The password is wrong or missing: .*\n$/);
+      assert.equal(exitCode, 1);
+    }
+    assert.deepEqual(await test.helperCalls("--link"), []);
   });
 
   it("gets every answer to a thousand requests, one by one and all at once", async () => {
@@ -74,7 +108,7 @@ describe("a remote control of OBS with the module", () => {
     assert.deepEqual(answers, Array(1000).fill(expected));
   });
 
-  it("starts the linking of the account when there is none", async () => {
+  it("starts linking an account when there is none", async () => {
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await test.dock.waitForWidget({ class: "QLabel", text: "Connected as @sample" });
     assert.equal((await test.helperCalls("--link")).length, 1);
@@ -83,7 +117,7 @@ describe("a remote control of OBS with the module", () => {
 
   it("makes a Short with the Replay Buffer on", async () => {
     await test.dock.waitForWidget({ name: "clipBtn", enabled: true });
-    // Enough for a whole Short; the buffer offers no look inside, and it fills at the speed of time.
+    // Enough for a Short; the buffer's length cannot be queried, and it fills in real time.
     await sleep(4000);
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: true });
     await test.dock.waitForStatus(/^Your Short is ready: .*\.mp4/, undefined, 90_000);
@@ -94,13 +128,43 @@ describe("a remote control of OBS with the module", () => {
     await assertShort(shorts[0], runs[0][1], 30);
   });
 
-  it("switches a stopped Replay Buffer on, and makes no Short of that request", async () => {
+  /** Waits until the helper has been given `count` clips in all. A busy machine saves a replay slowly. */
+  function waitForClips(count) {
+    return waitFor(`${count} clips`, async () => (await test.helperCalls("--process")).length >= count, {
+      limitMs: 120_000,
+    });
+  }
+
+  it("makes one clip of requests that come while one is being saved, and answers each", async () => {
+    await writeFile(path.join(test.session.folder, "no-shorts"), "");
+    const answers = await Promise.all(Array.from({ length: 5 }, () => answerTo("ClipThat")));
+    assert.deepEqual(answers, Array(5).fill({ ok: true, replay_buffer_active: true }));
+    await waitForClips(2);
+    // Long enough for the others to be saved, too.
+    await sleep(3000);
+    assert.equal((await test.helperCalls("--process")).length, 2);
+  });
+
+  it("makes a clip by the name of the hotkey", async () => {
+    await test.websocket.call("TriggerHotkeyByName", { hotkeyName: "kestrune.clip_that" });
+    await waitForClips(3);
+  });
+
+  it("makes a clip by the sample script", async () => {
+    const { exitCode, output, errorOutput } = await runClipScript(script, test.websocketAddress, password);
+    assert.equal(output, "{ ok: true, replay_buffer_active: true }\n", errorOutput);
+    assert.equal(exitCode, 0);
+    await waitForClips(4);
+    await test.waitForIdleHelper();
+  });
+
+  it("starts a stopped Replay Buffer instead of making a Short", async () => {
     await test.stopReplayBuffer();
     assert.deepEqual(await answerTo("ClipThat"), { ok: true, replay_buffer_active: false });
     await waitForReplayBuffer();
     await test.dock.waitForStatus("Replay Buffer on. Ready to clip.");
     assert.equal((await answerTo("GetStatus")).replay_buffer_active, true);
-    assert.equal((await test.helperCalls("--process")).length, 1);
+    assert.equal((await test.helperCalls("--process")).length, 4);
   });
 
   it("gets the text of one binding", async () => {
@@ -113,9 +177,9 @@ describe("a remote control of OBS with the module", () => {
     assert.equal((await answerTo("GetStatus")).hotkey, "Ctrl+Shift+C, Alt+F7");
   });
 
-  it("may go on asking until OBS has ended", async () => {
+  it("may keep sending requests until OBS has exited", async () => {
     await waitForReplayBuffer();
-    // A client's call never returns once the connection has gone.
+    // Calls never return once the connection is closed.
     const closed = new Promise((resolve) => test.websocket.once("ConnectionClosed", () => resolve("closed")));
     let answers = 0;
     const askOnAndOn = async (requestType) => {
@@ -129,13 +193,13 @@ describe("a remote control of OBS with the module", () => {
     };
     const asking = Promise.all(["GetStatus", "GetStatus", "ClipThat"].map(askOnAndOn));
     await waitFor("a stream of answers", () => answers > 300);
-    // Not `stopObs`, which hangs up first.
+    // `stopObs` would disconnect first.
     const [end] = await Promise.all([test.session.obs.stop(), asking]);
     assertCleanEnd(end, ownLeaks);
   });
 });
 
-/** What obs-websocket itself makes of a request while OBS ends: "notReady" or "closed". Other errors are thrown. */
+/** obs-websocket's own answer while OBS exits: "notReady" or "closed". Other errors are thrown. */
 function outcomeOfError(error) {
   if (error.code === 207) {
     return "notReady";

@@ -1,4 +1,4 @@
-// OBS is killed while the dock writes its preferences, again and again: nothing in them may ever be lost.
+// OBS is killed again and again while the dock saves its preferences: nothing may be lost.
 
 import assert from "node:assert/strict";
 import { watch } from "node:fs";
@@ -9,11 +9,11 @@ import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const fewestKills = 15;
-// Until one of them comes in the middle of a save, which a busy machine makes rarer.
+// On a busy machine fewer kills hit the middle of a save.
 const mostKills = 60;
 const longestDelayMs = 10;
 const lengths = [30, 60, 90, 120];
-// Large enough that most of a save is writing: the kills would seldom meet the writing of a few bytes.
+// Large, so that most of a save is writing, and kills hit it.
 const otherProgramsKeys = { written_by_another_program: { text: "kept ".repeat(400_000), list: [1, "two", null] } };
 
 describe("the preferences file of an OBS that is killed while it saves", () => {
@@ -30,7 +30,7 @@ describe("the preferences file of an OBS that is killed while it saves", () => {
   });
   after(() => test?.close());
 
-  /** Goes up and down in the list of clip lengths with the arrow keys until OBS is gone: each press is saved. */
+  /** Changes the clip length with the arrow keys until OBS is gone: each press is saved. */
   async function chooseUntilKilled() {
     while (test.session.obs.running) {
       await test.session.input.tap("up");
@@ -52,13 +52,13 @@ describe("the preferences file of an OBS that is killed while it saves", () => {
     }
   }
 
-  /** The preferences as the next OBS will read them: the file, or else its backup. */
+  /** What the next OBS reads: the file or else its backup. */
   async function readable() {
     for (const name of ["settings.json", "settings.json.bak"]) {
       try {
         return JSON.parse(await readFile(path.join(folder, name), "utf8"));
       } catch {
-        // The other one has to do.
+        // Try the backup.
       }
     }
     return undefined;

@@ -1,6 +1,5 @@
-// The module's own update as a user sees it: the offer, the download, the installation and everything that may fail.
-
 import assert from "node:assert/strict";
+import { createHash } from "node:crypto";
 import { mkdir, readFile, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
@@ -13,13 +12,12 @@ const red = /^QPushButton\{background:#2a1418;color:#ff8a9a;[^}]*\}$/;
 const offer = "Update available v1.0.7 — Update now";
 const notConnected = "Not connected. Click Connect account (one click in your browser).";
 
-/** A test session whose sample helper offers version 1.0.7. */
 async function createSession(name, extraEnv = {}) {
   return TestSession.create(name, {
     helper: fakeHelper("recording-helper"),
     extraEnv: {
       KESTRUNE_SAMPLE_HELPER_UPDATES: releaseFolder(name),
-      // Twenty steps, each long enough to be seen.
+      // Twenty steps, each long enough to notice.
       KESTRUNE_SAMPLE_HELPER_DOWNLOAD_MS: "4000",
       ...extraEnv,
     },
@@ -30,20 +28,22 @@ function releaseFolder(name) {
   return path.join(artefactsFolder(name), "release");
 }
 
-/** Offers version 1.0.7 with an installer that holds `installer` besides the version. */
+/** Offers version 1.0.7; `installer` holds more members of its installer. */
 async function offerRelease(name, installer = {}, release = {}) {
   const folder = releaseFolder(name);
   await mkdir(folder, { recursive: true });
-  await writeFile(path.join(folder, "setup.json"), JSON.stringify({ version: "1.0.7", ...installer }));
+  const content = JSON.stringify({ version: "1.0.7", ...installer });
+  const sha256 = createHash("sha256").update(content).digest("hex");
+  await writeFile(path.join(folder, "setup.json"), content);
   await writeFile(
     path.join(folder, "release.json"),
-    JSON.stringify({ version: "1.0.7", notes: "Fixes captions.", installer: "setup.json", ...release }),
+    JSON.stringify({ version: "1.0.7", notes: "Fixes captions.", installer: "setup.json", sha256, ...release }),
   );
 }
 
 /**
- * Waits for the text on both the update button and the status line, asserts everything that belongs to the state, and
- * keeps a screenshot called `picture`.
+ * Waits for the text on the update button and the status line, checks everything about the state, and takes the
+ * screenshot `picture`.
  */
 async function waitForState(test, state, text, picture = state) {
   const failed = state === "error";
@@ -78,7 +78,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     await waitForState(test, "error", text, picture);
   }
 
-  it("is offered without a word on the status line", async () => {
+  it("is offered without changing the status line", async () => {
     await test.dock.waitForStatus(notConnected);
     const button = await test.dock.waitForWidget({ name: "updateBtn", visible: true });
     assert.deepEqual([button.text, button.toolTip, button.enabled], [offer, "Fixes captions.", true]);
@@ -116,7 +116,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     );
     assert.ok(new Set(percentages).size > 3, `only these percentages were seen: ${percentages}`);
     assert.ok(percentages.at(-1) <= 100);
-    // A click during the download counts for nothing.
+    // Clicks during the download are ignored.
     assert.equal(clickedAgain, true);
     assert.equal((await test.helperCalls("--download-update")).length, 1);
   });
@@ -135,7 +135,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     );
   });
 
-  it("calls the exit code of an installer that crashes -1", async () => {
+  it("reports a crashed installer as exit code -1", async () => {
     await offerRelease(name, { crash: true });
     await retryInto(
       "Update failed: the installer exited with code -1. Nothing changed until it succeeds. Retry update",
@@ -143,7 +143,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     );
   });
 
-  it("names the version that an installer left in place", async () => {
+  it("names the old version when the installer did not replace it", async () => {
     await offerRelease(name, { keep: true });
     await retryInto(
       "Update failed: the installer finished but v1.0.6 is still installed. Retry update",
@@ -151,17 +151,17 @@ describe("an update with a runner in place of the elevated installer", () => {
     );
   });
 
-  it("passes on why a download failed", async () => {
-    await offerRelease(name, {}, { sha256: "00" });
+  it("shows why a download failed", async () => {
+    await offerRelease(name, {}, { sha256: "0".repeat(64) });
     await retryInto("Update failed: the downloaded installer is damaged. Retry update", "error-damaged-download");
   });
 
-  it("says when the offer has gone", async () => {
+  it("says when the offer is gone", async () => {
     await rm(path.join(releaseFolder(name), "release.json"));
     await retryInto("No newer version is available any more. Retry update", "error-offer-gone");
   });
 
-  it("is done when the manifest names the offered version, and then stays done", async () => {
+  it("is done, for good, when the manifest names the offered version", async () => {
     await offerRelease(name);
     await test.dock.click({ name: "updateBtn" });
     const done = "Update installed (v1.0.7). Restart OBS to finish.";
@@ -175,12 +175,12 @@ describe("an update with a runner in place of the elevated installer", () => {
     assert.equal((await test.dock.widget({ name: "updateBtn" })).text, done);
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
   });
 });
 
-describe("an update on a system that has no elevated installer", () => {
+describe("an update on a system without elevated installers", () => {
   const name = "update-unsupported";
   let test;
 

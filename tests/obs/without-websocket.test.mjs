@@ -1,5 +1,3 @@
-// OBS without obs-websocket: what the log says, and that the rest of the module works as ever.
-
 import assert from "node:assert/strict";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
@@ -13,13 +11,13 @@ describe("OBS without obs-websocket", () => {
     await test.runSampleHelper("--link");
     await test.switchReplayBufferOn();
     await test.session.home.disableModule("obs-websocket");
-    // Lines of the level "debug" are printed on request only.
+    // OBS logs debug lines only on request.
     await test.session.startObs(["--verbose"]);
     await test.session.obs.waitForLine(/\[kestrune\] Kestrune loaded/);
   });
   after(() => test?.close());
 
-  it("is said in one plain debug line and one of the module", () => {
+  it("is reported by one debug line and one line of the module", () => {
     const ofOthers = /Skipping module|\[kestrune-probe\]/;
     const lines = test.session.obs.lines().filter((line) => line.includes("obs-websocket") && !ofOthers.test(line));
     assert.deepEqual(lines, [
@@ -28,7 +26,7 @@ describe("OBS without obs-websocket", () => {
     ]);
   });
 
-  it("clips by hotkey all the same", async () => {
+  it("still clips by hotkey", async () => {
     await test.session.obs.waitForLine(/==== Replay Buffer Start/);
     await waitFor("the status to be read", async () => (await test.helperCalls("--status")).length > 1);
     await sleep(4000);
@@ -45,7 +43,7 @@ describe("OBS without obs-websocket", () => {
     await test.session.screenshot("ready");
   });
 
-  it("lets OBS end cleanly", async () => {
+  it("lets OBS exit cleanly", async () => {
     assert.equal((await test.session.obs.stop()).exitCode, 0);
   });
 });

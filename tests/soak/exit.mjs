@@ -1,4 +1,4 @@
-// Starts and ends OBS again and again while the module is as busy as it can be: ./run soak exit.
+// ./run soak exit: starts and ends OBS again and again, with the module as busy as possible.
 
 import assert from "node:assert/strict";
 import { writeFile, readFile, rm } from "node:fs/promises";
@@ -12,7 +12,7 @@ const states = ["save pending", "capture active", "sections open", "installer ru
 const limitMs = 5000;
 const cycles = Number(process.argv[2] ?? 200);
 
-/** Brings the dock into a state; `test` has a linked account. */
+/** Each brings the dock into a state, with an account linked. */
 const enter = {
   async "save pending"(test) {
     await test.dock.waitForStatus(/Ready/, undefined, 20_000);
@@ -34,7 +34,7 @@ const enter = {
   },
 };
 
-/** Sends vendor requests without pause, one after the other on each of four strands, until OBS has gone. */
+/** Sends vendor requests in four endless loops, until OBS has gone. */
 function floodWithRequests(websocket) {
   const counts = { answered: 0 };
   let over = false;
@@ -86,7 +86,7 @@ try {
     const what = `cycle ${cycle + 1}, ${kind} helper, ${state}`;
     await rm(path.join(test.session.folder, "helper-runs"), { force: true });
     await writeFile(path.join(test.session.folder, "kind"), kind);
-    // An offer moves what is below it, so it comes only where it is needed.
+    // An offer moves the widgets below, so there is one only where needed.
     const offer = path.join(test.session.folder, "offer");
     await (state === "installer running" ? writeFile(offer, "") : rm(offer, { force: true }));
 
@@ -100,13 +100,13 @@ try {
     const left = (await pidsOfRuns(test)).filter(isAlive);
     assert.equal(end.exitCode, 0, what);
     assert.equal(end.memoryLeaks, ownLeaks, what);
-    assert.ok(end.milliseconds < limitMs, `${what}: OBS took ${end.milliseconds} ms to end`);
+    assert.ok(end.milliseconds < limitMs, `${what}: OBS took ${end.milliseconds} ms to exit`);
     assert.deepEqual(left, [], `${what}: helper runs outlived OBS`);
 
     times.push(end.milliseconds);
     requests += counts.answered;
     runs += (await pidsOfRuns(test)).length;
-    console.log(`${what}: ended after ${end.milliseconds} ms, ${counts.answered} requests answered`);
+    console.log(`${what}: exited after ${end.milliseconds} ms, ${counts.answered} requests answered`);
   }
 } finally {
   await test.close();

@@ -12,7 +12,7 @@
 namespace {
 constexpr int MiB = 1024 * 1024;
 
-/// Measures how long the event loop leaves a due timer waiting.
+/// Measures how late the event loop fires a due timer.
 class EventLoopGaps : public QObject {
 	Q_OBJECT
 
@@ -49,8 +49,8 @@ QByteArray someBytes(int size)
 }
 } // namespace
 
-/// Helpers that are broken or mean harm: the user interface answers while they write, memory stays bounded by the
-/// longest line, and the dock works on afterwards.
+/// Broken and malicious helpers: the user interface responds while they write, memory stays bounded, and the dock keeps
+/// working.
 class HostileHelperTest : public DockTest {
 	Q_OBJECT
 
@@ -58,52 +58,47 @@ private Q_SLOTS:
 	void leavesTheDockAnswering_data()
 	{
 		QTest::addColumn<HelperScript>("script");
-		QTest::addColumn<qint64>("longestLine_bytes");
 		QTest::addColumn<bool>("ends");
 
 		const QByteArray recent = "{\"event\":\"recent\",\"folder\":\"/shorts\",\"items\":[]}\n";
 		const QByteArray unknown = "{\"event\":\"noise\",\"text\":\"" + QByteArray(1000, 'n') + "\"}\n";
 		const QByteArray noise = QByteArray(1023, 'n') + '\n';
 		const QByteArray chunk(MiB, 'x');
-		const int lineChunks = scaled(256);
-		const auto line_bytes = static_cast<qint64>(lineChunks) * MiB;
+		// Never shorter than what the module takes for a line.
+		const int lineChunks = qMax(16, scaled(256));
 
 		QTest::newRow("1 GiB of noise, line by line")
-			<< HelperScript().repeat(noise.repeated(1024), scaled(1024)) << 1024LL << true;
+			<< HelperScript().repeat(noise.repeated(1024), scaled(1024)) << true;
 		QTest::newRow("1 GiB of events that nobody knows")
-			<< HelperScript().repeat(unknown.repeated(1024), scaled(1024)) << 1024LL << true;
+			<< HelperScript().repeat(unknown.repeated(1024), scaled(1024)) << true;
 		QTest::newRow("a million events that refill a list")
-			<< HelperScript().repeat(recent.repeated(1000), scaled(1000)) << 100LL << true;
+			<< HelperScript().repeat(recent.repeated(1000), scaled(1000)) << true;
 		QTest::newRow("a line of 256 MiB") << HelperScript()
 							      .write("{\"event\":\"recent\",\"folder\":\"")
 							      .repeat(chunk, lineChunks)
 							      .write("\"}\n")
-						   << line_bytes << true;
-		QTest::newRow("256 MiB and never a newline")
-			<< HelperScript().repeat(chunk, lineChunks) << line_bytes << true;
-		QTest::newRow("invalid UTF-8, 64 MiB")
-			<< HelperScript().repeat(someBytes(MiB), scaled(64)) << static_cast<qint64>(MiB) << true;
+						   << true;
+		QTest::newRow("256 MiB and never a newline") << HelperScript().repeat(chunk, lineChunks) << true;
+		QTest::newRow("invalid UTF-8, 64 MiB") << HelperScript().repeat(someBytes(MiB), scaled(64)) << true;
 		QTest::newRow("objects nested a million deep")
 			<< HelperScript().repeat(
 				   "{\"event\":" + QByteArray("{\"a\":").repeated(scaled(1'000'000)) + '\n', 10)
-			<< 5'000'000LL << true;
+			<< true;
 		QTest::newRow("arrays nested just as deep as Qt allows")
 			<< HelperScript().repeat("{\"event\":\"recent\",\"items\":" + QByteArray(1020, '[') +
 							 QByteArray(1020, ']') + "}\n",
 						 100)
-			<< 5000LL << true;
-		QTest::newRow("10,000 events in one write")
-			<< HelperScript().write(recent.repeated(10'000)) << 100LL << true;
+			<< true;
+		QTest::newRow("10,000 events in one write") << HelperScript().write(recent.repeated(10'000)) << true;
 		QTest::newRow("output after its end, 256 MiB")
-			<< HelperScript().write(recent).repeat(noise.repeated(1024), lineChunks) << 1024LL << true;
+			<< HelperScript().write(recent).repeat(noise.repeated(1024), lineChunks) << true;
 		QTest::newRow("standard output closed, alive")
-			<< HelperScript().write(recent).closeOutput().hang() << 100LL << false;
-		QTest::newRow("never-ending events") << HelperScript().flood(recent) << 100LL << false;
+			<< HelperScript().write(recent).closeOutput().hang() << false;
+		QTest::newRow("never-ending events") << HelperScript().flood(recent) << false;
 	}
 	void leavesTheDockAnswering()
 	{
 		QFETCH(HelperScript, script);
-		QFETCH(qint64, longestLine_bytes);
 		QFETCH(bool, ends);
 		helper().on(u"--recent"_s, script);
 		QVERIFY(loadReady());
@@ -123,11 +118,8 @@ private Q_SLOTS:
 		qInfo("longest gap of the event loop %lld ms, %lld turns, peak memory +%lld MiB",
 		      static_cast<long long>(gaps.longest_ms()), static_cast<long long>(gaps.ticks()),
 		      static_cast<long long>(grown_KiB / 1024));
-		// Even then it answers: the longest is the parse of a line of 256 MiB.
-		QVERIFY(gaps.longest_ms() < 10'000);
-		// The line in UTF-8 (its buffer grows by doubling) and what is parsed from it in UTF-16, twice while it
-		// grows.
-		QVERIFY2(grown_KiB < 7 * longestLine_bytes / 1024 + 32 * 1024, qPrintable(QString::number(grown_KiB)));
+		QVERIFY(gaps.longest_ms() < 1000);
+		QVERIFY2(grown_KiB < 64 * 1024, qPrintable(QString::number(grown_KiB)));
 
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		QVERIFY(invoke("refreshStatus"));

@@ -9,8 +9,8 @@
 #include "process_figures.hpp"
 #include "scale.hpp"
 
-/// Eight hours of a stream without their waiting: as many clips, polls, previews and status answers as the timers and a
-/// busy streamer make, one after the other. Nothing may pile up.
+/// Eight hours of a stream without the waiting: as many clips, polls, previews and status answers as the timers and a
+/// busy streamer cause. Nothing may accumulate.
 class LongStreamTest : public DockTest {
 	Q_OBJECT
 
@@ -24,7 +24,7 @@ class LongStreamTest : public DockTest {
 
 	void takeSample() { samples_ << Sample{processFigures(), dock()->findChildren<QObject *>().size()}; }
 
-	/// The samples as a table for a graph, where a full run asks for one.
+	/// Writes the samples as a table, for a full run's graph.
 	void writeSamples() const
 	{
 		const QString path = qEnvironmentVariable("KESTRUNE_SOAK_TABLE");
@@ -95,7 +95,7 @@ private Q_SLOTS:
 		takeSample();
 		writeSamples();
 
-		// The first quarter is for caches to fill.
+		// Caches fill during the first quarter.
 		const Sample &warm = samples_[samples_.size() / 4];
 		const Sample &last = samples_.back();
 		qInfo("%d clips, %d polls, %d previews, %d status answers: memory %lld to %lld KiB, file descriptors %lld "
@@ -106,7 +106,7 @@ private Q_SLOTS:
 		      static_cast<long long>(last.process.fileDescriptors), static_cast<long long>(warm.objects),
 		      static_cast<long long>(last.objects));
 		QCOMPARE(helper().count(u"--process"_s), 5 * rounds);
-		// One more of each that the dock makes by itself.
+		// At least: the dock starts some itself.
 		QVERIFY(helper().count(u"--preview"_s) >= 10 * rounds);
 		QVERIFY(helper().count(u"--poll-triggers"_s) >= 20 * rounds);
 		QCOMPARE(last.process.fileDescriptors, warm.process.fileDescriptors);

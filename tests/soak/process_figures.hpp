@@ -2,7 +2,6 @@
 
 #include <QtGlobal>
 
-/// Figures of this process as the system counts them.
 struct ProcessFigures {
 	qint64 memory_KiB{0};
 	qint64 peakMemory_KiB{0};
@@ -12,5 +11,4 @@ struct ProcessFigures {
 
 ProcessFigures processFigures();
 
-/// The peak is counted anew from here on.
 void resetPeakMemory();

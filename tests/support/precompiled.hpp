@@ -1,6 +1,6 @@
 #pragma once
 
-// What most tests include, compiled once. Each file still names what it uses: not every build precompiles.
+// What most tests include, compiled once. Files still include what they use: not every build precompiles.
 
 #include <QApplication>
 #include <QCheckBox>

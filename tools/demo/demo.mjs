@@ -1,6 +1,6 @@
-// demo.mjs [--headless]: the main job in the real OBS, in a configuration of its own under build/demo/.
-// Without --headless and with a display OBS stays open for a person to press the hotkey; otherwise a real key press
-// makes one Short, and the exit code is 0 only when that Short is right. KESTRUNE_BUILD_DIR names the build folder.
+// demo.mjs [--headless]: the main job in the real OBS, configured under build/demo/. With a display and without
+// --headless, OBS stays open for the user; otherwise real key presses make one Short, and the exit code is 0 only if it
+// is correct. KESTRUNE_BUILD_DIR names the build folder.
 
 import { execFile } from "node:child_process";
 import { readdir } from "node:fs/promises";
@@ -28,7 +28,7 @@ const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const helperEnvironment = {
   KESTRUNE_SAMPLE_HELPER_HOME: path.join(folder, "session", "sample-helper"),
   KESTRUNE_SAMPLE_HELPER_OUTPUT: shortsFolder,
-  // Consent to read the chat is given as soon as it is asked for: nobody is there to give it.
+  // Nobody is there to consent to reading the chat.
   KESTRUNE_SAMPLE_HELPER_CONSENT_MS: "0",
 };
 
@@ -42,7 +42,7 @@ async function shorts() {
 }
 
 async function createSession(display) {
-  // A virtual display is painted by the processor, which has a Short to make as well.
+  // A virtual display is drawn by the CPU, which also makes the Short.
   const canvas = display ? { width: 1280, height: 720, fps: 30 } : { width: 640, height: 360, fps: 30 };
   return ObsSession.create({
     folder: path.join(folder, "session"),
@@ -57,7 +57,7 @@ async function createSession(display) {
   });
 }
 
-/** Runs the sample helper beside OBS; throws when it does not answer with an event that `isRight` accepts. */
+/** Runs the sample helper; throws unless `isRight` accepts one of its events. */
 async function askSampleHelper(args, isRight) {
   const { stdout } = await promisify(execFile)(sampleHelper, args, { env: { ...process.env, ...helperEnvironment } });
   const events = stdout
@@ -74,7 +74,7 @@ async function prepareHelper() {
   await askSampleHelper(["--chat-set", '{"enabled":true}'], ({ granted }) => granted);
 }
 
-/** Lets the module switch the Replay Buffer on: in the profile first, which OBS applies when it starts anew. */
+/** Has the module enable the Replay Buffer, and restarts OBS, which applies the profile only at start. */
 async function startReplayBuffer(session) {
   await session.startObs();
   await session.obs.waitForLine(/\[kestrune\] enabled Replay Buffer/);
@@ -83,7 +83,7 @@ async function startReplayBuffer(session) {
   await session.obs.waitForLine(/==== Replay Buffer Start/);
 }
 
-/** Makes a Short by a real key press; returns its path and those of the screenshots. */
+/** Makes a Short with a real key press; returns its path and the screenshots'. */
 async function makeShort(session) {
   const before = await shorts();
   const pictures = [await session.screenshot("1-before")];
@@ -93,7 +93,7 @@ async function makeShort(session) {
   await waitFor("the helper to start", helperWorks, { everyMs: 50 });
   pictures.push(await session.screenshot("2-during"));
 
-  say("the replay is saved; the sample helper makes the Short (10 to 120 s, by the speed of this machine)");
+  say("the replay is saved; the sample helper makes the Short (10 to 120 s, depending on this machine)");
   await waitFor("the helper to finish", async () => !(await helperWorks()), { limitMs: 600_000 });
   const made = (await shorts()).filter((file) => !before.includes(file));
   pictures.push(await session.screenshot("3-after"));
@@ -125,7 +125,7 @@ async function runHeadless(session) {
   await report(short, pictures);
 }
 
-/** What a person types to have somebody use the chat command; the sample helper may run in the build root only. */
+/** The command that simulates a chat command. The sample helper may run only in the build root. */
 function chatCommandLine() {
   const [home, program] = [helperEnvironment.KESTRUNE_SAMPLE_HELPER_HOME, sampleHelper].map((file) =>
     path.relative(checkout, file),
@@ -135,14 +135,14 @@ function chatCommandLine() {
 
 async function leaveToPerson(session) {
   const before = await shorts();
-  say("OBS is yours; it keeps its settings in build/demo/session, your own are not touched.");
-  say(`1. Wait ${clipSeconds} s or so: that much is in a clip.`);
-  say('2. Click on the OBS window and press Ctrl+Shift+C, or click "Clip that" in the Kestrune dock at the right.');
-  say("   Or clip from a pretended chat, in another terminal in this folder:");
+  say("OBS is yours. Its settings are in build/demo/session; your own are not touched.");
+  say(`1. Wait about ${clipSeconds} s, the length of a clip.`);
+  say('2. Click on the OBS window and press Ctrl+Shift+C, or click "Clip that" in the Kestrune dock on the right.');
+  say("   Or simulate the chat command, in another terminal in this folder:");
   say(`   ${chatCommandLine()}`);
-  say(`3. A minute later the vertical Short lies in ${shortsFolder}.`);
+  say(`3. A minute later the vertical Short is in ${shortsFolder}.`);
   say("Close OBS to end the demo.");
-  // Ctrl+C in the terminal reaches OBS as well, which then ends by itself.
+  // Ctrl+C reaches OBS as well, which then exits by itself.
   process.once("SIGINT", () => {});
   await session.obs.exited;
   for (const short of await shorts()) {
@@ -157,9 +157,9 @@ async function main() {
   say("making a test picture and OBS settings in build/demo/session (5 s)");
   const session = await createSession(display);
   try {
-    say("linking the account and switching the chat command on through the sample helper (3 s)");
+    say("linking the account and turning on the chat command with the sample helper (3 s)");
     await prepareHelper();
-    say("starting OBS, letting the module switch the Replay Buffer on, and starting OBS again (10 s)");
+    say("starting OBS, having the module enable the Replay Buffer, and restarting OBS (10 s)");
     await startReplayBuffer(session);
     await (display ? leaveToPerson(session) : runHeadless(session));
   } catch (error) {

@@ -1,42 +1,84 @@
-// What the members of an answer promise, and whether it holds: files that are there, links that lead somewhere.
+// Checks what an answer's members promise: that files exist and links are valid.
 
-import { open, stat } from "node:fs/promises";
+import { realpath, stat } from "node:fs/promises";
 import path from "node:path";
+import { dockChoices } from "./choices.mjs";
 import { error, warning } from "./findings.mjs";
+import { complaintsAboutMarkup } from "./markup.mjs";
+import { nearest } from "./near.mjs";
+import { complaintsAboutPicture } from "./picture.mjs";
 
-/** The list `value`, or an empty one: the dock reads members of a wrong type as if they were missing. */
+/** `value`, or an empty list: the dock reads members of a wrong type as missing. */
 function listOf(value) {
   return Array.isArray(value) ? value : [];
 }
 
+/** Paths that are full on no system break the schema. */
+function complaintsAboutForeignPath(what, file) {
+  return typeof file === "string" && path.win32.isAbsolute(file)
+    ? [error(`${what} is a path of another system: ${file}`)]
+    : [];
+}
+
 async function complaintsAboutFile(what, file) {
-  if (typeof file !== "string" || file === "") {
-    return [];
+  if (typeof file !== "string" || !path.isAbsolute(file)) {
+    return complaintsAboutForeignPath(what, file);
   }
-  if (!path.isAbsolute(file)) {
-    return [error(`${what} is no full path, and the dock runs in another folder: ${file}`)];
+  // eslint-disable-next-line no-control-regex
+  if (/[\x00-\x1f]/.test(file)) {
+    const text = JSON.stringify(file);
+    return [error(`${what} contains a control character; is a backslash not doubled? ${text}`)];
   }
   const found = await stat(file).catch(() => undefined);
-  if (!found?.isFile()) {
-    return [error(`${what} names a file that is not there: ${file}`)];
+  if (!found) {
+    return [error(`${what} names a file that does not exist: ${file}`)];
+  }
+  if (!found.isFile()) {
+    return [error(`${what} names a folder where a file is wanted: ${file}`)];
   }
   return found.size > 0 ? [] : [error(`${what} names an empty file: ${file}`)];
 }
 
-function status(event) {
+/** Keys that are shown as they are although the dock knows a key much like them. */
+function complaintsAboutKeys(member, keys) {
+  const names = dockChoices[member];
   const findings = [];
-  if (event.linked === true && !event.login) {
-    findings.push(warning(`an account is linked but "login" is empty: the dock shows "Connected as @"`));
-  }
-  for (const [current, list] of [
-    ["layout", "layouts"],
-    ["style", "styles"],
-    ["font", "fonts"],
-  ]) {
-    const keys = listOf(event[list]);
-    if (event[current] && keys.length > 0 && !keys.includes(event[current])) {
-      findings.push(warning(`"${current}" is "${event[current]}", which "${list}" does not offer`));
+  for (const key of keys.filter((each) => typeof each === "string" && !(each in names))) {
+    const byName = Object.keys(names).find((each) => names[each].toLowerCase() === key.toLowerCase());
+    const meant =
+      byName ??
+      nearest(
+        key,
+        Object.keys(names).filter((each) => !keys.includes(each)),
+      );
+    if (meant) {
+      findings.push(warning(`"${member}" offers "${key}", which the dock does not know; did you mean "${meant}"?`));
     }
+  }
+  const twice = keys.find((key, index) => keys.indexOf(key) !== index);
+  return twice === undefined ? findings : [...findings, warning(`"${member}" offers "${twice}" twice`)];
+}
+
+function complaintsAboutChoices(event) {
+  return ["layout", "style", "font"].flatMap((current) => {
+    const list = `${current}s`;
+    const keys = listOf(event[list]);
+    const isOffered = !event[current] || keys.length === 0 || keys.includes(event[current]);
+    return [
+      ...(isOffered ? [] : [warning(`"${current}" is "${event[current]}", which "${list}" does not offer`)]),
+      ...complaintsAboutKeys(list, keys),
+    ];
+  });
+}
+
+function status(event) {
+  const findings = complaintsAboutChoices(event);
+  if (!("linked" in event)) {
+    findings.push(warning(`"status" lacks "linked": the dock shows "Not connected"`));
+  } else if (event.linked === true && !event.login) {
+    findings.push(warning(`an account is linked but "login" is empty: the dock shows "Connected as @"`));
+  } else if (event.linked === false && event.error && event.error !== "revoked") {
+    findings.push(warning(`"error" of "status" is "${event.error}", but only "revoked" is looked at`));
   }
   return findings;
 }
@@ -45,22 +87,21 @@ async function recent(event) {
   const findings = [];
   if (!event.folder) {
     findings.push(warning(`"folder" is empty: "Open output folder" does nothing`));
-  } else if (!(await stat(event.folder).catch(() => undefined))?.isDirectory()) {
-    findings.push(error(`"folder" names a folder that is not there: ${event.folder}`));
+  } else if (typeof event.folder !== "string" || !path.isAbsolute(event.folder)) {
+    findings.push(...complaintsAboutForeignPath(`"folder"`, event.folder));
+  } else {
+    const found = await stat(event.folder).catch(() => undefined);
+    if (!found?.isDirectory()) {
+      findings.push(error(`"folder" names a folder that does not exist: ${event.folder}`));
+    }
   }
   for (const [index, item] of listOf(event.items).entries()) {
+    if (item?.name === "") {
+      findings.push(warning(`"items[${index}].name" is empty: the list shows an empty line`));
+    }
     findings.push(...(await complaintsAboutFile(`"items[${index}].path"`, item?.path)));
   }
   return findings;
-}
-
-// How files begin that every Qt can read: PNG, JPEG, GIF, BMP.
-const pictureBeginnings = ["89504e470d0a1a0a", "ffd8ff", "47494638", "424d"];
-
-async function isPicture(file) {
-  const handle = await open(file);
-  const { buffer } = await handle.read(Buffer.alloc(8), 0, 8, 0).finally(() => handle.close());
-  return pictureBeginnings.some((beginning) => buffer.toString("hex").startsWith(beginning));
 }
 
 async function preview(event) {
@@ -68,48 +109,72 @@ async function preview(event) {
     return [warning(`"preview" names no "path", so the preview is hidden`)];
   }
   const findings = await complaintsAboutFile(`"path" of "preview"`, event.path);
-  if (findings.length === 0 && !(await isPicture(event.path))) {
-    findings.push(warning(`the preview is no PNG, JPEG, GIF or BMP file, and may be hidden: ${event.path}`));
-  }
-  return findings;
+  return findings.length === 0 && path.isAbsolute(event.path) ? complaintsAboutPicture(event.path) : findings;
 }
 
 function chat(event) {
-  if (!event.error && event.enabled === true && event.granted !== true && !event.consent_url) {
+  if (event.error) {
+    return [];
+  }
+  if (event.enabled === true && event.granted !== true && !event.consent_url) {
     return [error(`"consent_url" is missing while "granted" is false: the user is shown a link that leads nowhere`)];
   }
-  return [];
+  return "command" in event ? [] : [warning(`"chat" has no "command", so the section is not filled in`)];
 }
 
-async function done(event) {
-  const findings = [];
-  if (listOf(event.formatted).length === 0) {
-    findings.push(warning(`"formatted" is empty: the dock shows "Your Short is ready." without a name`));
+async function done(event, { replay }) {
+  const shorts = listOf(event.formatted);
+  if (shorts.length === 0) {
+    return [warning(`"formatted" is empty: the dock shows "Your Short is ready." without a name`)];
   }
-  for (const [index, file] of listOf(event.formatted).entries()) {
-    findings.push(...(await complaintsAboutFile(`"formatted[${index}]"`, file)));
+  const findings = [];
+  for (const [index, file] of shorts.entries()) {
+    const found = await complaintsAboutFile(`"formatted[${index}]"`, file);
+    if (found.length === 0 && path.isAbsolute(file) && (await realpath(file)) === (await realpath(replay))) {
+      found.push(error(`"formatted[${index}]" names the replay itself, not a Short`));
+    }
+    findings.push(...found);
   }
   return findings;
+}
+
+function triggers(event) {
+  if (!("triggers" in event)) {
+    return [warning(`"triggers" lacks "triggers": no clip is made`)];
+  }
+  const nobody = listOf(event.triggers).some((each) => each?.by === "");
+  return nobody ? [warning(`"by" is empty: the dock shows "Clipped from chat by @."`)] : [];
+}
+
+function complaintsAboutVersion({ latest }) {
+  return typeof latest === "string" && latest !== latest.trim()
+    ? [error(`"latest" has spaces around it, but must later equal the installed version: ${JSON.stringify(latest)}`)]
+    : [];
 }
 
 function update(event) {
   return event.update === true && !event.latest
     ? [error(`"latest" is empty: the dock offers "Update available v — Update now"`)]
+    : complaintsAboutVersion(event);
+}
+
+async function downloaded(event) {
+  return [...(await complaintsAboutFile(`"path" of "downloaded"`, event.path)), ...complaintsAboutVersion(event)];
+}
+
+function code(event) {
+  return event.code === ""
+    ? [warning(`"code" is empty: the dock shows "Finish in your browser (code ). Waiting…"`)]
     : [];
 }
 
-const checks = {
-  status,
-  recent,
-  preview,
-  chat,
-  done,
-  update,
-  downloaded: (event) => complaintsAboutFile(`"path" of "downloaded"`, event.path),
-  error: (event) => [warning(`it ends in an "error" event; the user reads: ${event.error}`)],
-};
+function failure(event) {
+  return event.error === "" ? [error(`"error" of "error" is empty: the user reads no reason`)] : [];
+}
 
-/** What is wrong with what an event promises: a list of findings. */
-export async function brokenPromises(event) {
-  return (await checks[event.event]?.(event)) ?? [];
+const checks = { status, code, recent, preview, chat, done, triggers, update, downloaded, error: failure };
+
+/** The promises that an event breaks, as findings. `replay` is the video that the helper was given. */
+export async function brokenPromises(event, { replay }) {
+  return [...((await checks[event.event]?.(event, { replay })) ?? []), ...complaintsAboutMarkup(event)];
 }

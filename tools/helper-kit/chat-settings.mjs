@@ -1,11 +1,11 @@
-// The check of --chat-set: changes one number, looks whether it was stored, and puts the settings back.
+// Checks --chat-set: changes one number, checks that it was saved, and restores the settings.
 
 import { checkRun } from "./checks.mjs";
-import { error, warning } from "./findings.mjs";
+import { error, isError, leftOut, warning } from "./findings.mjs";
 
 const mostUses = 100;
 
-/** As the dock sends them: compact, and in this order. */
+/** In the dock's order. */
 function settingsOf(chat) {
   return {
     command: chat.command,
@@ -21,12 +21,14 @@ function differences(wanted, answer) {
     .map((key) => `"${key}" is ${JSON.stringify(answer[key])}, not ${JSON.stringify(wanted[key])}`);
 }
 
+/** Returns what --chat-get reports: the settings, `stored`, and the `findings`. */
 async function storedChat(session) {
-  const { events } = await checkRun(session, "--chat-get", ["--chat-get"]);
-  return events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
+  const { events, findings } = await checkRun(session, "--chat-get", ["--chat-get"]);
+  const stored = events.findLast(({ error: failure, command }) => !failure && typeof command === "string");
+  return { stored, findings };
 }
 
-/** Sends settings and answers what is wrong with the answer and with what --chat-get tells afterwards. */
+/** Sends settings; returns what is wrong with the answer and with the --chat-get that follows. */
 async function send(session, settings) {
   const { findings, events } = await checkRun(session, "--chat-set", ["--chat-set", JSON.stringify(settings)]);
   const answer = events.at(-1);
@@ -40,25 +42,26 @@ async function send(session, settings) {
   if (wrong.length > 0) {
     return [...findings, error(`its answer differs from what was sent: ${wrong.join(", ")}`)];
   }
-  const stored = await storedChat(session);
+  const { stored } = await storedChat(session);
   const lost = stored ? differences(settings, stored) : ["no settings"];
   return lost.length > 0
-    ? [...findings, error(`--chat-get tells something else afterwards: ${lost.join(", ")}`)]
+    ? [...findings, error(`--chat-get then reports something else: ${lost.join(", ")}`)]
     : findings;
 }
 
-/** Answers the findings of --chat-set. */
 export async function checkChatSet(session) {
-  const before = await storedChat(session);
+  const { stored: before, findings: without } = await storedChat(session);
   if (!before) {
-    return [warning("not run: --chat-get tells no settings that could be put back")];
+    return without.every(({ severity }) => severity === "left out") && without.length > 0
+      ? [leftOut("--chat-get reports no settings, so there are none to change")]
+      : [warning("not run: --chat-get reports no settings to restore")];
   }
   const own = settingsOf(before);
   const cap = own.per_stream_cap;
   const findings = await send(session, { ...own, per_stream_cap: cap < mostUses ? cap + 1 : cap - 1 });
   const restoring = await send(session, own);
-  if (restoring.some(({ severity }) => severity === "error")) {
-    findings.push(error(`the settings could not be put back as they were: ${JSON.stringify(own)}`));
+  if (restoring.some(isError)) {
+    findings.push(error(`the settings could not be restored: ${JSON.stringify(own)}`));
   }
   return findings;
 }

@@ -1,22 +1,6 @@
-// The commands as the dock sends them, and what a missing answer costs the user.
+// The dock's commands, and what a missing answer costs the user.
 
-// What the dock offers before the helper has named its own.
-const dockChoices = {
-  layouts: ["vtuber-bubble", "vtuber", "facecam", "podcast", "gameplay"],
-  styles: ["rune", "neon", "clean", "meme", "none"],
-  fonts: ["bebas", "montserrat", "inter", "bangers"],
-};
-const noCaptions = "none";
-
-/** The keys on offer after this `status` event (which may be missing), by member. */
-export function offeredChoices(status) {
-  const offered = {};
-  for (const [member, keys] of Object.entries(dockChoices)) {
-    const own = Array.isArray(status?.[member]) ? status[member].filter((key) => typeof key === "string") : [];
-    offered[member] = status?.linked === true && own.length > 0 ? own : keys;
-  }
-  return offered;
-}
+import { noCaptions } from "./choices.mjs";
 
 function look({ layouts, styles, fonts }, style = styles[0]) {
   return ["--layout", layouts[0], "--style", style, "--font", fonts[0]];
@@ -28,7 +12,7 @@ function processRounds({ choices, replay }) {
     [[...start, "30", "--scene", "obs", ...look(choices), "--caption-position", "auto"]],
     [
       [...start, "60", "--scene", "obs", ...look(choices, noCaptions)],
-      // Choices that are empty are left out.
+      // Empty choices are left out.
       [...start, "120", "--scene", "obs", "--caption-position", "bottom"],
     ],
   ];
@@ -43,62 +27,95 @@ function aloneAndTwice(command) {
   return () => [[[command]], [[command], [command]]];
 }
 
+const shortLimit_ms = 60_000;
+const longLimit_ms = 300_000;
+
+/** A command that later versions of the dock may send. */
+export const futureCommand = "--future-command";
+
 /**
- * By command: `rounds` makes the argument lists (those of a round are run at the same time), `answers` are the events
- * of which one must come, `without` is what the user gets when none does, and `changes` is set when running the command
- * changes more than the helper's own files.
+ * By command: `rounds` makes the argument lists (those of a round are run at the same time); `answers` are the events
+ * of which one must come; `without` is what the user gets when none does; `optional` tells whether this helper may leave
+ * the command out; `changes` is set when running it changes more than the helper's own files; `advice` (optional)
+ * is added to what goes wrong.
  */
 export const commands = {
   "--status": {
     rounds: aloneAndTwice("--status"),
     answers: ["status"],
     without: `the dock goes on showing "Starting…", and no clip can be made`,
+    optional: () => false,
+    limit_ms: shortLimit_ms,
   },
   "--link": {
     rounds: () => [[["--link", "--no-browser"]]],
     answers: ["linked", "error"],
     without: "the user never reads how it ended",
+    optional: ({ linked }) => linked,
     changes: "links this computer to an account",
+    limit_ms: longLimit_ms,
   },
   "--recent": {
     rounds: aloneAndTwice("--recent"),
     answers: ["recent"],
-    without: "the list of recent clips stays as it was",
+    without: `the list of recent clips stays as it was, and "Open output folder" does nothing`,
+    optional: () => true,
+    limit_ms: shortLimit_ms,
   },
   "--preview": {
     rounds: previewRounds,
     answers: ["preview"],
     without: "no preview is shown",
+    optional: () => true,
+    limit_ms: shortLimit_ms,
   },
   "--chat-get": {
     rounds: aloneAndTwice("--chat-get"),
     answers: ["chat"],
     without: "the chat section never shows the settings",
+    optional: () => true,
+    limit_ms: shortLimit_ms,
   },
   "--chat-set": {
     answers: ["chat"],
     without: `the chat section goes on showing "Saving…"`,
+    optional: () => false,
     changes: "changes the chat settings for a moment",
+    limit_ms: shortLimit_ms,
   },
   "--poll-triggers": {
-    rounds: () => [[["--poll-triggers"]]],
+    rounds: () => [[["--poll-triggers"]], [["--poll-triggers"]]],
     answers: ["triggers"],
     without: "the chat command makes no clip",
+    optional: () => true,
+    limit_ms: shortLimit_ms,
   },
   "--check-update": {
     rounds: aloneAndTwice("--check-update"),
     answers: ["update"],
-    without: "no update is offered",
+    without: "no update is ever offered",
+    optional: () => true,
+    limit_ms: shortLimit_ms,
   },
   "--download-update": {
     rounds: () => [[["--download-update"]]],
     answers: ["downloaded", "update", "error"],
     without: `the dock shows "Update failed: the helper stopped (code …). Retry update"`,
+    optional: ({ offersUpdate }) => !offersUpdate,
     changes: "downloads an installer (which is not run)",
+    limit_ms: longLimit_ms,
   },
   "--process": {
     rounds: processRounds,
     answers: ["done", "pending", "error"],
     without: `the dock goes on showing "Clip saved. Making your Short (about 1–3 min)…"`,
+    optional: () => false,
+    limit_ms: longLimit_ms,
+  },
+  [futureCommand]: {
+    rounds: () => [[[futureCommand]]],
+    answers: [],
+    advice: `end a command that you do not know with code 0, without an event or with "error"`,
+    limit_ms: shortLimit_ms,
   },
 };

@@ -1,88 +1,59 @@
-// From what a run wrote to its events, and what is wrong with either.
+// Reads the events from a run's output, and what is wrong with them.
 
-import { error, warning } from "./findings.mjs";
-import { allKinds, complaintsAbout, kindsOf } from "./schema.mjs";
+import { error, quoted, warning } from "./findings.mjs";
+import { readLines } from "./lines.mjs";
+import { nearest } from "./near.mjs";
+import { allKinds, complaintsAbout, isObject, kindsOf } from "./schema.mjs";
 
-const utf8 = new TextDecoder("utf-8", { fatal: true });
-
-function shown(text) {
-  return text.length > 70 ? `${text.slice(0, 70)}…` : text;
+function complaintAboutMissingKind(event) {
+  const names = Object.keys(event);
+  const wrapper = names.find((name) => isObject(event[name]) && "event" in event[name]);
+  if (wrapper) {
+    return error(`the event is wrapped in "${wrapper}"; write the inner object on its own`);
+  }
+  const other = names.find((name) => allKinds.includes(event[name])) ?? nearest("event", names);
+  return other
+    ? error(`an object has no member "event"; is "${other}" meant to be that?`)
+    : error(`an object has no member "event": ${quoted(JSON.stringify(event))}`);
 }
 
-function isObject(value) {
-  return typeof value === "object" && value !== null && !Array.isArray(value);
-}
-
-/** Reads one line: `event` if it is an object, else a `finding` unless it is empty. */
-function readLine(bytes) {
-  let text;
-  try {
-    text = utf8.decode(bytes).trim();
-  } catch {
-    return { finding: error("a line is not UTF-8, so the dock drops it") };
+function complaintsAboutKind(command, event) {
+  if (!("event" in event)) {
+    return [complaintAboutMissingKind(event)];
   }
-  if (text === "") {
-    return {};
-  }
-  let value;
-  try {
-    value = JSON.parse(text);
-  } catch (failure) {
-    // A brace tells an event that went wrong from a stray print.
-    return text.startsWith("{")
-      ? { finding: error(`a line is not JSON, so the dock drops it: ${shown(text)} (${failure.message})`) }
-      : { finding: warning(`a line is not JSON; the dock drops it, log to a file instead: ${shown(text)}`) };
-  }
-  if (!isObject(value)) {
-    return { finding: error(`a line is JSON but no object, so the dock drops it: ${shown(text)}`) };
-  }
-  return { event: value };
-}
-
-function complaintsAboutKind(command, { event: kind }) {
+  const kind = event.event;
   if (typeof kind !== "string") {
-    return [error(`an object has no text "event" that names its kind, so the dock ignores it`)];
+    return [error(`"event" must be a string but is ${quoted(JSON.stringify(kind))}`)];
   }
-  if (!allKinds.includes(kind)) {
-    return [warning(`"${kind}" is no event of the protocol; the dock ignores it`)];
+  const readable = kindsOf(command);
+  if (readable.includes(kind)) {
+    return [];
   }
-  if (!kindsOf(command).includes(kind)) {
-    const read = kindsOf(command)
-      .map((each) => `"${each}"`)
-      .join(", ");
+  if (allKinds.includes(kind)) {
+    const read = readable.map((each) => `"${each}"`).join(", ");
     return [error(`"${kind}" is not read after ${command}, so the user sees nothing of it (read: ${read})`)];
   }
-  return [];
+  const meant = nearest(kind, readable) ?? nearest(kind, allKinds);
+  return [
+    meant
+      ? error(`"${kind}" is not an event; did you mean "${meant}"?`)
+      : warning(`"${kind}" is not an event of the protocol; the dock ignores it`),
+  ];
 }
 
 /**
- * Reads the lines of a run of `command`. Answers `events`, those that the dock acts on, each with `atMs`; `spoke`,
- * whether there was any object at all; and `findings`.
+ * Reads the output of a run of `command`. Returns `events`, those that the dock handles, each with `atMs`; `spoke`,
+ * whether there was any object; and `findings`.
  */
-export function readOutput(command, { lines, rest }) {
+export function readOutput(command, run) {
+  const { objects, findings } = readLines(run);
   const events = [];
-  const findings = [];
-  let spoke = false;
-  for (const { bytes, atMs } of lines) {
-    const { event, finding } = readLine(bytes);
-    if (finding) {
-      findings.push(finding);
-    }
-    if (!event) {
-      continue;
-    }
-    spoke = true;
+  for (const { event, atMs } of objects) {
     const aboutKind = complaintsAboutKind(command, event);
-    if (aboutKind.length > 0) {
-      findings.push(...aboutKind);
-    } else {
-      findings.push(...complaintsAbout(event));
+    findings.push(...(aboutKind.length > 0 ? aboutKind : complaintsAbout(event)));
+    if (aboutKind.length === 0) {
       events.push({ ...event, atMs });
     }
   }
-  const unread = rest.toString().trim();
-  if (unread !== "") {
-    findings.push(error(`the last line has no newline at its end, so the dock never reads it: ${shown(unread)}`));
-  }
-  return { events, spoke, findings };
+  return { events, spoke: objects.length > 0, findings };
 }

@@ -1,15 +1,17 @@
-// The replay that the helper is given, and proof that it was left alone.
+// The replay for the helper, and proof that it stays unchanged.
 
 import { createHash } from "node:crypto";
 import { copyFile, mkdir, readFile } from "node:fs/promises";
 import path from "node:path";
 import { makeTestVideo } from "../obs/media.mjs";
 import { error } from "./findings.mjs";
-import { UsageError } from "./options.mjs";
 
-/** Puts a copy of `source`, or a test video of its own, into `folder`; answers its path. */
+/** There is no video to make Shorts of; the message says why. */
+export class NoReplay extends Error {}
+
+/** Copies `source`, or a test video, into `folder`; returns its path or throws NoReplay. */
 export async function prepareReplay(folder, source) {
-  // Replays have blanks in their names, and people have names that are not ASCII.
+  // Replay names contain spaces, and people's names are not always ASCII.
   const home = path.join(folder, "Ana Peña");
   await mkdir(home);
   const replay = path.join(home, `Replay 2026-01-31 20-15-00${source ? path.extname(source) : ".mkv"}`);
@@ -17,7 +19,8 @@ export async function prepareReplay(folder, source) {
     await copyFile(source, replay);
   } else {
     await makeTestVideo(replay, { width: 640, height: 360, fps: 30, seconds: 4 }).catch(({ message }) => {
-      throw new UsageError(`no test video could be made (${message}); name a video with --replay`);
+      const reason = /ENOENT/.test(message) ? "ffmpeg is not installed" : message;
+      throw new NoReplay(`no test video could be made (${reason}); install ffmpeg or name a video with --replay FILE`);
     });
   }
   return replay;
@@ -29,7 +32,7 @@ async function fingerprint(file) {
     .digest("hex");
 }
 
-/** Calls `work` and answers a list of findings: empty when `file` is the same after it. */
+/** Calls `work`; returns findings unless `file` is unchanged. */
 export async function watchFile(file, work) {
   const before = await fingerprint(file);
   await work();

@@ -1,10 +1,12 @@
-// One run of a helper, started as the dock starts it.
+// Runs a helper as the dock does.
 
 import { spawn } from "node:child_process";
 
 const newline = 0x0a;
+const keptErrorOutput = 65_536;
+const timeToEnd_ms = 1000;
 
-/** Cuts what comes in into lines, as the dock does: what follows the last newline is never read. */
+/** Splits input into lines as the dock does: bytes after the last newline are ignored. */
 class Lines {
   complete = [];
   rest = Buffer.alloc(0);
@@ -18,62 +20,78 @@ class Lines {
   }
 }
 
+/** Ends a run that took too long; notes in `outcome` whether it had only been waiting for input. */
+function endOverdue(child, outcome) {
+  outcome.timedOut = true;
+  child.once("exit", () => {
+    outcome.waitedForInput = !child.killed;
+  });
+  child.stdin.end();
+  return setTimeout(() => child.kill("SIGKILL"), timeToEnd_ms);
+}
+
+function start(program, args, workingFolder) {
+  try {
+    // As in the dock, standard input is a pipe that stays open and empty.
+    return { child: spawn(program, args, { cwd: workingFolder, stdio: "pipe", windowsHide: true }) };
+  } catch (startError) {
+    // Some start errors are thrown, others arrive as an event.
+    return { startError };
+  }
+}
+
+/** Reads what the child writes into `outcome`, and calls `onOutput` with the lines so far. */
+function collectOutput(child, outcome, lines, { started, onOutput }) {
+  child.stdin.on("error", () => {});
+  child.stdout.on("data", (bytes) => {
+    lines.append(bytes, performance.now() - started);
+    onOutput?.(lines.complete);
+  });
+  child.stderr.on("data", (bytes) => {
+    outcome.errorOutput = (outcome.errorOutput + bytes).slice(-keptErrorOutput);
+  });
+}
+
+/** Calls `finish` once the child has ended and its output has been read. */
+function whenEnded(child, finish) {
+  child.on("error", (startError) => finish({ startError }));
+  child.on("exit", (exitCode, signal) => {
+    const end = () => finish({ exitCode, signal });
+    // Output may still be in the pipe; but orphaned children of the helper may hold it open.
+    const patience = setTimeout(end, timeToEnd_ms);
+    child.on("close", () => {
+      clearTimeout(patience);
+      end();
+    });
+  });
+}
+
 /**
- * Runs `program` to its end, or kills it after `limitMs`. `onOutput`, when given, is called with the lines so far
+ * Runs `program` to its end, or ends it after `limitMs`. `onOutput`, when given, is called with the lines so far
  * whenever there is more output.
  *
- * Answers `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
- * `exitCode` or `signal`, `timedOut`, `durationMs`, `errorOutput` (text); or only `startError` when it could not be
- * started.
+ * Returns `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
+ * `exitCode` or `signal`, `timedOut`, `waitedForInput` (it ended once its input did), `durationMs`, `errorOutput` (the
+ * last 64 KiB of text); or only `startError` when it could not be started.
  */
-export function runHelper(program, args, { limitMs, folder, onOutput }) {
+export function runHelper(program, args, { limitMs, workingFolder, onOutput }) {
+  const { child, startError } = start(program, args, workingFolder);
+  if (startError) {
+    return Promise.resolve({ startError });
+  }
   return new Promise((resolve) => {
     const started = performance.now();
     const lines = new Lines();
-    let errorOutput = "";
-    let timedOut = false;
-
-    let child;
-    try {
-      // Standard input is an open pipe that nothing is written to.
-      child = spawn(program, args, { cwd: folder, stdio: "pipe", windowsHide: true });
-    } catch (startError) {
-      // Some reasons are thrown, others come as the event below.
-      resolve({ startError });
-      return;
-    }
-    const limit = setTimeout(() => {
-      timedOut = true;
-      child.kill("SIGKILL");
+    const outcome = { errorOutput: "", timedOut: false, waitedForInput: false };
+    let limit = setTimeout(() => {
+      limit = endOverdue(child, outcome);
     }, limitMs);
-
-    function finish(ending) {
+    collectOutput(child, outcome, lines, { started, onOutput });
+    whenEnded(child, (ending) => {
       clearTimeout(limit);
-      child.stdin.destroy();
-      // Programs that the helper leaves behind may hold the pipes open.
-      child.stdout.destroy();
-      child.stderr.destroy();
+      [child.stdin, child.stdout, child.stderr].forEach((pipe) => pipe.destroy());
       const durationMs = performance.now() - started;
-      resolve({ lines: lines.complete, rest: lines.rest, timedOut, durationMs, errorOutput, ...ending });
-    }
-
-    child.stdin.on("error", () => {});
-    child.stdout.on("data", (bytes) => {
-      lines.append(bytes, performance.now() - started);
-      onOutput?.(lines.complete);
-    });
-    child.stderr.on("data", (bytes) => {
-      errorOutput = (errorOutput + bytes).slice(-2000);
-    });
-    child.on("error", (startError) => finish({ startError }));
-    child.on("exit", (exitCode, signal) => {
-      const end = () => finish({ exitCode, signal });
-      // The last output may still be in the pipe.
-      const patience = setTimeout(end, 1000);
-      child.on("close", () => {
-        clearTimeout(patience);
-        end();
-      });
+      resolve({ ...outcome, lines: lines.complete, rest: lines.rest, durationMs, ...ending });
     });
   });
 }

@@ -1,87 +1,124 @@
-// The schema of the events, and what it has against an event in plain words.
+// The events' schema, and its complaints in plain words.
 
 import { readFileSync } from "node:fs";
-import { Ajv2020 } from "ajv/dist/2020.js";
-import { error, warning } from "./findings.mjs";
+import { error, quoted, warning } from "./findings.mjs";
+import { nearest } from "./near.mjs";
 
-const schema = JSON.parse(readFileSync(new URL("../../docs/helper-events.schema.json", import.meta.url), "utf8"));
-const ajv = new Ajv2020({ allErrors: true, verbose: true });
-ajv.addSchema(schema, "helper-events");
-
-function validatorOf(definition) {
-  return ajv.getSchema(`helper-events#/$defs/${definition}`);
-}
-
-/** Whether the schema as a whole takes this object for an event. */
-export const isEvent = ajv.getSchema("helper-events");
-
-/** Whether `command` may answer with this event. */
-export function isAnswerTo(command, event) {
-  return validatorOf(command)(event);
-}
-
-/** The kinds of events that `command` may answer with. */
-export function kindsOf(command) {
-  return schema.$defs[command].anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
-}
-
-/** All commands. */
-export const allCommands = Object.keys(schema.$defs).filter((name) => name.startsWith("--"));
+const { $defs: definitions, properties } = JSON.parse(
+  readFileSync(new URL("../../docs/helper-events.schema.json", import.meta.url), "utf8"),
+);
 
 /** All kinds of events. */
-export const allKinds = schema.anyOf.map(({ $ref }) => $ref.slice("#/$defs/".length));
+export const allKinds = properties.event.enum;
 
-const typeNames = {
-  boolean: "true or false",
-  integer: "a whole number",
-  string: "a text",
-  array: "a list",
-  object: "an object",
+/** All commands that are answered. */
+export const allCommands = Object.keys(definitions).filter((name) => name.startsWith("--"));
+
+/** The kinds of events that `command` may answer with. One that is not in the schema may be answered by an error. */
+export function kindsOf(command) {
+  return definitions[command]?.properties.event.enum ?? ["error"];
+}
+
+const types = {
+  boolean: { name: "true or false", holds: (value) => typeof value === "boolean" },
+  integer: { name: "a whole number", holds: Number.isInteger },
+  string: { name: "a string", holds: (value) => typeof value === "string" },
+  array: { name: "an array", holds: Array.isArray },
+  object: { name: "an object", holds: isObject },
 };
 
-function shown(value) {
-  const text = JSON.stringify(value);
-  return text.length > 60 ? `${text.slice(0, 60)}…` : text;
+/** Whether this is what JSON calls an object. */
+export function isObject(value) {
+  return typeof value === "object" && value !== null && !Array.isArray(value);
 }
 
-/** "/items/0/path" as people write it: items[0].path. */
-function memberName(instancePath) {
-  const [first, ...rest] = instancePath.split("/").slice(1);
-  return rest.reduce((name, part) => name + (/^\d+$/.test(part) ? `[${part}]` : `.${part}`), first);
+function resolved(schema) {
+  return schema.$ref ? { ...definitions[schema.$ref.slice("#/$defs/".length)], ...schema } : schema;
 }
 
-function finding(kind, { keyword, instancePath, params, data }) {
-  const where = instancePath ? `"${memberName(instancePath)}" of "${kind}"` : `"${kind}"`;
-  switch (keyword) {
-    case "type":
-      return error(
-        `${where} must be ${typeNames[params.type]} but is ${shown(data)}; the dock reads it as if it were missing`,
+function complaintsAboutText(where, schema, text) {
+  const findings = [];
+  if (schema.minLength > text.length) {
+    findings.push(error(`${where} is empty`));
+  }
+  if (schema.pattern && !new RegExp(schema.pattern, "u").test(text)) {
+    findings.push(error(`${where} must be ${schema.description}, but is ${quoted(JSON.stringify(text))}`));
+  }
+  const length = [...text].length;
+  if (length > schema.maxLength) {
+    findings.push(warning(`${where} has ${length} characters; the dock cuts it after ${schema.maxLength}`));
+  }
+  return findings;
+}
+
+function complaintsAboutNumber(where, { minimum, maximum }, number) {
+  const limit = number < minimum ? minimum : number > maximum ? maximum : undefined;
+  return limit === undefined ? [] : [warning(`${where} is ${number}, out of its range (the limit is ${limit})`)];
+}
+
+/** The member that an unknown one is most likely meant to be: one that is missing, and best one of its type. */
+function meantBy(name, object, known) {
+  const fits = (each) => types[resolved(known[each]).type]?.holds(object[name]);
+  const missing = Object.keys(known).filter((each) => !(each in object));
+  return nearest(name, missing.filter(fits)) ?? nearest(name, missing);
+}
+
+/** About the names of members: misspelt ones first, then missing ones, then unknown ones. */
+function complaintsAboutNames(owner, { properties: known = {}, required = [] }, object) {
+  const unknown = Object.keys(object).filter((name) => !(name in known));
+  const meant = new Map(unknown.map((name) => [name, meantBy(name, object, known)]));
+  const missing = required.filter((name) => !(name in object) && ![...meant.values()].includes(name));
+  const misspelt = unknown.filter((name) => meant.get(name));
+  const others = unknown.filter((name) => !meant.get(name));
+  const effect = "The dock ignores members that it does not know.";
+  return [
+    ...misspelt.map((name) => error(`${owner} has no member "${name}"; did you mean "${meant.get(name)}"?`, effect)),
+    ...missing.map((name) => error(`${owner} lacks the member "${name}"`)),
+    ...others.map((name) => warning(`${owner} has no member "${name}"; the dock ignores it`)),
+  ];
+}
+
+/** `prefix` stands before the names of its members, `where` after them. */
+function complaintsAboutObject(owner, { prefix, where }, schema, object) {
+  const findings = complaintsAboutNames(owner, schema, object);
+  for (const [name, member] of Object.entries(schema.properties ?? {})) {
+    if (name in object && member.const === undefined) {
+      findings.push(...complaintsAboutValue(where, prefix + name, resolved(member), object[name]));
+    }
+  }
+  return findings;
+}
+
+/** `where` ends in the event's kind: 'of "recent"'. */
+function complaintsAboutValue(where, name, schema, value) {
+  const owner = `"${name}" ${where}`;
+  const type = types[schema.type];
+  if (!type.holds(value)) {
+    return [
+      error(
+        `${owner} must be ${type.name} but is ${quoted(JSON.stringify(value))}`,
+        "The dock reads it as if it were missing.",
+      ),
+    ];
+  }
+  switch (schema.type) {
+    case "string":
+      return complaintsAboutText(owner, schema, value);
+    case "integer":
+      return complaintsAboutNumber(owner, schema, value);
+    case "array":
+      return value.flatMap((each, index) =>
+        complaintsAboutValue(where, `${name}[${index}]`, resolved(schema.items), each),
       );
-    case "required":
-      return error(`${where} lacks the member "${params.missingProperty}"`);
-    case "minLength":
-      return error(`${where} is empty`);
-    case "pattern":
-      return error(`${where} must be an address that begins with its scheme, as in https://…, but is ${shown(data)}`);
-    case "minimum":
-    case "maximum":
-      return warning(`${where} is ${data}, beyond ${params.limit}, where its range ends`);
-    case "maxLength":
-      return warning(`${where} has ${[...data].length} characters; the dock cuts it after ${params.limit}`);
+    case "object":
+      return complaintsAboutObject(owner, { prefix: `${name}.`, where }, schema, value);
     default:
-      throw new Error(`the schema uses "${keyword}", which has no words here`);
+      return [];
   }
 }
 
-/** What is wrong with an event of a known kind: a list of findings. */
+/** What is wrong with an event of a known kind, as findings, misspelt members first. */
 export function complaintsAbout(event) {
-  const validate = validatorOf(event.event);
-  if (validate(event)) {
-    return [];
-  }
-  // These two only sum up what their branches say.
-  const telling = validate.errors.filter(({ keyword }) => keyword !== "anyOf" && keyword !== "const");
-  const findings = telling.map((failure) => finding(event.event, failure));
-  // Several branches may say the same.
-  return [...new Map(findings.map((each) => [each.text, each])).values()];
+  const kind = event.event;
+  return complaintsAboutObject(`"${kind}"`, { prefix: "", where: `of "${kind}"` }, definitions[kind], event);
 }

@@ -4,7 +4,7 @@ import globals from "globals";
 export default [
   js.configs.recommended,
   {
-    // Scripts that are called by their name alone have no ending; which files are looked at, the caller says.
+    // Executable scripts have no extension; the command line names the files.
     files: ["**/*.mjs", "**/!(*.*)"],
     languageOptions: { globals: globals.nodeBuiltin },
     linterOptions: { reportUnusedDisableDirectives: "error" },

@@ -1,11 +1,9 @@
-// Short-lived programs (xdotool, import, ffmpeg ...) that end by themselves.
-
 import { execFile } from "node:child_process";
 import { promisify } from "node:util";
 
 const execFileAsync = promisify(execFile);
 
-/** Runs a program to its end and returns its standard output; throws with its standard error when it fails. */
+/** Runs a program to its end; returns its standard output or throws its standard error. */
 export async function run(program, args, { env = process.env, limitMs = 120_000 } = {}) {
   try {
     const { stdout } = await execFileAsync(program, args, { env, timeout: limitMs, maxBuffer: 64 * 1024 * 1024 });

@@ -1,28 +1,27 @@
-// The dock as a user meets it: what it shows (asked from the test module) and real clicks on what it shows.
+// The dock as users see it: its content, from the test module, and real clicks.
 
 import { sleep, waitFor } from "./wait.mjs";
 
-/** Style sheets of the status line. */
 export const errorColour = "color:#ff6b81";
 export const informationColour = "color:#8a90a6";
 
-/** What the status line reads when nothing is left to do before a clip; which of the two is a matter of timing. */
+/** Which of these texts shows when a clip is possible is a matter of timing. */
 export const readyStatus = /^(Replay Buffer on\. Ready to clip|Ready\. Press Clip that or your Kestrune hotkey)\.$/;
 
-// Qt takes a click that follows the opening of a list too soon for the second half of a double click.
+// Qt takes a click soon after the opening of a list as part of a double click.
 const openListPauseMs = 600;
 
 export class Dock {
   #websocket;
   #input;
 
-  /** `websocket` is a connected obs-websocket client, `input` the keyboard and mouse of OBS's display. */
+  /** `websocket` is a connected obs-websocket client, `input` OBS's keyboard and mouse. */
   constructor(websocket, input) {
     this.#websocket = websocket;
     this.#input = input;
   }
 
-  /** Everything the dock shows now, or only its widgets of one name, which costs OBS a small part of that. */
+  /** What the dock shows; with `name` only those widgets, which costs OBS much less. */
   async snapshot(name) {
     const { responseData } = await this.#websocket.call("CallVendorRequest", {
       vendorName: "kestrune-probe",
@@ -35,16 +34,12 @@ export class Dock {
     return responseData;
   }
 
-  /**
-   * The first widget whose members equal those of `wanted`, for example {name: "clipBtn"}; a regular expression is
-   * matched. Undefined when there is none.
-   */
+  /** The first widget that matches `wanted`, such as {name: "clipBtn"}, whose members may be regular expressions. */
   async widget(wanted) {
     const { widgets } = await this.snapshot(wanted.name);
     return widgets.find((widget) => matches(widget, wanted));
   }
 
-  /** Waits for such a widget and returns it. */
   async waitForWidget(wanted, limitMs = 20_000) {
     return waitFor(`the widget ${describe(wanted)}`, () => this.widget(wanted), {
       limitMs,
@@ -52,18 +47,18 @@ export class Dock {
     });
   }
 
-  /** Waits until the status line shows the text (a string or a regular expression) in the colour. */
+  /** `text` is a string or a regular expression. */
   async waitForStatus(text, styleSheet = informationColour, limitMs = 20_000) {
     return this.waitForWidget({ name: "status", text, styleSheet }, limitMs);
   }
 
-  /** Clicks on such a widget with the mouse, scrolling the dock with the wheel until the widget can be reached. */
+  /** Clicks on a widget, scrolling the dock with the wheel until it is visible. */
   async click(wanted) {
     await this.waitForWidget({ ...wanted, visible: true });
     let before;
     const target = await waitFor(`a way to click on ${describe(wanted)}`, async () => {
       const widget = await this.widget(wanted);
-      // What is being laid out is elsewhere when the click comes.
+      // A widget still being laid out would have moved before the click.
       const rests = before?.x === widget.x && before.y === widget.y;
       before = widget;
       if (widget.takesClicks) {
@@ -74,11 +69,11 @@ export class Dock {
       return undefined;
     });
     const { x, y } = centre(target);
-    // A check box fills its row, but only its mark and text, at the left, take clicks.
+    // A check box takes clicks only on its mark and text.
     await this.#input.click(target.class === "QCheckBox" ? target.x + 8 : x, y);
   }
 
-  /** Opens a section; while OBS lays out its window at the start, a click may hit something else. */
+  /** Opens a section. Retries, because clicks may miss while OBS lays out its window. */
   async openSection(name) {
     await waitFor(`the section ${name} to open`, async () => {
       if (await this.widget({ name, visible: true })) {
@@ -90,23 +85,23 @@ export class Dock {
     });
   }
 
-  /** Opens the list of such a box and clicks on the entry with the text. */
+  /** Chooses the entry with this text in a combo box. */
   async choose(wanted, text) {
     await waitFor(`"${text}" to be chosen`, async () => {
       const { x, y } = centre((await this.#openList(wanted)).find((item) => item.text === text));
       await this.#input.click(x, y);
-      // A click that a busy OBS sees too soon after the one that opened the list counts as its double click.
+      // A busy OBS may take it as a double click.
       return this.waitForWidget({ ...wanted, open: false, current: text }, 2000).catch(() => false);
     });
   }
 
-  /** Opens the list of such a box and returns its entries. */
+  /** Opens the list of a combo box and returns its entries. */
   async #openList(wanted) {
     return waitFor(`the list of ${describe(wanted)} to stay open`, async () => {
-      // On a busy machine Qt may see the end of the click so late that it takes it for the choice of an entry.
+      // A busy Qt may see the button's release late and take it as choosing an entry.
       if (!(await this.widget(wanted))?.open) {
         await this.click(wanted);
-        // While OBS lays out its window at the start, a click may hit something else.
+        // Clicks may miss while OBS lays out its window.
         await this.waitForWidget({ ...wanted, open: true }, 2000).catch(() => {});
       }
       await sleep(openListPauseMs);
@@ -115,7 +110,7 @@ export class Dock {
     });
   }
 
-  /** The part of the screen that shows the dock, without the empty space below its last section. */
+  /** The dock's screen area, without the empty space below its last section. */
   async area() {
     const { x, y, width, widgets } = await this.snapshot();
     const space = ["dockScroll", "qt_scrollarea_viewport", "dockContent"];

@@ -1,9 +1,7 @@
-// A network port for obs-websocket that nobody else uses.
-
 import { once } from "node:events";
 import { createServer } from "node:net";
 
-/** Number of a TCP port of this machine that is free at this moment. */
+/** A TCP port that is free now. */
 export async function findFreePort() {
   const server = createServer().listen(0, "127.0.0.1");
   await once(server, "listening");

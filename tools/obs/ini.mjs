@@ -1,6 +1,6 @@
-// The INI files that OBS keeps its settings in.
+// OBS's INI files.
 
-/** Text of an INI file from an object of sections, each an object of keys. */
+/** From an object of sections, each an object of keys. */
 export function formatIni(sections) {
   const lines = Object.entries(sections).flatMap(([section, values]) => [
     `[${section}]`,
@@ -10,7 +10,7 @@ export function formatIni(sections) {
   return lines.join("\n");
 }
 
-/** The object of sections that an INI text holds; all values are strings. */
+/** The reverse; all values are strings. */
 export function parseIni(text) {
   const sections = {};
   let current = {};

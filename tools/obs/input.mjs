@@ -4,8 +4,8 @@ import { run } from "./command.mjs";
 import { scaled } from "./scale.mjs";
 import { sleep } from "./wait.mjs";
 
-// Raw key codes of a PC keyboard as X numbers them. xdotool's key names are no alternative: to type a named key it may
-// press modifiers that nobody asked for (Alt with F7 on a virtual display), and OBS then sees another combination.
+// X key codes of a PC keyboard. Not xdotool's key names, for which it may press extra modifiers (Alt with F7 on a
+// virtual display), so OBS would see another combination.
 const keyCodes = {
   escape: 9,
   control: 37,
@@ -20,20 +20,20 @@ const keyCodes = {
   calculator: 148,
 };
 
-// OBS looks at the keyboard every 25 ms; a shorter press may be missed on a busy machine.
+// OBS polls the keyboard every 25 ms and may miss shorter presses on a busy machine.
 const holdMs = 300;
 
 export class Input {
   #env;
   #scale;
 
-  /** All positions and sizes below are as they would be at 100 %; `scale` is how large Qt draws. */
+  /** Positions and sizes are for a scale of 100 %; `scale` is Qt's. */
   constructor(display, scale = 1) {
     this.#scale = scale;
     this.#env = { ...process.env, DISPLAY: display };
   }
 
-  /** Presses the keys in order, holds them together and releases them; names are those of `keyCodes`. */
+  /** Presses the keys in order, holds them, and releases them. Names are those of `keyCodes`. */
   async press(...keys) {
     const codes = keys.map(keyCode);
     await this.#xdotool(...codes.flatMap((code) => ["keydown", code]));
@@ -41,7 +41,7 @@ export class Input {
     await this.#xdotool(...codes.reverse().flatMap((code) => ["keyup", code]));
   }
 
-  /** Presses the keys like `press`, but so briefly that only windows notice and OBS's hotkeys hardly can. */
+  /** Like `press`, but so brief that windows notice and OBS's hotkeys hardly do. */
   async tap(...keys) {
     const codes = keys.map(keyCode);
     const presses = codes.flatMap((code) => ["keydown", "--delay", "0", code]);
@@ -49,7 +49,6 @@ export class Input {
     await this.#xdotool(...presses, ...releases);
   }
 
-  /** Clicks with the left button at a position of the screen, in pixels. */
   async click(x, y) {
     await this.#xdotool(...this.#mouseTo(x, y), "click", "1");
   }
@@ -58,26 +57,25 @@ export class Input {
     await this.#xdotool(...this.#mouseTo(x, y), "click", "--repeat", "2", "--delay", "50", "1");
   }
 
-  /** Moves the mouse, to take it off what it would light up. */
   async moveMouse(x, y) {
     await this.#xdotool(...this.#mouseTo(x, y));
   }
 
-  /** Turns the mouse wheel down (positive) or up (negative) by a number of notches at a position of the screen. */
+  /** Turns the wheel by `notches`, down if positive. */
   async wheel(x, y, notches) {
     const button = notches > 0 ? "5" : "4";
     const count = String(Math.abs(notches));
     await this.#xdotool(...this.#mouseTo(x, y), "click", "--repeat", count, button);
   }
 
-  /** Moves and sizes the first visible window whose title matches the pattern. Throws when there is none. */
+  /** Places the first visible window whose title matches; throws if there is none. */
   async placeWindow(titlePattern, area) {
     const { x, y, width, height } = scaled(area, this.#scale);
     const find = ["search", "--sync", "--onlyvisible", "--name", titlePattern];
     await this.#xdotool(...find, "windowmove", String(x), String(y), "windowsize", String(width), String(height));
   }
 
-  /** Sends the keys to the first visible window whose title matches; without a window manager nobody else does. */
+  /** Focuses the first visible window whose title matches: there is no window manager to do it. */
   async focusWindow(titlePattern) {
     await this.#xdotool("search", "--sync", "--onlyvisible", "--name", titlePattern, "windowfocus", "--sync");
   }
@@ -96,6 +94,6 @@ function keyCode(key) {
   if (!(key in keyCodes)) {
     throw new Error(`no key code known for "${key}"`);
   }
-  // A single digit would be taken for the name of that digit's key.
+  // xdotool would take a single digit as the name of that key.
   return String(keyCodes[key]).padStart(3, "0");
 }

@@ -1,8 +1,8 @@
-// The test video that OBS plays, and what ffmpeg's tools say about the videos that come out.
+// Makes the test video for OBS, and analyses videos with ffmpeg's tools.
 
 import { run } from "./command.mjs";
 
-/** Writes a video of a moving, counting test picture with a tone; size in pixels, length in seconds. */
+/** A moving, counting test picture with a tone; size in pixels. */
 export async function makeTestVideo(file, { width, height, fps, seconds }) {
   await run("ffmpeg", [
     "-v",
@@ -32,8 +32,8 @@ export async function makeTestVideo(file, { width, height, fps, seconds }) {
 }
 
 /**
- * Describes a video file: `width` and `height` in pixels, `seconds`, `bytes`, `videoCodec` and `audioCodec` (undefined
- * without sound). Throws when ffprobe cannot read the file or finds no video in it.
+ * Returns `width` and `height` in pixels, `seconds`, `bytes`, `videoCodec` and `audioCodec` (undefined without sound).
+ * Throws if ffprobe cannot read the file or finds no video.
  */
 export async function probeVideo(file) {
   const text = await run("ffprobe", ["-v", "error", "-of", "json", "-show_format", "-show_streams", file]);
@@ -52,7 +52,7 @@ export async function probeVideo(file) {
   };
 }
 
-/** Decodes every frame and sample of a video file; throws with ffmpeg's words when anything in it is damaged. */
+/** Decodes the whole file; throws ffmpeg's message if anything is damaged. */
 export async function decodeFully(file) {
   await run("ffmpeg", ["-v", "error", "-xerror", "-i", file, "-f", "null", "-"]);
 }

@@ -1,5 +1,5 @@
-// A home folder of its own for OBS: settings that need no wizard and no answer from a person, a scene with a moving
-// picture, and the module under test. Nobody's own OBS settings are read or written.
+// OBS's own home folder: settings that ask the user nothing, a scene with a moving picture, and the module under test.
+// The user's OBS settings are never touched.
 
 import { mkdir, readFile, symlink, writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -9,7 +9,7 @@ import { dockState, windowGeometry } from "./window-layout.mjs";
 export class ObsHome {
   #config;
 
-  /** `folder` is made by `seed`; every path below is absolute when `folder` is. */
+  /** `seed` makes `folder`; paths below are absolute if `folder` is. */
   constructor(folder) {
     this.folder = folder;
     this.#config = path.join(folder, ".config", "obs-studio");
@@ -22,13 +22,13 @@ export class ObsHome {
   }
 
   /**
-   * Writes the whole configuration.
+   * Writes the configuration.
    *
-   * @param canvas       {width, height, fps} of the picture that OBS makes.
-   * @param video        path of the video that the one scene plays in a loop.
-   * @param modules      folders in the layout NAME/bin/64bit/NAME.so to load besides OBS's own modules.
-   * @param hotkey       binding record for the clip hotkey, or undefined for none.
-   * @param preferences  contents of the module's preferences file, or undefined for none.
+   * @param canvas         {width, height, fps} of OBS's picture.
+   * @param video          video that the only scene loops.
+   * @param modules        folders of more modules, in the layout NAME/bin/64bit/NAME.so.
+   * @param hotkey         binding record of the clip hotkey, or undefined.
+   * @param preferences    the module's preferences, or undefined.
    * @param websocketPort  as for `setWebsocketPort`.
    */
   async seed({ canvas, video, modules, hotkey, preferences, websocketPort }) {
@@ -47,20 +47,20 @@ export class ObsHome {
     }
   }
 
-  /** Sets the port for obs-websocket, or leaves its server off when it is undefined; OBS must not be running. */
-  async setWebsocketPort(port) {
+  /** Sets obs-websocket's port and password (none if undefined), or turns its server off. OBS must not be running. */
+  async setWebsocketPort(port, password) {
     const file = path.join(this.#config, "plugin_config", "obs-websocket", "config.json");
-    await this.#write(file, JSON.stringify(websocketSettings(port)));
+    await this.#write(file, JSON.stringify(websocketSettings(port, password)));
   }
 
-  /** Lets OBS find no arrangement of its docks: those of modules stay hidden; OBS must not be running. */
+  /** Removes the saved dock layout, so modules' docks stay hidden. OBS must not be running. */
   async forgetDockState() {
     const settings = parseIni(await readFile(this.userFile, "utf8"));
     delete settings.BasicWindow.DockState;
     await writeFile(this.userFile, formatIni(settings));
   }
 
-  /** Makes OBS skip one of its own modules, as a person does in its plugin manager; OBS must not be running. */
+  /** Disables one of OBS's modules, as in its plugin manager. OBS must not be running. */
   async disableModule(name) {
     const entry = {
       display_name: name,
@@ -76,21 +76,20 @@ export class ObsHome {
     await this.#write(path.join(this.#config, "plugin_manager", "modules.json"), JSON.stringify([entry]));
   }
 
-  /** The profile as it is on disk now: an object of sections, all values strings. */
+  /** The profile on disk, by section; all values are strings. */
   async readProfile() {
     return parseIni(await readFile(this.profileFile, "utf8"));
   }
 
   /**
-   * Changes the profile, the scene collection or the module's preferences on disk: `change` is given the contents as
-   * an object (of sections for the profile) and changes it in place. OBS must not run: it would not read the change
-   * and would write over it.
+   * These pass the file's content to `change`, which edits it in place. OBS must not be running: it would overwrite the
+   * file.
    */
   async changeProfile(change) {
     await changeIni(this.profileFile, change);
   }
 
-  /** The same for the settings that belong to no profile. */
+  /** For settings outside of any profile. */
   async changeUserSettings(change) {
     await changeIni(this.userFile, change);
   }
@@ -103,7 +102,7 @@ export class ObsHome {
     await changeJson(this.preferencesFile, change);
   }
 
-  /** Environment variables that make a program live in this home. */
+  /** Makes a program use this home. */
   environment() {
     return {
       HOME: this.folder,
@@ -196,12 +195,13 @@ function sceneCollection(canvas, video, hotkey) {
   };
 }
 
-function websocketSettings(port) {
+function websocketSettings(port, password) {
   return {
     first_load: false,
     server_enabled: port !== undefined,
-    auth_required: false,
+    auth_required: password !== undefined,
     alerts_enabled: false,
+    ...(password === undefined ? {} : { server_password: password }),
     ...(port === undefined ? {} : { server_port: port }),
   };
 }

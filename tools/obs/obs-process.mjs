@@ -1,4 +1,4 @@
-// One run of OBS Studio: start, log lines, clean end.
+// One run of OBS: start, log, exit.
 
 import { spawn } from "node:child_process";
 import { once } from "node:events";
@@ -6,7 +6,7 @@ import { createWriteStream } from "node:fs";
 import { run } from "./command.mjs";
 import { waitFor } from "./wait.mjs";
 
-// Every question that OBS would ask a person at start-up is switched off.
+// Keep OBS from asking anything at start.
 const quietFlags = ["--multi", "--disable-updater", "--disable-missing-files-check", "--disable-shutdown-check"];
 
 export class ObsProcess {
@@ -15,7 +15,7 @@ export class ObsProcess {
   #output = "";
   #logFile;
 
-  /** Starts OBS with the given environment and flags; what it prints is kept in memory and in `logFile`. */
+  /** Starts OBS; keeps its output in memory and in `logFile`. */
   constructor(environment, logFile, flags = []) {
     this.#logFile = logFile;
     const log = createWriteStream(logFile);
@@ -31,27 +31,24 @@ export class ObsProcess {
     this.#child.on("close", () => log.end());
   }
 
-  /** True until the process has ended. */
   get running() {
     return this.#child.exitCode === null && this.#child.signalCode === null;
   }
 
-  /** Process id. */
   get pid() {
     return this.#child.pid;
   }
 
-  /** Resolves with the exit code, or the name of the signal that ended the process. */
+  /** Resolves to the exit code or the signal's name. */
   get exited() {
     return this.#exited;
   }
 
-  /** Everything printed so far, as lines. */
   lines() {
     return this.#output.split("\n");
   }
 
-  /** Waits until a printed line matches the pattern and returns the match. Throws at once when OBS ends before. */
+  /** Waits for an output line that matches and returns the match; throws as soon as OBS has exited. */
   async waitForLine(pattern, limitMs = 30_000) {
     return waitFor(
       `the log line ${pattern}`,
@@ -60,7 +57,7 @@ export class ObsProcess {
           .map((line) => pattern.exec(line))
           .find(Boolean);
         if (!match && !this.running) {
-          throw new Error(`OBS ended before the log line ${pattern}; see ${this.#logFile}`);
+          throw new Error(`OBS exited before the log line ${pattern}; see ${this.#logFile}`);
         }
         return match;
       },
@@ -68,7 +65,7 @@ export class ObsProcess {
     );
   }
 
-  /** Command lines of the programs that OBS has started and that still run. */
+  /** Command lines of OBS's running children. */
   async childCommands() {
     const processes = (await run("ps", ["-e", "-ww", "-o", "ppid=,args="])).split("\n");
     const parentAndCommand = processes.map((line) => /^\s*(\d+)\s(.*)$/.exec(line)).filter(Boolean);
@@ -77,9 +74,8 @@ export class ObsProcess {
   }
 
   /**
-   * Asks OBS to end as a closing session does and waits for it.
-   * Returns the exit code (or signal name), the number of memory leaks that OBS counted (undefined when it did not
-   * say) and the milliseconds that it took. A process that outlives `limitMs` is killed, and that is an error.
+   * Ends OBS as a logout does. Returns the exit code (or signal), the number of memory leaks that OBS reports (or
+   * undefined) and the duration in milliseconds. After `limitMs` it kills OBS and throws.
    */
   async stop(limitMs = 20_000) {
     const begin = performance.now();
@@ -89,13 +85,13 @@ export class ObsProcess {
     clearTimeout(timer);
     const milliseconds = Math.round(performance.now() - begin);
     if (milliseconds >= limitMs) {
-      throw new Error(`OBS did not end within ${limitMs} ms and was killed; see ${this.#logFile}`);
+      throw new Error(`OBS did not exit within ${limitMs} ms and was killed; see ${this.#logFile}`);
     }
     const leaks = /Number of memory leaks: (\d+)/.exec(this.#output);
     return { exitCode, memoryLeaks: leaks ? Number(leaks[1]) : undefined, milliseconds };
   }
 
-  /** Ends OBS without mercy; for cleaning up after a failure. */
+  /** For cleaning up after a failure. */
   async kill() {
     this.#child.kill("SIGKILL");
     await this.#exited;

@@ -1,13 +1,8 @@
-// Pictures of an X display, kept as proof of what a person would have seen.
-
 import { mkdir } from "node:fs/promises";
 import path from "node:path";
 import { run } from "./command.mjs";
 
-/**
- * Writes a PNG picture of the whole display, or of `area` ({x, y, width, height}, in pixels) of it.
- * Returns its path.
- */
+/** Writes a PNG of the display, or of its `area` ({x, y, width, height} in pixels); returns its path. */
 export async function screenshot(display, file, area) {
   await mkdir(path.dirname(file), { recursive: true });
   const crop = area ? ["-crop", `${area.width}x${area.height}+${area.x}+${area.y}`, "+repage"] : [];

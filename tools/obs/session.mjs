@@ -1,4 +1,4 @@
-// A whole OBS session: home folder, display, OBS itself and its input, for the demo and the end-to-end tests alike.
+// An OBS session for the demo and the end-to-end tests: home folder, display, OBS and its input.
 
 import { access, mkdir, rm } from "node:fs/promises";
 import os from "node:os";
@@ -17,7 +17,7 @@ export class ObsSession {
   #size;
   #starts = 0;
 
-  /** The running OBS, undefined before `startObs`. */
+  /** Undefined before `startObs`. */
   obs;
 
   /** Use `create`. */
@@ -35,11 +35,11 @@ export class ObsSession {
   /**
    * Makes a session in `folder`, which is emptied first.
    *
-   * @param settings  what `ObsHome.seed` takes, without the video: a test picture is made.
-   * @param env       environment variables for OBS besides the caller's own.
-   * @param display   X display to use; a virtual one is started when it is undefined.
+   * @param settings  as for `ObsHome.seed`, without the video: a test picture is made.
+   * @param env       more environment variables for OBS.
+   * @param display   X display; if undefined, a virtual one is started.
    * @param size      size of the virtual display, in pixels at 100 %.
-   * @param scale     how large Qt draws: 1.5 is 150 %. All positions and sizes are given as for 100 %.
+   * @param scale     Qt's scale: 1.5 is 150 %. Positions and sizes are always for 100 %.
    */
   static async create({ folder, settings, env = {}, display, size = screen, scale = 1 }) {
     await rm(folder, { recursive: true, force: true });
@@ -53,20 +53,17 @@ export class ObsSession {
     return new ObsSession(folder, home, { xvfb, display: display ?? xvfb.display, size, scale, env });
   }
 
-  /**
-   * Starts OBS (with `flags` on its command line) and waits until it has loaded its modules and scenes.
-   * KESTRUNE_BUILD_DIR must name the build folder.
-   */
+  /** Starts OBS and waits until modules and scenes are loaded. KESTRUNE_BUILD_DIR must name the build folder. */
   async startObs(flags = []) {
     this.#starts += 1;
-    // Without this library OBS loses a click or the end of a key press now and then; kept_events.cpp says why.
+    // Otherwise OBS sometimes loses a click or key release; see kept_events.cpp.
     const builtSupport = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "support");
     const keptEvents = path.join(builtSupport, "kept_events", "libkept_events.so");
     await access(keptEvents);
     this.obs = new ObsProcess(
       {
         ...process.env,
-        // A person's X authority file lies in the home folder that OBS is not given.
+        // Its default is in the user's home, which OBS does not get.
         XAUTHORITY: process.env.XAUTHORITY ?? path.join(os.homedir(), ".Xauthority"),
         LIBGL_ALWAYS_SOFTWARE: "1",
         QT_QPA_PLATFORM: "xcb",
@@ -81,22 +78,22 @@ export class ObsSession {
     );
     await this.obs.waitForLine(/Loaded scenes:/);
     if (this.#xvfb) {
-      // Without a window manager nobody puts the window where it can be seen whole.
+      // There is no window manager to place the window.
       await this.input.placeWindow("^OBS ", { x: 0, y: 0, ...this.#size });
     }
   }
 
-  /** Picture of the display (or of an area of it) as `name`.png in the session's folder; returns its path. */
+  /** Saves a screenshot, or its `area`, as `name`.png in the session's folder; returns its path. */
   async screenshot(name, area) {
     return this.screenshotFile(path.join(this.folder, `${name}.png`), area);
   }
 
-  /** The same, as a file of any path. */
+  /** The same for any path. */
   async screenshotFile(file, area) {
     return screenshot(this.display, file, area && scaled(area, this.scale));
   }
 
-  /** Ends everything that still runs; safe to call at any time. */
+  /** Ends everything; safe at any time. */
   async close() {
     if (this.obs?.running) {
       await this.obs.kill();

@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# Runs commands in the build root (or on a machine that needs none), in the checkout, with a clean environment.
+# Runs commands in the checkout with a clean environment, in the build root or, where none is needed, on the machine.
 
-# Programs in the root keep their caches and settings here, never in the person's own home.
+# Programs in the root get this home, never the user's.
 root_home=$cache/home
 
-# More folders that commands in the root see under the same path.
+# More folders to share with the root.
 extra_writable=()
 extra_readable=()
 
@@ -14,13 +14,13 @@ bwrap_works()
 		bwrap --ro-bind / / --dev /dev --proc /proc --tmpfs /tmp --unshare-pid true 2>/dev/null
 }
 
-# Where namespaces are not allowed, proot does the same by tracing every process: slow, but it works.
+# Where namespaces are forbidden, proot traces every process instead: slow, but it works.
 proot_works()
 {
 	command -v proot >/dev/null && perl tools/root/older-kernel.pl proot -r / true 2>/dev/null
 }
 
-# Fills the array `environment`: all that a command in the root sees of the caller's environment.
+# Fills the array `environment` with all that commands in the root get from the caller's.
 collect_environment()
 {
 	local passed=("${proxy_names[@]}" CI npm_config_registry npm_config_proxy npm_config_https_proxy
@@ -30,7 +30,7 @@ collect_environment()
 	environment+=(
 		HOME="$root_home" PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 TERM="${TERM:-dumb}"
 		KESTRUNE_ROOT_ID="$root_id"
-		# The checkout may belong to someone else than the caller, as in containers.
+		# In containers the checkout may have another owner.
 		GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=safe.directory GIT_CONFIG_VALUE_0="$checkout"
 	)
 	local machine_certificates=/etc/ssl/certs/ca-certificates.crt
@@ -39,14 +39,14 @@ collect_environment()
 	fi
 }
 
-# Fills `writable` and `readable`: the machine's files and folders that the root shows under the same path.
+# Fills `writable` and `readable`, the files and folders that the root shows under the same path.
 collect_shared_paths()
 {
 	writable=("$checkout" "$root_home" "${extra_writable[@]}")
 	readable=("${extra_readable[@]}")
 	local path candidates=(/etc/resolv.conf /etc/hosts /etc/passwd /etc/group
 		"${SSL_CERT_FILE:-}" "${NODE_EXTRA_CA_CERTS:-}" "${npm_config_cafile:-}")
-	# Worktrees keep their git data outside of the checkout.
+	# Worktrees keep git data outside the checkout.
 	candidates+=("$(git -C "$checkout" rev-parse --path-format=absolute --git-common-dir 2>/dev/null)")
 	if [[ -f /etc/ssl/certs/ca-certificates.crt ]]; then
 		readable+=(/etc/ssl/certs)
@@ -58,7 +58,7 @@ collect_shared_paths()
 	done
 }
 
-# Adds the person's screen, graphics card and sound to `environment` and `display_paths`.
+# Adds the user's screen, graphics card and sound to `environment` and `display_paths`.
 collect_display()
 {
 	local path runtime=${XDG_RUNTIME_DIR:-/nowhere}
@@ -74,7 +74,7 @@ collect_display()
 	environment+=("${shown[@]}" XAUTHORITY="${XAUTHORITY:-$HOME/.Xauthority}")
 }
 
-# The root is mounted read-only, so what is to be mounted into it needs its place beforehand.
+# Mount points must exist beforehand, because the root is mounted read-only.
 make_mount_points()
 {
 	local path
@@ -97,7 +97,7 @@ enter_with_bwrap()
 	for path in "${readable[@]}"; do binds+=(--ro-bind "$path" "$path"); done
 	for path in "${display_paths[@]}"; do binds+=(--dev-bind "$path" "$path"); done
 	make_mount_points "${writable[@]}" "${readable[@]}"
-	# X servers of ordinary users do not make their socket folder themselves.
+	# Unprivileged X servers cannot make their socket folder.
 	env -i "${environment[@]}" bwrap --ro-bind "$root" / --dev /dev --proc /proc \
 		--perms 1777 --tmpfs /tmp --perms 1777 --dir /tmp/.X11-unix --tmpfs /run \
 		--perms 0700 --dir "${XDG_RUNTIME_DIR:-/run/user}" \
@@ -111,7 +111,7 @@ enter_with_proot()
 	mkdir -m 1777 "$temporary/.X11-unix"
 	for path in "${writable[@]}" "${readable[@]}" "${display_paths[@]}"; do binds+=(-b "$path"); done
 	make_mount_points "${writable[@]}" "${readable[@]}"
-	# The heap that proot emulates crashes large programs; with this setting the C library makes no use of it.
+	# proot's emulated heap crashes large programs; this makes the C library avoid it.
 	env -i "${environment[@]}" GLIBC_TUNABLES=glibc.malloc.hugetlb=2 perl tools/root/older-kernel.pl \
 		proot -r "$root" -b /dev -b /proc -b "$temporary:/tmp" "${binds[@]}" -w "$checkout" "$@" || status=$?
 	rm -rf "$temporary"
@@ -123,7 +123,7 @@ enter_directly()
 	env -i "${environment[@]}" "$@"
 }
 
-# in_root [--display] COMMAND...: runs a command; with --display it sees the person's own screen and sound.
+# in_root [--display] COMMAND...: runs a command, with --display on the user's screen and sound.
 in_root()
 {
 	local environment=() writable=() readable=() display_paths=()
@@ -137,8 +137,8 @@ in_root()
 	"enter_$entrance" "$@"
 }
 
-# as_admin_of FOLDER COMMAND...: runs a command that may change the root in this folder, as its administrator. All of the
-# root belongs to the caller, so it takes no rights to be that.
+# as_admin_of FOLDER COMMAND...: runs a command as administrator of the root in FOLDER. That takes no rights, because
+# the caller owns the whole root.
 as_admin_of()
 {
 	local folder=$1 environment=() path binds=() identity=()

@@ -1,9 +1,8 @@
 # shellcheck shell=bash
-# Makes the build root: a folder with a Debian that is new enough, made once per package list.
+# Makes the build root: a folder with a new enough Debian, once per package list.
 
 roots=$cache/roots
 
-# Prints what the root's package lists name, one per line.
 root_list()
 {
 	cat "${root_lists[@]}" | sed 's/#.*//' | xargs -n 1
@@ -19,7 +18,7 @@ root_source_packages()
 	root_list | sed -n 's/^src://p'
 }
 
-# select_root SUITE FILE...: chooses the root that everything here is about, by its Debian release and package lists.
+# select_root SUITE FILE...: selects the root with this Debian release and these package lists.
 select_root()
 {
 	root_suite=$1
@@ -30,7 +29,7 @@ select_root()
 	small_root=
 }
 
-# Chooses the root with everything. Where only the small one is there, it is made from that.
+# Selects the full root, which is made from the small one if that exists.
 select_developer_root()
 {
 	select_root forky tools/root/packages.txt
@@ -39,7 +38,7 @@ select_developer_root()
 	small_root=$small
 }
 
-# Chooses the root for building and for the demo: the one with everything, where that is there already.
+# Selects the root for building and the demo: the full one if it exists, else the small one.
 select_small_root()
 {
 	select_developer_root
@@ -49,14 +48,14 @@ select_small_root()
 	fi
 }
 
-# apt's own settings on this machine do not reach the root, but its proxy is needed there, too.
+# The root needs this machine's proxy, but none of apt's other settings.
 apt_proxy_options()
 {
 	apt-config dump --format '%f "%v";%n' Acquire | grep -iE '^Acquire::https?::proxy' | sed 's/^/--aptopt=/'
 }
 
-# mmdebstrap's scratch folder is elsewhere than the root: in its unshare mode it runs as another user,
-# to whom a home folder is closed. Where it is, is written down for the call that finds it left behind.
+# mmdebstrap's unshare mode runs as another user, who cannot enter home folders, so its scratch folder is elsewhere. Its
+# path is stored for a later call to clean up.
 open_scratch()
 {
 	mktemp -d "${TMPDIR:-/var/tmp}/kestrune-root.XXXXXX" >"$roots/.scratch"
@@ -74,8 +73,7 @@ remove_unfinished()
 	rm -f "$roots/.scratch"
 }
 
-# The root comes as an archive and is unpacked here, so that all of it belongs to the person who calls,
-# whichever way of making it works on this machine.
+# Unpacks an archive, so that the caller owns the whole root however it is made.
 fill_root()
 {
 	local mirror=$1 apt_options=() source_options=() sources=() mode=auto runner=(env)
@@ -110,20 +108,19 @@ fill_root()
 		write_root_id "$roots/.new"
 }
 
-# A root takes 2 GB; one that no checkout has used for a month is only in the way.
+# A root takes 2 GB. Removes those unused for a month.
 remove_old_roots()
 {
 	find "$roots" -mindepth 1 -maxdepth 1 -name "$root_suite-*" -mtime +30 ! -path "$root" -exec rm -rf {} +
 }
 
-# Prints the packages in this root with their versions, sorted.
 installed_in()
 {
 	dpkg-query --admindir="$1/var/lib/dpkg" --show | sort
 }
 
-# Adds what is missing to a copy of the small root, whose files it shares. As far as compilers can tell it is the same
-# root, so that what was built in the one is not built again in the other; unless something had to be upgraded.
+# Adds packages to a copy of the small root, hard-linking its files. It keeps the small root's id, and so the builds
+# made there, unless a package had to be upgraded.
 extend_root()
 {
 	local packages=()
@@ -151,20 +148,20 @@ make_root()
 	local lock mirror
 	exec {lock}>"$roots/.lock"
 	if ! flock --nonblock "$lock"; then
-		say "Another call is making the build root; waiting for it…"
+		say "Waiting for another ./run, which is making the build root…"
 		flock "$lock"
 	fi
 	if [[ ! -d $root && -d $small_root ]]; then
-		step "Adding the developers' packages to the build root (about a minute)" \
-			"Check the network and the free space; then call ./run again." extend_root
+		step "Adding the development packages to the build root (about a minute)" \
+			"Check the network and free disk space, then run ./run again." extend_root
 		mv "$roots/.new" "$root"
 	elif [[ ! -d $root ]]; then
 		mirror=$(debian_mirror)
-		[[ -n $mirror ]] || fail "apt knows no Debian archive here; name one: KESTRUNE_MIRROR=http://… ./run …"
+		[[ -n $mirror ]] || fail "apt has no Debian mirror here; name one: KESTRUNE_MIRROR=http://… ./run …"
 		remove_unfinished
 		trap remove_unfinished EXIT
 		step "Making the build root ($root_cost, in $roots)" \
-			"Check the network (the archive is $mirror) and the free space; then call ./run again." \
+			"Check the network (the mirror is $mirror) and free disk space, then run ./run again." \
 			fill_root "$mirror"
 		mv "$roots/.new" "$root"
 		remove_unfinished

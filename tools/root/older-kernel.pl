@@ -1,8 +1,8 @@
 #!/usr/bin/perl
-# older-kernel.pl COMMAND...: runs a command to which the kernel denies its newer calls (x86-64 only).
+# older-kernel.pl COMMAND...: runs a command without the kernel's newer system calls (x86-64 only).
 #
-# Debian's proot is older than these calls and lets their paths through as they are, so that a program in the root
-# would look for its files outside. Told that a call does not exist, programs use an older one instead.
+# Debian's proot does not know these and passes their paths unchanged, so programs would look for files outside of the
+# root. If a call seems not to exist, they use an older one.
 use strict;
 use warnings;
 
@@ -13,7 +13,7 @@ my %denied_calls = (
 my ($allow, $answer_no_such_call) = (0x7fff0000, 0x00050000 | 38);
 my ($prctl, $set_seccomp, $set_no_new_privileges, $filter_mode) = (157, 22, 38, 2);
 
-# A seccomp filter: load the call's number; a call that is denied is followed by its answer; the rest is allowed.
+# A seccomp filter: loads the call's number, answers denied calls, allows the rest.
 my $program = pack 'SCCL', 0x20, 0, 0, 0;
 for my $number (values %denied_calls) {
 	$program .= pack 'SCCL SCCL', 0x15, 0, 1, $number, 0x06, 0, 0, $answer_no_such_call;

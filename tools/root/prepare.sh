@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Decides where commands run (the machine itself, or a root entered by bwrap or proot) and makes it ready.
+# Decides where commands run (on the machine, or in a root entered by bwrap or proot) and prepares that.
 
-# OBS loads a module only if the API version that the module reports is not newer than OBS's own.
+# OBS refuses modules that report a newer API version than its own.
 oldest_obs=31.1
 
 new_enough()
@@ -25,7 +25,7 @@ use_machine()
 	mapfile -t packages < <(root_packages)
 	install_packages "about 2 minutes" "${packages[@]}"
 	entrance=directly
-	# Build folders remember what they were made in; a machine is known by what it compiles with.
+	# The id for build folders: it depends on the versions of these packages.
 	root_id="machine $(dpkg-query --show "${packages[@]}" | sha256sum | head -c 12)"
 }
 
@@ -40,7 +40,7 @@ choose_entrance()
 	fi
 }
 
-# Makes the selected root unless it is there, and readies it to be entered.
+# Makes the selected root if needed, and prepares to enter it.
 use_root()
 {
 	if [[ ! -d $root ]]; then
@@ -49,7 +49,7 @@ use_root()
 	if ! choose_entrance; then
 		install_packages "under a minute" bubblewrap proot
 		choose_entrance ||
-			fail "neither namespaces (bubblewrap) nor tracing (proot) are allowed here; allow one of them"
+			fail "this system forbids both namespaces (bubblewrap) and tracing (proot); allow one of them"
 	fi
 	if [[ ! -d $root ]]; then
 		make_root
@@ -58,10 +58,10 @@ use_root()
 	root_id=$(<"$root/etc/kestrune-root")
 }
 
-# Makes the selected root ready; after this, in_root works. Sets `entrance` and `root_id`.
+# Prepares the selected root for in_root; sets `entrance` and `root_id`.
 prepare_root()
 {
-	command -v apt-get >/dev/null || fail "needs a Debian system (12 or newer): there is no apt-get here"
+	command -v apt-get >/dev/null || fail "apt-get is missing; this needs Debian 12 or newer"
 	mkdir -p "$roots"
 	if new_enough "$(installed_obs)"; then
 		use_machine
@@ -78,7 +78,7 @@ prepare_root()
 	use_root
 }
 
-# Changes to the root for the Windows tests; `libobs_headers` are those of the root or machine that was in use.
+# Switches to the root for the Windows tests; `libobs_headers` are those of the previous root or machine.
 prepare_windows_root()
 {
 	libobs_headers=/usr/include/obs

@@ -1,9 +1,9 @@
-// What the fake helper answers.
+// Answers for the stand-in helper.
 
 import { mkdir, rename, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
 
-/** A helper with a linked account, which it tells when it is released, no clips and no news. */
+/** A linked account, reported once released; no clips and no update. */
 const usual = {
   "--status": ["hold", { event: "status", linked: true, login: "ana" }],
   "--chat-get": [{ event: "chat", enabled: false, command: "!rune", cooldown_s: 30, per_stream_cap: 10 }],
@@ -11,10 +11,7 @@ const usual = {
   "--check-update": [{ event: "update", update: false }],
 };
 
-/**
- * Has the runs of a command answer with these lines from now on: events, and the strings that fake-helper knows.
- * Runs in flight keep what they have begun to read.
- */
+/** Sets the lines that future runs of a command answer: events, and the stand-in helper's words "hold" and "exit N". */
 export async function answer(folder, command, ...lines) {
   const text = lines.map((line) => (typeof line === "string" ? line : JSON.stringify(line))).join("\n");
   const file = path.join(folder, command);
@@ -23,12 +20,12 @@ export async function answer(folder, command, ...lines) {
   await rename(`${file}.new`, file);
 }
 
-/** Lets the runs of this command go on that hold. */
+/** Releases the runs of a command from "hold". */
 export async function release(folder, command) {
   await writeFile(path.join(folder, `${command}.go`), "");
 }
 
-/** Makes the folder, with the usual answers and, before them, `others` by command. */
+/** Makes the folder with the usual answers, overridden by `others`. */
 export async function prepareAnswers(folder, others) {
   await mkdir(folder);
   for (const [command, lines] of Object.entries({ ...usual, ...others })) {

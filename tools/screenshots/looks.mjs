@@ -1,4 +1,4 @@
-// The dock in every theme, at every scale and in odd sizes, as pictures under build/screenshots/looks to be looked at.
+// Takes pictures of the dock in every theme, at every scale and in odd sizes, for a person to look at.
 
 import { writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -12,7 +12,7 @@ const narrow = { width: 200, height: 800 };
 const tall = { width: 420, height: 1150 };
 const sections = ["styleSection", "hotkeySection", "chatBox", "recentSection"];
 
-/** OBS's own themes; the theme "System" takes its colours from the desktop, whose high contrast this is. */
+/** OBS's themes. "System" takes the desktop's colours, here a high contrast. */
 const themes = {
   dark: { id: "com.obsproject.Yami.Original" },
   light: { id: "com.obsproject.Yami.Light" },
@@ -23,7 +23,7 @@ const themes = {
   },
 };
 
-/** Has Qt take these colours from the desktop, as a KDE desktop keeps them. */
+/** Sets the desktop's colours for Qt, as KDE stores them. */
 async function setDesktopColours(home, { back, text, chosen }) {
   const colours = (ground, letters) => ({
     BackgroundNormal: ground,
@@ -59,7 +59,6 @@ async function openAll(stage) {
   }
 }
 
-/** Makes the pictures of all themes at all scales. */
 export async function photographLooks() {
   for (const scale of scales) {
     for (const [theme, settings] of Object.entries(themes)) {

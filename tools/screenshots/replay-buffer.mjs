@@ -1,6 +1,4 @@
-// The Replay Buffer as the pictures need it.
-
-/** Has OBS make a Replay Buffer from its start on; each replay is called NAME.mkv and written over the one before. */
+/** Enables the Replay Buffer from OBS's start; each replay overwrites NAME.mkv. */
 export async function switchReplayBufferOn(home, name = "Replay") {
   await home.changeProfile((profile) => {
     const on = { RecRB: "true", RecRBTime: "120" };

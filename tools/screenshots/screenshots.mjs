@@ -1,5 +1,5 @@
-// screenshots.mjs [SUBJECT...]: the pictures of the user guide, made anew from the real OBS; all when none is named.
-// KESTRUNE_BUILD_DIR names the build folder.
+// screenshots.mjs [SUBJECT...]: takes the user guide's pictures in the real OBS; by default all. KESTRUNE_BUILD_DIR
+// names the build folder.
 
 import path from "node:path";
 import { photographLooks } from "./looks.mjs";
@@ -15,8 +15,8 @@ import { Stage } from "./stage.mjs";
 const images = path.resolve(import.meta.dirname, "..", "..", "docs", "images");
 
 /**
- * Each is one run of OBS; a shot's `reach` brings the dock into its state. What is photographed is the dock, or its
- * `part` "header" alone, or an `area` of the screen.
+ * Each is one run of OBS; a shot's `reach` brings the dock into its state. The picture shows the dock, its `part`
+ * "header", or an `area` of the screen.
  */
 const subjects = { connecting, overview, hotkey, chat, clips, updates, "helper-trouble": helperTrouble };
 
@@ -34,7 +34,7 @@ const known = [...Object.keys(subjects), "looks"];
 const wanted = process.argv.slice(2);
 const unknown = wanted.find((name) => !known.includes(name));
 if (unknown) {
-  console.error(`screenshots: there is no subject "${unknown}"; there are: ${known.join(", ")}`);
+  console.error(`screenshots: unknown subject "${unknown}"; subjects are: ${known.join(", ")}`);
   process.exit(2);
 }
 for (const name of wanted.length > 0 ? wanted : known) {

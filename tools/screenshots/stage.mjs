@@ -1,4 +1,4 @@
-// One run of the real OBS in which the dock is brought from one state to the next and photographed.
+// One run of the real OBS that brings the dock from state to state and takes pictures.
 
 import { cp } from "node:fs/promises";
 import path from "node:path";
@@ -19,18 +19,17 @@ const modules = [
   path.join(buildFolder, "kestrune"),
   path.join(buildFolder, "tests", "support", "probe", "kestrune-probe"),
 ];
-// Enough of a picture, and little work for the processor.
+// Enough of a picture at little CPU time.
 const canvas = { width: 640, height: 360, fps: 10 };
 
-/** Where the mouse lights up nothing: the empty part of OBS's status bar. */
+/** Here the mouse highlights nothing: the empty part of OBS's status bar. */
 const mouseRest = { x: 300, y: 845 };
 
-/** Title of the window of a floating dock. */
 const dockWindow = "^Kestrune$";
-/** So far above a dock is its title bar, in pixels, in every theme. */
+/** Pixels from a dock up to its title bar, in every theme. */
 const titleBarDistance = 8;
 
-/** Whether a dock of this length, in pixels, is in a window of that, whose title bar and frame take up to `frame`. */
+/** Whether a dock fills its window, whose frame takes less than `frame` pixels. */
 function fits(length, whole, frame) {
   return length <= whole && length > whole - frame;
 }
@@ -39,7 +38,6 @@ export class Stage {
   #picturesFolder;
   #websocket;
 
-  /** The dock as a user sees it. */
   dock;
 
   /** Use `run`. */
@@ -50,10 +48,10 @@ export class Stage {
   }
 
   /**
-   * Runs OBS for one subject and calls `work` with the stage. The subject may have the members
-   *  - answers: as for `answer`, by command, besides the usual ones;
+   * Runs OBS for one subject and calls `work` with the stage. Optional members of a subject:
+   *  - answers: overrides the usual answers, by command;
    *  - prepare(home, stage): changes the configuration before OBS starts;
-   *  - env: environment variables for OBS, made from the stage's folder;
+   *  - env: makes environment variables for OBS from the stage's folder;
    *  - size, scale: as for ObsSession.create.
    */
   static async run(name, subject, picturesFolder, work) {
@@ -97,38 +95,35 @@ export class Stage {
     this.dock = new Dock(this.#websocket, this.input);
   }
 
-  /** Path of a file of this run by its name. */
   file(name) {
     return path.join(this.session.folder, name);
   }
 
-  /** What the helper's runs with this command answer from now on: see answers.mjs. */
+  /** See answers.mjs. */
   async answer(command, ...lines) {
     await answer(this.file("answers"), command, ...lines);
   }
 
-  /** Lets the helper's runs with this command go on that hold. */
   async release(command) {
     await release(this.file("answers"), command);
   }
 
-  /** Sends a request to OBS as a remote control does. */
+  /** Sends a request over obs-websocket. */
   async call(request, data) {
     return this.#websocket.call(request, data);
   }
 
-  /** Sends a request to the module as a remote control does. */
+  /** Sends a vendor request over obs-websocket. */
   async callModule(requestType) {
     return this.call("CallVendorRequest", { vendorName: "Kestrune", requestType });
   }
 
-  /** Opens or closes a section by a click on its title, the widget `name`. */
+  /** Clicks on the title of a section, the widget `name`. */
   async toggle(name, open) {
     await this.dock.click({ name });
     await this.dock.waitForWidget({ name, checked: open });
   }
 
-  /** Opens this section and closes all others. */
   async openOnly(section) {
     const { widgets } = await this.dock.snapshot();
     const toggles = widgets.filter(({ class: type, name }) => type === "QToolButton" && name.endsWith("Toggle"));
@@ -139,7 +134,7 @@ export class Stage {
     }
   }
 
-  /** Takes the dock out of OBS's window, as a window of this size, in pixels, at the screen's upper left corner. */
+  /** Makes the dock a floating window of this size in pixels, at the top left of the screen. */
   async float(size) {
     const { x, y } = await this.dock.snapshot();
     await this.input.doubleClick(x + 40, y - titleBarDistance);
@@ -147,7 +142,7 @@ export class Stage {
     await this.resizeFloating(size);
   }
 
-  /** Gives the floating dock this size, in pixels; the dock alone is a little smaller. */
+  /** Resizes the dock's window, in pixels; the dock itself is a little smaller. */
   async resizeFloating(size) {
     await this.input.placeWindow(dockWindow, { x: 0, y: 0, ...size });
     await waitFor("the dock's new size", async () => {
@@ -156,14 +151,14 @@ export class Stage {
     });
   }
 
-  /** Sends the keys to the dock's window, which must float. */
+  /** The dock must float. */
   async focusFloatingDock() {
     await this.input.focusWindow(dockWindow);
   }
 
   /**
-   * Brings the dock to "Ready", and waits until nothing that belongs to the start of OBS will change it any more. The
-   * helper's answer about the account comes when the Replay Buffer runs already: otherwise two texts race.
+   * Waits for "Ready", and until OBS's start no longer changes the dock. The account is reported only after the Replay
+   * Buffer has started; otherwise two texts race.
    */
   async settle() {
     await this.dock.waitForStatus("Starting…");
@@ -175,32 +170,31 @@ export class Stage {
     await this.waitForIdleHelper();
   }
 
-  /** Waits for the first preview: the last that the dock asks for at its start, apart from updates. */
+  /** Waits for the first preview, the last query of the start apart from updates. */
   async waitForPreview() {
     await waitFor("the first preview", async () => (await this.dock.widget({ name: "preview" }))?.picture);
   }
 
-  /** Waits until no helper run is in flight. */
   async waitForIdleHelper() {
     const isIdle = async () => (await this.session.obs.childCommands()).length === 0;
     await waitFor("all helper runs to end", isIdle);
   }
 
-  /** Photographs the dock, with the mouse out of the way, or what the shot's `part` or `area` names. */
+  /** Takes a picture of the dock, or of the shot's `part` or `area`, without the mouse pointer over it. */
   async photograph({ name, part, area }) {
     await this.input.moveMouse(mouseRest.x, mouseRest.y);
-    // Styles fade out what the mouse has lit up.
+    // Styles fade highlights out.
     await sleep(400);
     const file = path.join(this.#picturesFolder, `${name}.png`);
     await this.session.screenshotFile(file, area ?? (await this.#dockArea(part)));
-    // Without the time in it the picture of the same thing is the same file.
+    // Without a time stamp, equal pictures are equal files.
     const plain = ["-strip", "-define", "png:exclude-chunks=date,time"];
     const few = area ? [] : ["-dither", "None", "-colors", "256"];
     await run("mogrify", [...few, ...plain, file]);
     console.log(`screenshots: ${path.relative(checkout, file)}`);
   }
 
-  /** The whole dock, or of the part "header" what is above its first section. */
+  /** `part` "header" is the area above the first section. */
   async #dockArea(part) {
     const whole = await this.dock.area();
     if (part !== "header") {

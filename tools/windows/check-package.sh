@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check-package.sh BUILD_DIR: the package for Windows has the layout that OBS looks for. (What is in this one was built
-# by MinGW and is for tests only.) Runs in the Windows root.
+# check-package.sh BUILD_DIR: checks that the Windows package has OBS's layout. MinGW built this one, for tests only.
+# Runs in the Windows root.
 set -euo pipefail
 
 build_dir=$1

@@ -1,9 +1,9 @@
 # shellcheck shell=bash
-# Qt for MinGW, which no Debian package holds: built once per recipe and root, and kept beside the roots.
+# Qt for MinGW, which Debian does not package: built once per recipe and root, and kept beside the roots.
 
 qt_recipe=(tools/windows/qt-recipe.sh cmake/mingw-w64.cmake)
 
-# Prints every tenth part of ninja's way.
+# Prints ninja's progress in steps of 10 %.
 show_progress()
 {
 	awk -F '[][/]' '$2 ~ /^[0-9]+$/ && $3 > 100 && int(10 * $2 / $3) > shown {
@@ -11,7 +11,7 @@ show_progress()
 	}'
 }
 
-# Called where errexit is off, so each step says itself whether to go on.
+# errexit is off here, so each step checks for failure.
 build_qt()
 {
 	local new=$cache/qt-mingw.new
@@ -24,7 +24,7 @@ build_qt()
 	rm -rf "$new"
 }
 
-# After this, `qt_for_windows` is a folder with Qt as the selected root can use it.
+# Sets `qt_for_windows` to a folder with Qt for the selected root.
 ensure_qt()
 {
 	local lock
@@ -33,7 +33,7 @@ ensure_qt()
 	flock "$lock"
 	if [[ ! -d $qt_for_windows ]]; then
 		say "Building Qt for Windows (about 10 minutes on 2 cores, 100 MB in $cache, once)…"
-		build_qt || fail "Qt was not built; see the end of $setup_log, then call ./run again."
+		build_qt || fail "building Qt failed; see the end of $setup_log, then run ./run again."
 	fi
 	exec {lock}>&-
 	touch "$qt_for_windows"

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# wine.sh PROGRAM ARGUMENT...: runs a Windows program and ends with its code. Its output goes through a file: a helper
-# program killed while it starts may leave a console process of Wine's behind, which holds the output open for ever, so
-# that whoever waits for the end of a pipe would wait for ever too.
+# wine.sh PROGRAM ARGUMENT...: runs a Windows program and returns its exit code. Output goes through a file: a helper
+# killed during its start may leave a Wine console process that holds a pipe open forever.
 set -euo pipefail
 
 output=$(mktemp)

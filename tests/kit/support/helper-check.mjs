@@ -5,7 +5,8 @@ import { mkdtemp, rm, writeFile } from "node:fs/promises";
 import os from "node:os";
 import path from "node:path";
 
-const checkout = path.resolve(import.meta.dirname, "..", "..", "..");
+/** The folder of this repository. */
+export const checkout = path.resolve(import.meta.dirname, "..", "..", "..");
 
 /** A folder that is gone after the test `t`. */
 export async function temporaryFolder(t) {
@@ -21,14 +22,18 @@ export async function writeHelper(folder, lines) {
   return file;
 }
 
-/** Runs tools/check-helper; answers its `exitCode`, its report (`output`) and its complaints (`errorOutput`). */
-export function checkHelper(args, env = {}) {
-  const program = path.join(checkout, "tools", "check-helper");
+/** Runs a program; answers its `exitCode`, its `output` and its `errorOutput`. */
+export function runProgram(program, args, options = {}) {
   return new Promise((resolve) => {
-    execFile(program, args, { env: { ...process.env, ...env } }, (failure, output, errorOutput) => {
+    execFile(program, args, options, (failure, output, errorOutput) => {
       resolve({ exitCode: failure ? failure.code : 0, output, errorOutput });
     });
   });
+}
+
+/** Runs tools/check-helper; answers its `exitCode`, its report (`output`) and its complaints (`errorOutput`). */
+export function checkHelper(args, env = {}) {
+  return runProgram(path.join(checkout, "tools", "check-helper"), args, { env: { ...process.env, ...env } });
 }
 
 /** Checks a helper of these bash lines with one command alone. */

@@ -1,11 +1,9 @@
-// What makes a finished Short right.
-
 import assert from "node:assert/strict";
 import { decodeFully, probeVideo } from "../../../tools/obs/media.mjs";
 
 /**
- * Asserts that `short` is a playable vertical video with sound that holds the last `clipSeconds` seconds of `replay`,
- * or all of it when it is shorter.
+ * Asserts that `short` is a playable vertical video with sound that holds the last `clipSeconds` of `replay`, or all of
+ * a shorter one.
  */
 export async function assertShort(short, replay, clipSeconds) {
   const [made, saved] = await Promise.all([probeVideo(short), probeVideo(replay), decodeFully(short)]);

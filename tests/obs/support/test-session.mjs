@@ -1,4 +1,4 @@
-// An OBS session for one test file: the module and the test module loaded, helper runs noted, no browser needed.
+// An OBS session for one test file: with the module and the test module, recorded helper runs, and no browser.
 
 import { readFile, readdir } from "node:fs/promises";
 import path from "node:path";
@@ -20,25 +20,22 @@ const module = path.join(buildFolder, "kestrune");
 const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
 
-/** Path of the program that stands in for the elevated installer. */
+/** The program that stands in for the elevated installer. */
 export const updateRunner = path.join(buildFolder, "tests", "support", "update_runner", "update_runner");
 
-/** Folder that keeps the files of the session `name`. */
 export function artefactsFolder(name) {
   return path.join(checkout, "build", "test-artifacts", name);
 }
 
-/** Path of a fake helper program by its name. */
 export function fakeHelper(name) {
   return path.join(import.meta.dirname, "helpers", name);
 }
 
-/** Path of a fake update runner by its name. */
 export function fakeRunner(name) {
   return path.join(import.meta.dirname, "runners", name);
 }
 
-/** The key combination that test sessions bind to the clip hotkey, as OBS saves it and as keys to press. */
+/** The clip hotkey of test sessions, as OBS saves it and as keys to press. */
 export const clipHotkey = {
   record: { shift: true, control: true, alt: false, command: false, key: "OBS_KEY_C" },
   keys: ["control", "shift", "c"],
@@ -48,35 +45,41 @@ export class TestSession {
   #withModule;
   #statusRunsBeforeStart = 0;
   #env;
+  #password;
 
-  /** The running OBS as a user and a remote control see it; both are there after `startObs`. */
+  /** Where obs-websocket listens, after `startObs`. */
+  websocketAddress;
+
+  /** The running OBS for a user and for a remote control, after `startObs`. */
   dock;
   websocket;
 
   /** Use `create`. */
-  constructor(session, { helper, withModule, env }) {
+  constructor(session, { helper, withModule, env, password }) {
     this.session = session;
     this.helper = helper;
     this.shorts = path.join(session.folder, "sample-helper", "Shorts");
     this.#withModule = withModule;
     this.#env = env;
+    this.#password = password;
   }
 
   /**
-   * Makes a session whose files are kept in `artefactsFolder(name)`.
+   * Makes a session with its files in `artefactsFolder(name)`.
    *
    * @param helper      path of the helper program.
-   * @param withModule  false to run OBS without the module, for comparisons.
-   * @param canvas      {width, height, fps} of the picture that OBS makes.
-   * @param extraEnv    environment variables for OBS and its helper besides those that every test session has.
+   * @param withModule  false to compare with OBS without the module.
+   * @param canvas      {width, height, fps} of OBS's picture.
+   * @param extraEnv    more environment variables for OBS and its helper.
+   * @param password    obs-websocket's password; none if undefined.
    */
-  static async create(name, { helper, withModule = true, canvas = usualCanvas, extraEnv = {} }) {
+  static async create(name, { helper, withModule = true, canvas = usualCanvas, extraEnv = {}, password }) {
     const folder = artefactsFolder(name);
     const env = {
       PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
       KESTRUNE_HELPER: helper,
       KESTRUNE_SAMPLE_HELPER_HOME: path.join(folder, "sample-helper"),
-      // Long enough to be seen on a busy machine.
+      // Long enough to notice on a busy machine.
       KESTRUNE_SAMPLE_HELPER_LINK_MS: "4000",
       KESTRUNE_TEST_FOLDER: folder,
       KESTRUNE_TEST_SAMPLE_HELPER: sampleHelper,
@@ -92,10 +95,10 @@ export class TestSession {
       },
       env,
     });
-    return new TestSession(session, { helper, withModule, env });
+    return new TestSession(session, { helper, withModule, env, password });
   }
 
-  /** Has OBS make a Replay Buffer from its first start on, so that the module need not ask for a restart. */
+  /** Enables the Replay Buffer before OBS starts, so that the module need not ask for a restart. */
   async switchReplayBufferOn() {
     await this.session.home.changeProfile((profile) => {
       for (const section of ["SimpleOutput", "AdvOut"]) {
@@ -104,39 +107,37 @@ export class TestSession {
     });
   }
 
-  /** Starts OBS and connects to it. Throws when the module was to be loaded and did not load. */
+  /** Starts OBS and connects to it. Throws if the module does not load. */
   async startObs() {
     this.#statusRunsBeforeStart = (await this.helperCalls("--status")).length;
-    // Not the port of an earlier start: it stays taken for a while when OBS has closed the connections itself.
+    // A new port each time: the old one stays in use for a while after OBS closes the connections.
     const websocketPort = await findFreePort();
-    await this.session.home.setWebsocketPort(websocketPort);
+    await this.session.home.setWebsocketPort(websocketPort, this.#password);
     await this.session.startObs();
     if (this.#withModule) {
       await this.session.obs.waitForLine(/\[kestrune\] Kestrune loaded/, 5000);
     }
-    this.websocket = await connectWebsocket(websocketPort);
+    this.websocketAddress = `ws://127.0.0.1:${websocketPort}`;
+    this.websocket = await connectWebsocket(websocketPort, this.#password);
     this.dock = new Dock(this.websocket, this.session.input);
   }
 
-  /**
-   * Waits until the account is linked, the Replay Buffer runs, and nothing that belongs to the start of OBS will change
-   * the status line any more.
-   */
+  /** Waits until the account is linked, the Replay Buffer runs, and OBS's start no longer changes the status line. */
   async waitForReadiness() {
     await this.dock.waitForWidget({ name: "clipBtn", enabled: true });
     const runsOfStart = this.#statusRunsBeforeStart + 2;
-    await waitFor("both questions after the account", async () => {
+    await waitFor("both status queries", async () => {
       return (await this.helperCalls("--status")).length >= runsOfStart;
     });
     await this.waitForIdleHelper();
-    // The module looks once more 1.5 s after it has started the Replay Buffer.
+    // The module checks again 1.5 s after starting the Replay Buffer.
     await sleep(1600);
     await this.dock.waitForStatus(readyStatus);
   }
 
   /**
-   * Stops the Replay Buffer by OBS's own control, and waits until OBS could start it again: OBS tells that it has stopped
-   * a moment before its output has, and starts nothing in between.
+   * Stops the Replay Buffer from OBS and waits until it can start again: OBS reports the stop a moment before its
+   * output has stopped, and starts nothing in between.
    */
   async stopReplayBuffer() {
     await this.websocket.call("StopReplayBuffer");
@@ -144,19 +145,19 @@ export class TestSession {
       "Replay Buffer stopped. Start it (Controls → Start Replay Buffer) to clip.",
       errorColour,
     );
-    await waitFor("the output to end", async () => {
+    await waitFor("the output to stop", async () => {
       const { outputs } = await this.websocket.call("GetOutputList");
       return !outputs.find(({ outputName }) => outputName === "Replay Buffer").outputActive;
     });
   }
 
-  /** Ends OBS as a closing desktop session does; answers as `ObsProcess.stop`. */
+  /** Ends OBS like a desktop that logs out; returns what `ObsProcess.stop` does. */
   async stopObs() {
     await this.websocket.disconnect();
     return this.session.obs.stop();
   }
 
-  /** The lines of a file that a fake program writes into the session's folder; none before it was written. */
+  /** The lines that a fake program wrote to this file in the session's folder, if any. */
   async notes(file) {
     try {
       return (await readFile(path.join(this.session.folder, file), "utf8")).split("\n").slice(0, -1);
@@ -168,7 +169,7 @@ export class TestSession {
     }
   }
 
-  /** Runs the sample helper beside OBS, on the same state; returns its events. */
+  /** Runs the sample helper with OBS's environment; returns its events. */
   async runSampleHelper(...args) {
     const output = await run(sampleHelper, args, { env: { ...process.env, ...this.#env } });
     return output
@@ -177,19 +178,18 @@ export class TestSession {
       .map((line) => JSON.parse(line));
   }
 
-  /** Runs the session's own helper beside OBS to its end. */
+  /** Runs the session's helper to its end. */
   async runHelper(...args) {
-    // What is loaded into OBS to watch it has no place in the helper.
+    // Libraries that watch OBS do not belong in the helper.
     await run(this.helper, args, { env: { ...process.env, ...this.#env, LD_PRELOAD: undefined } });
   }
 
-  /** The argument lists of all helper runs so far, or only of those with the given command. */
+  /** The argument lists of all helper runs so far, optionally of one command. */
   async helperCalls(command) {
     const calls = (await this.notes("helper-calls")).map((line) => line.split("\t"));
     return command ? calls.filter(([first]) => first === command) : calls;
   }
 
-  /** Waits until no helper run is in flight. */
   async waitForIdleHelper() {
     const isIdle = async () => (await this.session.obs.childCommands()).length === 0;
     await waitFor("all helper runs to end", isIdle);
@@ -204,7 +204,7 @@ export class TestSession {
       .map((name) => path.join(this.shorts, name));
   }
 
-  /** Ends whatever still runs, with a last picture of the screen. */
+  /** Takes a last screenshot and ends whatever still runs. */
   async close() {
     if (this.session.obs?.running) {
       await this.session.screenshot("last");

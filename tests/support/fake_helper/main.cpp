@@ -14,8 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Stands in for the helper: notes how it was called in "runs" of the folder FAKE_HELPER_DIR, then does what the
-// script for its first switch says ("status.json" for --status). Without a script it ends at once with code 0.
+// Stands in for the helper: records its call in "runs" in the folder FAKE_HELPER_DIR, then follows the script for its
+// first argument ("status.json" for --status). Without a script it exits with code 0.
 
 namespace {
 using namespace std::chrono_literals;

@@ -4,14 +4,14 @@
 #include <QJsonObject>
 #include <QString>
 
-/// What the one who started this program said about its windows; empty where programs are not told.
+/// How the caller wants this program's windows shown; empty where the system has no such setting.
 QJsonObject windowState();
 
-/// Adds bytes at the end of a file, as one piece even when other programs do the same; ends the program if it cannot.
+/// Appends bytes in one piece, even while other programs append; exits on failure.
 void append(const QString &path, const QByteArray &bytes);
 
-/// Makes the standard streams write what they are given, newlines included.
+/// Turns off newline conversion on the standard streams.
 void writeBytesUnchanged();
 
-/// Ends the program as a crash does, but leaves nothing behind: no core file, no report, no message.
+/// Crashes without core file, report or message.
 [[noreturn]] void crash();

@@ -24,7 +24,7 @@ void append(const QString &path, const QByteArray &bytes)
 {
 	const std::wstring name = path.toStdWString();
 	HANDLE file = INVALID_HANDLE_VALUE;
-	// Others may read meanwhile; whoever writes, waits.
+	// Others may read meanwhile; writers wait.
 	while (file == INVALID_HANDLE_VALUE) {
 		file = CreateFileW(name.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
 				   FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -1,6 +1,6 @@
-// Stands in for the installer that runs elevated: writes how its window is to be shown (-1: unsaid) and its command
-// line, in UTF-16, to "PROGRAM.called" beside itself, waits while a file "PROGRAM.wait" is there, and ends with the
-// code in "PROGRAM.code", else 0. It takes nothing from the environment, which an elevated program does not share.
+// Stands in for the elevated installer: writes its show-window value (-1: none) and its command line in UTF-16 to
+// "PROGRAM.called" beside itself, waits while "PROGRAM.wait" exists, and exits with the code in "PROGRAM.code", else 0.
+// It uses no environment variables: an elevated program does not inherit them.
 
 #include <windows.h>
 

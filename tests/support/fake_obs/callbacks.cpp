@@ -7,8 +7,8 @@
 
 #include <cstring>
 
-// A calldata's values lie one after the other, each as its name, ended by a NUL, its size, and its bytes: the header
-// frees them with bfree, so they cannot be an object of some class.
+// A calldata is a flat buffer: per value its name with a NUL, its size and its bytes. libobs's header frees it with
+// bfree, so it cannot be a C++ object.
 
 namespace {
 struct Value {
@@ -97,7 +97,7 @@ void proc_handler_destroy(proc_handler_t *handler)
 	delete handler;
 }
 
-/// Of a declaration, "void name(in ptr a)", only the name matters here.
+/// Only the name in "void name(in ptr a)" matters here.
 void proc_handler_add(proc_handler_t *handler, const char *decl_string, proc_handler_proc_t proc, void *data)
 {
 	const QByteArray declaration(decl_string);

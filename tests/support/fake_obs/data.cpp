@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-// Objects are copied into their parents and out again, where libobs shares them.
+// Copies child objects in and out, where libobs shares them.
 
 namespace {
 QJsonValue member(const obs_data_t *data, const char *name)

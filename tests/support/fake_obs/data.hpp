@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// Counts its owners, as all objects do that libobs hands out.
+/// Reference count, as in all libobs objects.
 struct Counted {
 	long owners{1};
 };
@@ -16,7 +16,7 @@ struct Counted {
 struct obs_data : Counted {
 	QJsonObject members{};
 	std::string json{};
-	/// The texts handed out, which live as long as this object.
+	/// Returned strings, which live as long as this object.
 	std::map<std::string, std::string> texts{};
 };
 

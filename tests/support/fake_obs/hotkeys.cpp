@@ -9,7 +9,7 @@
 #include <mutex>
 #include <string>
 
-// As in libobs, callbacks run while the hotkeys are locked, and may call functions here themselves.
+// As in libobs, callbacks run while the hotkeys are locked, and may call these functions.
 
 struct obs_hotkey {
 	obs_hotkey_id id{OBS_INVALID_HOTKEY_ID};

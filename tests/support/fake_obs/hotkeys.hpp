@@ -1,4 +1,4 @@
 #pragma once
 
-/// No hotkey and no binding is known any more.
+/// Removes all hotkeys and bindings.
 void forgetHotkeys();

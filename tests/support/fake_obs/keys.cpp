@@ -16,7 +16,7 @@ struct VirtualKey {
 	obs_key_t key;
 	int code;
 };
-// Besides letters, digits and function keys, which lie in a row.
+// Letters, digits and function keys have consecutive codes instead.
 constexpr VirtualKey virtualKeys[]{
 	{OBS_KEY_RETURN, VK_RETURN},   {OBS_KEY_ESCAPE, VK_ESCAPE},  {OBS_KEY_TAB, VK_TAB},
 	{OBS_KEY_BACKSPACE, VK_BACK},  {OBS_KEY_INSERT, VK_INSERT},  {OBS_KEY_DELETE, VK_DELETE},

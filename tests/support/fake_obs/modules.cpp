@@ -54,7 +54,7 @@ bool obs_initialized()
 	return procedures != nullptr;
 }
 
-/// Like libobs, leaves the modules' libraries in memory.
+/// Like libobs, keeps the modules' libraries loaded.
 void obs_shutdown()
 {
 	for (const auto &module : modules) {

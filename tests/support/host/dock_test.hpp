@@ -25,18 +25,18 @@ inline const QString errorColour = u"color:#ff6b81"_s;
 inline const QString informationColour = u"color:#8a90a6"_s;
 inline const QString pressText = u"Ready. Press Clip that or your Kestrune hotkey."_s;
 
-/// A test of the built module from outside: each test function gets a fresh libobs, main window with a theme, frontend
-/// and fake helper, and loads the module as OBS does.
+/// Tests the built module: each test function gets a fresh libobs, a themed main window, a frontend and a fake helper,
+/// and loads the module as OBS does.
 class DockTest : public QObject {
 	Q_OBJECT
 
 protected:
-	/// Loads the module; false when it refuses.
+	/// Loads the module; false if it refuses.
 	bool load();
-	/// Loads the module with a linked account ("ana") and a running Replay Buffer, ready to clip. From then on the
-	/// helper leaves status queries unanswered, so that the dock's own first one does not get in the way.
+	/// Loads the module with a linked account ("ana") and a running Replay Buffer, ready to clip. Then the helper
+	/// leaves status queries unanswered, or the dock's own first one would interfere.
 	bool loadReady();
-	/// The answer of a helper with a linked account to --status.
+	/// A linked helper's answer to --status.
 	static QJsonObject linkedStatus();
 
 	/// An exported function of the loaded module.
@@ -44,7 +44,7 @@ protected:
 	{
 		return reinterpret_cast<Function *>(os_dlsym(obs_get_module_lib(module_), name));
 	}
-	/// OBS destroys the main window, and the dock with it, before it unloads modules.
+	/// Destroys the main window and the dock with it, as OBS does before unloading modules.
 	void destroyMainWindow();
 
 	QWidget *dock() const;
@@ -56,25 +56,25 @@ protected:
 	QLabel *label(const QString &text) const;
 	QLabel *status() const;
 	bool statusIs(const QString &text, const QString &colour) const;
-	/// Picks the entry with this user-role data, as a user does.
+	/// Selects the entry with this user-role data, as a user does.
 	void choose(const QString &box, const QVariant &data) const;
-	/// Whether a helper run with this first switch is in flight. The dock forgets a run after its end was handled.
+	/// Whether a run of this helper command is in flight, until the dock has handled its end.
 	bool isRunning(const QString &command) const;
-	/// Whether there has been a helper run with this first switch, however young.
+	/// Whether such a run has started, ended or not.
 	bool hasStarted(const QString &command) { return isRunning(command) || helper().count(command) > 0; }
-	/// Calls a slot by name, as OBS threads and remote tools do, but at once.
+	/// Calls a slot by name, directly.
 	bool invoke(const char *slot) const;
 
-	/// The module's preferences file, parsed; empty when it is not there.
+	/// The preferences file, parsed; empty if missing.
 	QJsonObject preferences() const;
 	QString preferencesPath() const;
 	void writePreferences(const QByteArray &text, const QString &fileName = u"settings.json"_s) const;
-	/// A folder for files of this test function.
+	/// A path in this test function's temporary folder.
 	QString scratchPath(const QString &fileName) const { return scratch_->filePath(fileName); }
 
 	FakeHelper &helper() { return *helper_; }
 	const ObsSession &obs() const { return *obs_; }
-	/// What the dock has opened with the desktop's programs.
+	/// What the dock opened with desktop programs.
 	const QList<QUrl> &openedUrls() const { return openedUrls_->list(); }
 
 protected Q_SLOTS:

@@ -90,7 +90,7 @@ void FakeHelper::on(const QString &command, const HelperScript &script) const
 	file.write(QJsonDocument(script.steps()).toJson());
 	file.close();
 
-	// Runs see the old script or the new one, whole. Windows replaces no file that one of them is just reading.
+	// Replaced atomically, so runs read a whole script. Windows refuses while a run reads it: try again.
 	const QDeadlineTimer deadline(10000);
 	std::error_code failure{};
 	do {

@@ -6,18 +6,18 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// What the fake helper does in one run, step by step; it ends with code 0 after the last.
+/// The steps of one run of the fake helper, which then exits with code 0.
 class HelperScript {
 public:
 	HelperScript &event(const QJsonObject &event);
 	HelperScript &write(const QByteArray &bytes);
 	HelperScript &complain(const QByteArray &bytes);
-	/// Waits until FakeHelper::open(gate).
+	/// Waits for FakeHelper::open(gate).
 	HelperScript &await(const QString &gate);
-	/// Writes `bytes` again and again until nobody reads them.
+	/// Writes `bytes` repeatedly until the pipe closes.
 	HelperScript &flood(const QByteArray &bytes);
 	HelperScript &repeat(const QByteArray &bytes, int count);
-	/// Closes standard output; the run lives on.
+	/// Closes standard output but keeps running.
 	HelperScript &closeOutput();
 	HelperScript &hang();
 	HelperScript &crash();
@@ -31,24 +31,23 @@ private:
 	QJsonArray steps_{};
 };
 
-/// The program that KESTRUNE_HELPER names while this object lives: it follows scripts and notes its runs.
+/// While it lives, KESTRUNE_HELPER names a program that follows scripts and records its runs.
 class FakeHelper {
 public:
 	FakeHelper();
 	~FakeHelper();
 	Q_DISABLE_COPY_MOVE(FakeHelper)
 
-	/// What runs with this first switch ("--status") do from now on.
+	/// Scripts future runs of this command ("--status").
 	void on(const QString &command, const HelperScript &script) const;
-	/// Lets the runs go on that wait for this gate.
+	/// Releases runs that wait for this gate.
 	void open(const QString &gate) const;
 
-	/// The arguments of the runs so far, in order; only those with this first switch if one is named.
+	/// The arguments of the runs so far, in order; optionally of one command.
 	QList<QStringList> runs(const QString &command = {}) const;
 	qsizetype count(const QString &command) const { return runs(command).size(); }
-	/// Process ids of the runs with this first switch.
 	QList<qint64> processIds(const QString &command) const;
-	/// What the runs with this first switch noted of themselves; all runs if none is named.
+	/// What the runs recorded; all runs if no command is given.
 	QList<QJsonObject> records(const QString &command) const;
 
 private:

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-/// A runner without processes: its runs wait for the test to answer them, thousands in a second.
+/// A runner without processes, whose runs the test answers: thousands per second.
 class FakeRunner : public HelperRunner {
 public:
 	struct Run {
@@ -20,15 +20,14 @@ public:
 	bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) override;
 	bool isInstalled() const override { return installed_; }
 
-	/// Whether there is a helper; there is at first.
+	/// True at first.
 	void setInstalled(bool installed) { installed_ = installed; }
-	/// The newest run in flight with this first switch; null when there is none.
+	/// The newest run of this command in flight; null if none.
 	std::shared_ptr<Run> runInFlight(const QString &command) const;
-	/// How many runs are in flight.
+	/// The number of runs in flight.
 	size_t count() const { return runs_.size(); }
-	/// Gives the run these bytes as its output.
+	/// Delivers output of the run.
 	static void answer(Run &run, const QByteArray &output);
-	/// Ends the run with this exit code.
 	void end(const std::shared_ptr<Run> &run, int exitCode);
 
 private:

@@ -11,7 +11,7 @@
 #include <string>
 #include <thread>
 
-/// Stands in for obs-websocket: the procedures that vendors register with, and a way to send requests.
+/// Stands in for obs-websocket: lets vendors register, and sends requests.
 class FakeWebsocket {
 public:
 	using RequestFunction = void (*)(obs_data_t *request, obs_data_t *response, void *privateData);
@@ -42,7 +42,7 @@ public:
 	~FakeWebsocket() { proc_handler_destroy(handler_); }
 	Q_DISABLE_COPY_MOVE(FakeWebsocket)
 
-	/// Sends a request as obs-websocket does, on a thread of its own; the response as JSON.
+	/// Sends a request from another thread, as obs-websocket does; returns the response as JSON.
 	QJsonObject request(const std::string &type, obs_data_t *data = nullptr) const
 	{
 		const OBSDataAutoRelease response = obs_data_create();

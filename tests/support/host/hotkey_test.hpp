@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// A test with a fresh libobs and the clip hotkey registered, without the module, for each test function.
+/// Each test function gets a fresh libobs with the clip hotkey, without the module.
 class HotkeyTest : public QObject {
 	Q_OBJECT
 

@@ -45,7 +45,7 @@ obs_hotkey_id addForeignHotkey(const char *name, const char *description, const 
 	return id;
 }
 
-void bindHotkey(obs_hotkey_id id, std::initializer_list<obs_key_combination> combinations)
+void bindHotkey(obs_hotkey_id id, const QList<obs_key_combination> &combinations)
 {
 	const OBSDataArrayAutoRelease bindings = obs_data_array_create();
 	for (const obs_key_combination &combination : combinations) {

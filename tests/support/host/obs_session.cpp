@@ -19,7 +19,6 @@ void catchLine(int level, const char *format, va_list arguments, void *)
 	logLines << LogLine{level, QString::fromUtf8(text.data())};
 }
 
-/// Whether the module's own prefix begins the line.
 bool isModuleLine(const QString &text)
 {
 	return text.startsWith(u"[kestrune] ");

@@ -13,18 +13,17 @@ struct LogLine {
 	bool operator==(const LogLine &) const = default;
 };
 
-/// The real libobs, from obs_startup to obs_shutdown, with a fresh configuration folder and its log caught.
+/// The real libobs, from obs_startup to obs_shutdown, with a fresh configuration folder and a captured log.
 class ObsSession {
 public:
 	ObsSession();
 	~ObsSession();
 	Q_DISABLE_COPY_MOVE(ObsSession)
 
-	/// The lines logged so far, by whomever.
 	QList<LogLine> log() const;
-	/// The lines logged so far by this module: those that begin with its name.
+	/// The log lines that begin with the module's name.
 	QList<LogLine> moduleLog() const;
-	/// Folder of this module's own configuration; not created.
+	/// The module's configuration folder, which may not exist.
 	QString configFolder() const;
 
 private:

@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// The last: addresses that name none.
+// The empty scheme catches addresses without one.
 const std::array schemes{u"file"_s, u"http"_s, u"https"_s, QString()};
 } // namespace
 

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QUrl>
 
-/// Catches what is opened with the desktop's programs while this object lives.
+/// While it lives, catches what the desktop's programs would open.
 class OpenedUrls : public QObject {
 	Q_OBJECT
 
@@ -17,7 +17,6 @@ public:
 private Q_SLOTS:
 	void open(const QUrl &url)
 	{
-		// There is nothing at an empty address.
 		if (url.isValid()) {
 			urls_ << url;
 		}

@@ -2,8 +2,12 @@
 
 #include <QString>
 
-/// Sets an environment variable of this process; qputenv knows only the letters of the system's own code page.
+/// Sets an environment variable of this process; on Windows, qputenv supports only the code page's characters.
 void setEnvironment(const char *name, const QString &value);
 
-/// Whether a process with this id is running, or ended and not yet asked for its exit code.
+/// Makes a pipe that nobody writes to: whoever reads from it waits for ever. Returns its name, which is `path` where
+/// pipes are files.
+QString newPipe(const QString &path);
+
+/// Whether the process runs, or has ended and was not waited for.
 bool isAlive(qint64 processId);

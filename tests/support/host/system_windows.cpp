@@ -1,3 +1,5 @@
+#include <QDir>
+
 #include "host/system.hpp"
 
 #include <windows.h>
@@ -9,6 +11,19 @@ void setEnvironment(const char *name, const QString &value)
 	if (_wputenv_s(QString::fromLatin1(name).toStdWString().c_str(), value.toStdWString().c_str()) != 0) {
 		qFatal("cannot set %s", name);
 	}
+}
+
+QString newPipe(const QString &)
+{
+	static int number = 0;
+	const QString name = QStringLiteral("//./pipe/kestrune-test-%1-%2").arg(GetCurrentProcessId()).arg(++number);
+	const std::wstring native = QDir::toNativeSeparators(name).toStdWString();
+	// It stays for as long as the process: nobody asks for its end.
+	if (CreateNamedPipeW(native.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 1, 0, 0, 0, nullptr) ==
+	    INVALID_HANDLE_VALUE) {
+		qFatal("cannot make %s", qPrintable(name));
+	}
+	return name;
 }
 
 bool isAlive(qint64 processId)

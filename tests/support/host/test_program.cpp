@@ -37,7 +37,7 @@ int main(int argc, char *argv[])
 	QStringList arguments = Application::arguments();
 	const MakeTest make = tests().value(arguments.value(1));
 	if (!make) {
-		std::fprintf(stderr, "usage: %s TEST [OPTION...]; the tests here are: %s\n", argv[0],
+		std::fprintf(stderr, "usage: %s TEST [OPTION...]; tests are: %s\n", argv[0],
 			     qUtf8Printable(tests().keys().join(QLatin1String(", "))));
 		return 2;
 	}

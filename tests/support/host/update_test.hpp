@@ -15,12 +15,12 @@ inline const QString errorUpdateStyle =
 	u"QPushButton{background:#2a1418;color:#ff8a9a;border:1px solid #7a2a3a;border-radius:6px;padding:4px;"
 	u"text-align:left}"_s;
 
-/// A test of the dock's own update: what the update button shows, and the states that the dock announces.
+/// Tests updates: the update button, and the states that the dock emits.
 class UpdateTest : public DockTest {
 	Q_OBJECT
 
 protected:
-	/// Loads the module and listens to its update states.
+	/// Loads the module and records its update states.
 	bool loadListening()
 	{
 		if (!load()) {
@@ -30,7 +30,7 @@ protected:
 		return states_->isValid();
 	}
 
-	/// Loads the module, and lets the helper offer this version.
+	/// Loads the module and has the helper offer this version.
 	bool loadOffered(const QString &version = u"1.0.7"_s)
 	{
 		helper().on(u"--check-update"_s, HelperScript().event(offer(version)));
@@ -53,7 +53,7 @@ protected:
 	QPushButton *updateButton() const { return child<QPushButton>(u"updateBtn"_s); }
 	void click() const { QTest::mouseClick(updateButton(), Qt::LeftButton); }
 
-	/// The states announced since the last call, each as "state: text".
+	/// The states since the last call, each as "state: text".
 	QStringList takeStates() const
 	{
 		QStringList taken;
@@ -64,14 +64,14 @@ protected:
 		return taken;
 	}
 
-	/// Whether the button and the status line show a failure with this text.
+	/// Whether button and status line show this failure.
 	bool showsError(const QString &text) const
 	{
 		return updateButton()->text() == text && updateButton()->toolTip() == text &&
 		       updateButton()->styleSheet() == errorUpdateStyle && updateButton()->isEnabled() &&
 		       updateButton()->isVisibleTo(dock()) && statusIs(text, errorColour);
 	}
-	/// Whether they show a step under way, or done, with this text.
+	/// Whether they show this text as a step under way or done.
 	bool showsStep(const QString &text) const
 	{
 		return updateButton()->text() == text && updateButton()->toolTip() == text &&
@@ -83,5 +83,5 @@ private:
 	std::unique_ptr<QSignalSpy> states_{};
 };
 
-/// Waits until the button and the status line show this failure.
+/// Waits until button and status line show this failure.
 #define TRY_ERROR(expected) QTRY_VERIFY2_WITH_TIMEOUT(showsError(expected), qPrintable(updateButton()->text()), 10000)

@@ -1,7 +1,6 @@
 // Preloaded into every OBS that tools/obs/session.mjs starts. After each frame OBS's graphics thread polls the X
-// connection that it shares with Qt and throws away what it gets. An event that it sees before Qt does is lost: in
-// tests, one in several hundred clicks was pressed and never released. Here that thread finds nothing, and Qt gets
-// every event.
+// connection that it shares with Qt and discards the events it gets, so Qt never sees those: in tests, about one click
+// in several hundred was never released. This library hides events from that thread.
 
 #include <dlfcn.h>
 
@@ -11,7 +10,7 @@
 namespace {
 using PollForEvent = void *(*)(void *connection);
 
-/// Programs that OBS starts are left as they are.
+/// Keeps it out of programs that OBS starts.
 __attribute__((constructor)) void keepToThisProgram()
 {
 	unsetenv("LD_PRELOAD");

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Adds where the rectangle, a part of the widget, is on the screen.
+/// Adds the screen position of `rectangle`, a part of the widget.
 void addGeometry(QJsonObject &object, const QWidget &widget, const QRect &rectangle)
 {
 	const QPoint corner = widget.mapToGlobal(rectangle.topLeft());
@@ -30,14 +30,14 @@ void addGeometry(QJsonObject &object, const QWidget &widget)
 	addGeometry(object, widget, widget.rect());
 }
 
-/// Whether a click on the widget's centre would arrive there: not scrolled away, not covered by another window.
+/// Whether a click on the widget's centre reaches it: not scrolled away, not covered by a window.
 bool takesClicks(const QWidget &widget)
 {
 	const QWidget *hit = QApplication::widgetAt(widget.mapToGlobal(widget.rect().center()));
 	return hit && (hit == &widget || widget.isAncestorOf(hit));
 }
 
-/// The entries; while the list is open also where each of them is on the screen.
+/// The entries, with their screen positions while the list is open.
 QJsonArray comboBoxItems(const QComboBox &box)
 {
 	const QAbstractItemView &list = *box.view();
@@ -62,7 +62,7 @@ QJsonArray listItems(const QListWidget &list)
 	return items;
 }
 
-/// Size of the picture and a hash that tells it from others.
+/// The picture's size and a hash.
 QJsonObject describe(const QPixmap &picture)
 {
 	const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);

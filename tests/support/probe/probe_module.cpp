@@ -1,5 +1,5 @@
-// Entry points of the test module and its obs-websocket vendor "kestrune-probe" with the one request "snapshot";
-// its member "name", when there is one, is the object name of the only widgets asked for.
+// The test module and its obs-websocket vendor "kestrune-probe" with the request "snapshot", whose optional member
+// "name" limits it to widgets of that name.
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -17,7 +17,7 @@ OBS_DECLARE_MODULE()
 
 namespace {
 
-/// What obs-websocket expects behind the parameter "callback" of a request registration.
+/// The layout that obs-websocket expects.
 struct RequestCallback {
 	void (*function)(obs_data_t *request, obs_data_t *response, void *privateData) = nullptr;
 	void *privateData = nullptr;
@@ -28,12 +28,12 @@ struct Answer {
 	QByteArray json;
 };
 
-/// Answers with the dock's snapshot, or with "error" when the user-interface thread does not come to it in time, as
-/// during the end of OBS: it then waits for obs-websocket's threads, so waiting for it without a limit would hang both.
+/// Answers with the dock's snapshot, or with "error" on a timeout: while OBS exits, its user-interface thread waits for
+/// obs-websocket's threads, and waiting for it without a limit would deadlock.
 void answerSnapshot(obs_data_t *request, obs_data_t *response, void *)
 {
 	const QByteArray name = obs_data_get_string(request, "name");
-	// Shared, because the queued call may still run after this function has given up.
+	// Shared: the queued call may still run after the timeout.
 	const auto answer = std::make_shared<Answer>();
 	QMetaObject::invokeMethod(
 		QCoreApplication::instance(),
@@ -73,7 +73,7 @@ bool obs_module_load()
 	return true;
 }
 
-/// Registers the vendor; without obs-websocket the module stays silent and the tests see no answer.
+/// Does nothing without obs-websocket; then tests see no answer.
 void obs_module_post_load()
 {
 	Calldata lookup;

@@ -1,9 +1,8 @@
-// Stands in for the elevated installer: name this program in KESTRUNE_UPDATE_RUNNER. Its one argument is a sample
-// installer, a small JSON text such as {"version": "1.0.7"}; it writes that version into the manifest that
-// KESTRUNE_MANIFEST names. Members of the installer that make it fail:
-//   "exit": N      ends with that code and changes nothing
-//   "crash": true  dies and changes nothing
-//   "keep": true   claims success and changes nothing
+// Stands in for the elevated installer, as KESTRUNE_UPDATE_RUNNER. Its argument is a sample installer, a JSON file such
+// as {"version": "1.0.7"}; it writes that version to the manifest KESTRUNE_MANIFEST. Members that make it fail:
+//   "exit": N      exits with that code, changes nothing
+//   "crash": true  crashes, changes nothing
+//   "keep": true   claims success, changes nothing
 
 #include <QCoreApplication>
 #include <QFile>

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 
-/// The chat section: what the helper answers, and what is sent to it.
 class ChatSectionTest : public DockTest {
 	Q_OBJECT
 
@@ -29,7 +28,7 @@ class ChatSectionTest : public DockTest {
 		const auto found = std::ranges::find_if(labels, &QLabel::openExternalLinks);
 		return found == labels.end() ? nullptr : *found;
 	}
-	/// The one timer of the dock that polls for triggers: 5 s, repeating.
+	/// Found by its 5 s interval.
 	bool isPolling() const
 	{
 		const QList<QTimer *> timers = dock()->findChildren<QTimer *>(Qt::FindDirectChildrenOnly);
@@ -43,7 +42,7 @@ class ChatSectionTest : public DockTest {
 		members[u"event"] = u"chat"_s;
 		return members;
 	}
-	/// A ready dock whose own first query for the settings is over.
+	/// A ready dock after its own first query of the settings.
 	bool loadSettled()
 	{
 		return loadReady() &&
@@ -52,7 +51,7 @@ class ChatSectionTest : public DockTest {
 			       10000);
 	}
 
-	/// Lets the helper answer a query for the settings with this.
+	/// Has the helper answer a query of the settings.
 	void answer(const QJsonObject &event)
 	{
 		helper().on(u"--chat-get"_s, HelperScript().event(event));

@@ -3,7 +3,6 @@
 
 #include "host/dock_test.hpp"
 
-/// Clips that moderators ask for in the chat.
 class TriggerPollingTest : public DockTest {
 	Q_OBJECT
 
@@ -27,7 +26,7 @@ class TriggerPollingTest : public DockTest {
 	}
 	static QJsonObject by(const QString &name) { return {{u"by"_s, name}}; }
 
-	/// One poll that the helper answers with this; returns when it has ended.
+	/// One poll with this answer; returns after its end.
 	void poll(const HelperScript &answer)
 	{
 		helper().on(u"--poll-triggers"_s, answer);

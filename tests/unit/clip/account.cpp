@@ -3,7 +3,6 @@
 
 #include "host/dock_test.hpp"
 
-/// Connecting the account through the browser.
 class AccountTest : public DockTest {
 	Q_OBJECT
 

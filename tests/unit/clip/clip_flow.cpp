@@ -5,7 +5,6 @@
 
 #include "host/dock_test.hpp"
 
-/// From the request for a clip to the Short.
 class ClipFlowTest : public DockTest {
 	Q_OBJECT
 
@@ -15,7 +14,7 @@ class ClipFlowTest : public DockTest {
 		frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
 	}
 
-	/// Runs a whole clip whose helper follows this script.
+	/// Makes a clip with this helper script.
 	void clip(const HelperScript &script)
 	{
 		helper().on(u"--process"_s, script);
@@ -197,7 +196,7 @@ private Q_SLOTS:
 		QVERIFY(loadReady());
 		clip(HelperScript().event(
 			{{u"event"_s, u"error"_s}, {u"error"_s, u"unlinked"_s}, {u"relink"_s, relink}}));
-		// Two status queries come anyway: the first one and the dock's own, 1.5 s after the load.
+		// Wait for the dock's own status query, 1.5 s after the load.
 		QTest::qWait(2000);
 		QCOMPARE(helper().count(u"--status"_s), statusRuns);
 		QVERIFY(statusIs(u"Clip kept locally: unlinked"_s, errorColour));

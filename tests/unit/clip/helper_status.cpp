@@ -13,7 +13,7 @@ const QString bufferToolTip = u"The Replay Buffer isn't running. Kestrune starts
 			      "if it stays off, open Settings → OK or restart OBS once."_s;
 } // namespace
 
-/// The account state that the helper reports, and when a clip may be asked for.
+/// The account state from the helper, and when clips are possible.
 class HelperStatusTest : public DockTest {
 	Q_OBJECT
 

@@ -7,7 +7,7 @@
 
 #include <util/config-file.h>
 
-/// Switching the Replay Buffer on, and what its starts and stops say.
+/// Turning the Replay Buffer on, and the messages about it.
 class ReplayBufferTest : public DockTest {
 	Q_OBJECT
 
@@ -28,7 +28,7 @@ class ReplayBufferTest : public DockTest {
 		return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 	}
 
-	/// Links the account while the Replay Buffer is off, which switches it on.
+	/// Links the account while the Replay Buffer is off, which turns it on.
 	void linkWithBufferOff()
 	{
 		QVERIFY(loadReady());
@@ -72,7 +72,7 @@ private Q_SLOTS:
 		frontend().replayBufferActive = false;
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 
-		// A message box of OBS, in which the user ends OBS.
+		// The user quits OBS in a message box.
 		frontend().onStartRequest = [this] { destroyMainWindow(); };
 		invoke(slot.constData());
 		QTRY_VERIFY(!dock());

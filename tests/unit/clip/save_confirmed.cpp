@@ -2,7 +2,7 @@
 
 #include "host/dock_test.hpp"
 
-/// A confirmed save silences its watchdog, in real time.
+/// A confirmed save stops its watchdog, in real time.
 class SaveConfirmedTest : public DockTest {
 	Q_OBJECT
 

@@ -3,7 +3,7 @@
 
 #include "host/dock_test.hpp"
 
-/// The watch over a save that OBS never confirms, in real time.
+/// The watchdog of a save that OBS never confirms, in real time.
 class SaveWatchdogTest : public DockTest {
 	Q_OBJECT
 
@@ -21,7 +21,7 @@ private Q_SLOTS:
 		invoke("clipThat");
 		QCOMPARE(frontend().saveRequests, 2);
 
-		// Fifteen seconds after the first request nothing is said, only after the second.
+		// It reports 15 s after the second request, not the first.
 		QTRY_VERIFY_WITH_TIMEOUT(statusIs(timedOut, errorColour), 25000);
 		QVERIFY2(sinceNewest.elapsed() >= 14200, qPrintable(QString::number(sinceNewest.elapsed())));
 

@@ -9,14 +9,14 @@
 
 #include <algorithm>
 
-/// What a keyboard reaches, and what a screen reader says about it.
+/// Keyboard access and what screen readers say.
 class AccessibilityTest : public DockTest {
 	Q_OBJECT
 
 	using Control = std::pair<QString, QAccessible::Role>;
 
-	/// What a screen reader calls the widget. On Linux it reads the label of a combo box's row as that: the box's
-	/// own name is the chosen entry there.
+	/// The widget's name as screen readers say it. On Linux they read the label of a combo box, because the box's
+	/// own name is the selected entry.
 	static QString nameOf(QWidget *widget)
 	{
 		const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(widget);
@@ -29,14 +29,14 @@ class AccessibilityTest : public DockTest {
 		return QAccessible::queryAccessibleInterface(widget)->role();
 	}
 
-	/// Whether Tab stops here: an editor inside a spin box, for example, leaves that to the box.
+	/// Editors inside spin boxes, for example, do not count.
 	static bool isTabStop(const QWidget *widget)
 	{
 		return (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy() && widget->isVisible() &&
 		       widget->isEnabled();
 	}
 
-	/// The dock's controls as they are read: from top to bottom, and in a row from left to right.
+	/// The dock's controls in reading order.
 	QWidgetList visibleControls() const
 	{
 		QWidgetList controls;
@@ -61,8 +61,8 @@ class AccessibilityTest : public DockTest {
 		return controls;
 	}
 
-	/// Where the focus goes, Tab after Tab, until it comes back to the first widget. A text with a link in it is
-	/// one stop, though Tab goes on from the text to the link.
+	/// The widgets that Tab visits, until it is back at the first. A text with a link is one stop, although Tab
+	/// visits text and link.
 	static QWidgetList tabOrder(QWidget *first)
 	{
 		QWidgetList order{first};
@@ -87,7 +87,7 @@ class AccessibilityTest : public DockTest {
 		helper().on(u"--chat-get"_s, HelperScript().event(event));
 	}
 
-	/// The dock on the screen with all its sections open, and the window that takes the keys.
+	/// Shows the dock with all sections open, in the active window.
 	void showWhole() const
 	{
 		for (QToolButton *toggle : dock()->findChildren<QToolButton *>()) {

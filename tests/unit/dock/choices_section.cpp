@@ -9,7 +9,6 @@
 
 #include "host/dock_test.hpp"
 
-/// The choices' decoration and the preview of the chosen look.
 class ChoicesSectionTest : public DockTest {
 	Q_OBJECT
 
@@ -36,7 +35,7 @@ class ChoicesSectionTest : public DockTest {
 		return nullptr;
 	}
 
-	/// Replaces the font box's entries by these, as the helper's answer does.
+	/// Has the helper offer these fonts.
 	void offerFonts(const QJsonArray &fonts)
 	{
 		QJsonObject answer = linkedStatus();

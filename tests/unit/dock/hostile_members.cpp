@@ -9,15 +9,15 @@
 
 #include <algorithm>
 
-/// Events whose members are nothing like what they should be: the dock takes them and works on.
+/// Events with members of any type and content: the dock survives them.
 class HostileMembersTest : public DockTest {
 	Q_OBJECT
 
 	struct Answer {
 		const char *command;
-		/// What starts such a run, for a linked account with the Replay Buffer on.
+		/// Starts the command, given a linked account and a running Replay Buffer.
 		const char *slot;
-		/// The command's events with the members that they may have.
+		/// The command's events and their members.
 		QMap<QString, QStringList> events;
 	};
 
@@ -55,7 +55,7 @@ class HostileMembersTest : public DockTest {
 		};
 	}
 
-	/// The answer's events, every member of them this value.
+	/// The answer's events with every member set to `value`.
 	static HelperScript scriptWith(const Answer &answer, const QJsonValue &value)
 	{
 		HelperScript script;
@@ -98,12 +98,12 @@ private Q_SLOTS:
 		frontend().lastReplay = "/replays/a.mkv";
 		qputenv("KESTRUNE_UPDATE_RUNNER", "/nowhere");
 		QVERIFY(loadReady());
-		// A widget that nobody sees is not laid out.
+		// Hidden widgets are not laid out.
 		for (QToolButton *section : dock()->findChildren<QToolButton *>()) {
 			section->setChecked(true);
 		}
 		QVERIFY(child<QComboBox>(u"font"_s)->isVisible());
-		// First all the scripts: the answers themselves lead to further runs.
+		// All scripts first: answers cause further runs.
 		const QList<Answer> answers = everyAnswer();
 		for (const Answer &answer : answers) {
 			helper().on(QString::fromLatin1(answer.command), scriptWith(answer, value));

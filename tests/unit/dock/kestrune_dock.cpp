@@ -12,7 +12,7 @@
 
 #include "host/dock_test.hpp"
 
-/// The dock as it is built: every widget, its looks and its place.
+/// The dock after construction: every widget, its look and its place.
 class KestruneDockTest : public DockTest {
 	Q_OBJECT
 
@@ -20,7 +20,7 @@ class KestruneDockTest : public DockTest {
 	template<typename Widget> Widget *in(const char *section) const { return body(section)->findChild<Widget *>(); }
 	QVBoxLayout *content() const { return qobject_cast<QVBoxLayout *>(body("dockContent")->layout()); }
 
-	/// The labels of a form's rows; "-" for a row without one.
+	/// The labels of a form's rows; "-" for none.
 	static QStringList rowLabels(const QFormLayout *form)
 	{
 		QStringList labels;

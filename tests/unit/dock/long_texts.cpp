@@ -5,13 +5,13 @@
 #include "dock/shown_text.hpp"
 #include "host/dock_test.hpp"
 
-/// Texts of a megabyte from the helper: cut where a widget shows them, whole where they are addresses.
+/// Texts of a megabyte from the helper: cut in widgets, whole in addresses.
 class LongTextsTest : public DockTest {
 	Q_OBJECT
 
 	const QString longText_{QString(1 << 20, u'w')};
 
-	/// Has the helper answer `command` with this event when `slot` sends it.
+	/// Calls `slot`, which runs `command`, with this answer.
 	void answer(const char *slot, const QString &command, const QJsonObject &event)
 	{
 		helper().on(command, HelperScript().event(event));

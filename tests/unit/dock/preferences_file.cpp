@@ -9,7 +9,7 @@
 
 #include <obs.hpp>
 
-/// The preferences file: read once when the dock is built, rewritten at every choice.
+/// The preferences file: read at construction, rewritten at every choice.
 class PreferencesFileTest : public DockTest {
 	Q_OBJECT
 
@@ -51,7 +51,7 @@ private Q_SLOTS:
 		QVERIFY(load());
 		invoke("savePrefs");
 
-		// The font tells that it was saved.
+		// The font shows that the file was saved.
 		const QJsonObject saved{{u"seconds"_s, 90},
 					{u"layout"_s, u"podcast"_s},
 					{u"style"_s, u"none"_s},

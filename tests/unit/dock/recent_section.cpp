@@ -5,7 +5,6 @@
 
 #include "host/dock_test.hpp"
 
-/// The recent Shorts and their folder, as the helper tells them.
 class RecentSectionTest : public DockTest {
 	Q_OBJECT
 
@@ -24,7 +23,6 @@ class RecentSectionTest : public DockTest {
 		return {{u"name"_s, name}, {u"path"_s, path}};
 	}
 
-	/// The entries' texts.
 	QStringList shown() const
 	{
 		QStringList texts;
@@ -38,7 +36,7 @@ class RecentSectionTest : public DockTest {
 	{
 		list()->parentWidget()->show();
 		const QPoint position = list()->visualItemRect(list()->item(row)).center();
-		// A double click follows a click, as from a mouse.
+		// With a mouse, a click precedes the double click.
 		QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, position);
 		QTest::mouseDClick(list()->viewport(), Qt::LeftButton, {}, position);
 	}

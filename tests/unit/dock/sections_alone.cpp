@@ -16,7 +16,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Sections by themselves: no dock, no OBS, no helper process.
+/// Sections without dock, OBS and helper processes.
 class SectionsAloneTest : public QObject {
 	Q_OBJECT
 
@@ -25,7 +25,7 @@ class SectionsAloneTest : public QObject {
 	StatusLine *status_{nullptr};
 	FakeRunner helper_{};
 
-	/// Answers the newest run of this command, and ends it.
+	/// Answers and ends the newest run of this command.
 	void answer(const QString &command, const QByteArray &event)
 	{
 		const auto run = helper_.runInFlight(command);

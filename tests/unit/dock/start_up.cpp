@@ -3,7 +3,7 @@
 
 #include "host/dock_test.hpp"
 
-/// What the dock does by itself after it was built, in real time.
+/// What the dock does by itself after construction, in real time.
 class StartUpTest : public DockTest {
 	Q_OBJECT
 
@@ -25,7 +25,7 @@ private Q_SLOTS:
 			}
 		}
 
-		// Timers of two seconds or more may be five percent early.
+		// Qt's coarse timers may be 5 % early.
 		const auto between = [&firstSeen_ms](const QString &command, qint64 earliest_ms, qint64 latest_ms) {
 			const qint64 seen_ms = firstSeen_ms.value(command, -1);
 			return seen_ms >= earliest_ms && seen_ms <= latest_ms;

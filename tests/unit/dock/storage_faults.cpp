@@ -19,7 +19,7 @@
 namespace {
 const QJsonObject oldFile{{u"seconds"_s, 120}, {u"style"_s, u"meme"_s}, {u"of others"_s, QJsonObject{{u"x"_s, 1}}}};
 
-/// While it lives, the rights of a superuser do not open what file modes forbid.
+/// Makes file modes bind even root.
 class ModesBind {
 public:
 	ModesBind()
@@ -37,7 +37,7 @@ private:
 	__user_cap_data_struct before_[2]{};
 };
 
-/// While it lives, no file grows beyond `size_bytes`: writes stop in their middle, as on a full disk.
+/// Limits the size of files: writes stop halfway, as on a full disk.
 class FullDisk {
 public:
 	explicit FullDisk(rlim_t size_bytes)
@@ -58,8 +58,8 @@ private:
 	rlimit before_{};
 };
 
-/// Does `work` in a copy of this process that dies at the entry or the return of a system call, the `stop`-th of these
-/// moments; answers whether there were so many, or nothing when the system lets no test watch a process.
+/// Runs `work` in a forked process and kills it at the `stop`-th entry or return of a system call. False if there were
+/// fewer; nothing if the system forbids tracing.
 std::optional<bool> diesAt(int stop, const std::function<void()> &work)
 {
 	constexpr int untraceable = 77;
@@ -91,7 +91,7 @@ std::optional<bool> diesAt(int stop, const std::function<void()> &work)
 }
 } // namespace
 
-/// Whatever the disk does, the user's choices or their backup can be read, keys of others stay, and the dock works on.
+/// Whatever the disk does, the choices or their backup stay readable, foreign keys survive, and the dock keeps working.
 class StorageFaultsTest : public DockTest {
 	Q_OBJECT
 
@@ -104,7 +104,7 @@ class StorageFaultsTest : public DockTest {
 						      : QJsonObject();
 	}
 
-	/// The file's content or, when it is unreadable, its backup's: what the next start of OBS goes by.
+	/// What the next OBS start reads: the file or else its backup.
 	QJsonObject readable() const
 	{
 		const QJsonObject file = objectIn(filePath());
@@ -154,7 +154,6 @@ private Q_SLOTS:
 		QVERIFY(loadWithOldFile());
 		{
 			const FullDisk full(static_cast<rlim_t>(room_bytes));
-			// A user tries again.
 			for (const QString &style : {u"neon"_s, u"clean"_s, u"neon"_s}) {
 				choose(u"style"_s, style);
 			}
@@ -199,7 +198,7 @@ private Q_SLOTS:
 			writePreferences(QJsonDocument(oldFile).toJson());
 			const std::optional<bool> answer = diesAt(stop, [this] { choose(u"style"_s, u"neon"_s); });
 			if (!answer) {
-				QSKIP("this machine lets no test watch the system calls of a process");
+				QSKIP("this machine does not allow tracing system calls");
 			}
 			died = *answer;
 			stops = stop;

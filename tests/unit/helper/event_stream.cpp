@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// What the stream yields for these pieces of output: each event as compact JSON, "|" after each piece.
+/// The stream's events for these chunks, as compact JSON with "|" after each chunk.
 QByteArray eventsOf(const QByteArrayList &pieces)
 {
 	EventStream stream;
@@ -86,7 +86,7 @@ private Q_SLOTS:
 		EventStream stream;
 		stream.append("{\"a\":1}\n{\"b\":2}\n{\"c\"");
 		QCOMPARE(stream.next(), QJsonObject({{u"a"_s, 1}}));
-		// More than the buffer had room for.
+		// Exceeds the buffer's capacity.
 		stream.append(QByteArray(100'000, ' '));
 		stream.append(":3}");
 		stream.append("\n");
@@ -95,9 +95,31 @@ private Q_SLOTS:
 		QVERIFY(!stream.next());
 	}
 
+	void dropsALineThatIsTooLong_data()
+	{
+		QTest::addColumn<qsizetype>("piece_bytes");
+		QTest::newRow("at once") << 2 * EventStream::longestLine_bytes;
+		QTest::newRow("in pieces") << qsizetype{64 * 1024};
+	}
+	void dropsALineThatIsTooLong()
+	{
+		QFETCH(qsizetype, piece_bytes);
+		const auto line = [](qsizetype size_bytes) {
+			return "{\"a\":\"" + QByteArray(size_bytes - 8, 'x') + "\"}\n";
+		};
+		const QByteArray output =
+			line(EventStream::longestLine_bytes) + line(EventStream::longestLine_bytes + 1) + "{\"b\":2}\n";
+		QByteArrayList pieces;
+		for (qsizetype start = 0; start < output.size(); start += piece_bytes) {
+			pieces << output.mid(start, piece_bytes);
+		}
+		QCOMPARE(eventsOf(pieces).replace('|', ""),
+			 line(EventStream::longestLine_bytes).trimmed() + "{\"b\":2}");
+	}
+
 	void longOutputInSmallPiecesStaysLinear()
 	{
-		// 4 MB in 64-byte pieces: a second, where searching the whole buffer each time would take many minutes.
+		// Takes a second; searching the whole buffer for each chunk would take many minutes.
 		const QByteArray piece(64, 'x');
 		EventStream stream;
 		QElapsedTimer timer;

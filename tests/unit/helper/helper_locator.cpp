@@ -4,7 +4,7 @@
 #include "host/dock_test.hpp"
 #include "host/system.hpp"
 
-/// Where the helper is looked for, as the module's own load line tells.
+/// Where the module looks for the helper, from its log line at load.
 class HelperLocatorTest : public DockTest {
 	Q_OBJECT
 

@@ -6,8 +6,8 @@
 
 #include "host/dock_test.hpp"
 
-/// How one helper run becomes events, an end, and messages when it goes wrong. The runs here are account linkings:
-/// each of their "code" events opens an address, and their end enables the button and asks for the status.
+/// Helper runs: their events, their end, and messages about failures. The runs link accounts: each "code" event opens
+/// an address, and the end enables the button and asks for the status.
 class HelperProcessesTest : public DockTest {
 	Q_OBJECT
 
@@ -32,7 +32,7 @@ class HelperProcessesTest : public DockTest {
 		invoke("connectAccount");
 	}
 
-	/// Runs the script to its end, which the finish callback shows.
+	/// Runs the script until the finish callback.
 	void runLink(const HelperScript &script)
 	{
 		startLink(script);
@@ -46,11 +46,11 @@ class HelperProcessesTest : public DockTest {
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		invoke("refreshStatus");
 		QTRY_VERIFY(child<QPushButton>(u"clipBtn"_s)->isEnabled());
-		// The dock asks once more on its own, and with that for the chat settings.
+		// Ignore the dock's own status query and the chat query that follows.
 		helper().on(u"--status"_s, HelperScript().hang());
 	}
 
-	/// Those of linkings: on a busy machine the dock's own first runs may have begun as well.
+	/// Only those that link: on a busy machine the dock's own first runs may have begun.
 	QList<QProcess *> processes() const
 	{
 		QList<QProcess *> found = dock()->findChildren<QProcess *>();
@@ -116,7 +116,7 @@ private Q_SLOTS:
 		connect(command, &QLineEdit::textChanged, this, [this, &commands](const QString &text) {
 			commands << text;
 			if (text == u"!one") {
-				// As a window of OBS that asks something would do.
+				// Like an OBS dialog: wait in an event loop.
 				helper().open(u"handled"_s);
 				QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--chat-get"_s), 10000);
 			}
@@ -245,7 +245,7 @@ private Q_SLOTS:
 
 	void errorOutputIsNotKept()
 	{
-		// More than a pipe holds: the event could only follow once somebody had taken most of it.
+		// More than a pipe holds: the event arrives only if somebody drains the pipe.
 		startLink(HelperScript().complain(QByteArray(1'048'576, 'x')).write(codeLine(u"1"_s) + '\n').hang());
 		QTRY_COMPARE(openedUrls(), urls({u"1"_s}));
 		QCOMPARE(processes().size(), 1);

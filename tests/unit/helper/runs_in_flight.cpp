@@ -4,7 +4,7 @@
 #include "host/dock_test.hpp"
 #include "host/system.hpp"
 
-/// The dock goes while helper runs are in flight: they end with it, and none of their callbacks run any more.
+/// The dock is destroyed during helper runs: they end with it and no callback runs.
 class RunsInFlightTest : public DockTest {
 	Q_OBJECT
 
@@ -36,7 +36,7 @@ private Q_SLOTS:
 		helper().on(link, script);
 		QVERIFY(load());
 		invoke("connectAccount");
-		// Without the event loop nothing of the run is read before the dock goes.
+		// No event loop here, so the run's output is unread when the dock goes.
 		QVERIFY(dock()->findChild<QProcess *>()->waitForStarted());
 		while (helper().count(link) == 0) {
 			QTest::qSleep(5);

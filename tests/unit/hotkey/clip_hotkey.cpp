@@ -8,7 +8,7 @@
 
 #include <obs.hpp>
 
-/// Where the clip hotkey's bindings are kept, and which of them wins.
+/// Where the hotkey's bindings are stored, and which source wins.
 class ClipHotkeyTest : public DockTest {
 	Q_OBJECT
 

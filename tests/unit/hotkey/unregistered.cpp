@@ -6,7 +6,7 @@
 
 #include <obs.hpp>
 
-/// Before registration the clip hotkey has no id, and nothing can be done with it.
+/// The clip hotkey before registration: no id, no effect.
 class UnregisteredHotkeyTest : public QObject {
 	Q_OBJECT
 

@@ -14,17 +14,17 @@
 using namespace std::chrono_literals;
 
 namespace {
-/// Threads that call a function again and again while this object lives.
+/// Threads that call a function in a loop while this object lives.
 class Hammer {
 public:
-	/// `strike` answers whether the module took it.
+	/// `strike` answers whether the module accepted the call.
 	void start(std::function<bool()> strike)
 	{
 		threads_.emplace_back([this, strike = std::move(strike)] {
 			while (!stopped_) {
 				++(strike() ? taken_ : refused_);
-				// Faster than any remote control, but the dock must be able to keep up: each
-				// clip that is asked for leaves a watchdog of 15 seconds behind.
+				// Faster than any remote control, but slow enough for the dock: each clip request arms
+				// a watchdog for 15 s.
 				std::this_thread::sleep_for(2ms);
 			}
 		});
@@ -50,7 +50,7 @@ private:
 };
 } // namespace
 
-/// Hotkey presses and remote requests come in on threads of their own, whatever the dock and the module are at.
+/// Hotkey presses and requests from other threads, whatever dock and module are doing.
 class DockAccessTest : public DockTest {
 	Q_OBJECT
 
@@ -72,7 +72,6 @@ class DockAccessTest : public DockTest {
 		});
 	}
 
-	/// What a user and OBS do with the dock, once.
 	void useTheDock()
 	{
 		choose(u"style"_s, u"meme"_s);
@@ -124,7 +123,7 @@ private Q_SLOTS:
 		QTRY_VERIFY_WITH_TIMEOUT(hammer.refused() > refusedBefore, 10000);
 
 		if (!dockGoesFirst) {
-			// A new dock, made while requests come in; it has no account yet.
+			// Make a new dock, without an account, while requests come in.
 			QVERIFY(entryPoint<bool()>("obs_module_load")());
 			QTRY_VERIFY_WITH_TIMEOUT(helper().count(u"--link"_s) > 0, 10000);
 			entryPoint<void()>("obs_module_unload")();

@@ -8,7 +8,7 @@
 
 #include <thread>
 
-/// How OBS's events and hotkey reach the dock, and that nothing does once it is gone.
+/// OBS's events and hotkey reach the dock, and nothing does after its end.
 class FrontendEventsTest : public DockTest {
 	Q_OBJECT
 

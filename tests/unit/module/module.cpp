@@ -8,7 +8,7 @@
 #include "host/hotkeys.hpp"
 #include "host/system.hpp"
 
-/// How OBS loads the module, what that sets up, and what is left after unload.
+/// Loading the module, what that sets up, and what remains after unload.
 class ModuleTest : public DockTest {
 	Q_OBJECT
 
@@ -143,7 +143,7 @@ private Q_SLOTS:
 	{
 		setEnvironment("KESTRUNE_HELPER", u"/opt/Kestrüne/100%s"_s);
 		QVERIFY(load());
-		// The one test that spells the version out: what users and helpers are told changes on purpose only.
+		// The only test that spells out the version, so that it changes on purpose only.
 		const QList<LogLine> expected{
 			{LOG_INFO, u"[kestrune] Kestrune loaded (version 1.0.6), helper: /opt/Kestrüne/100%s"_s}};
 		QCOMPARE(obs().moduleLog(), expected);

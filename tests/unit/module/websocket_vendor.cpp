@@ -10,11 +10,10 @@ const LogLine notAvailable{LOG_INFO, u"[kestrune] obs-websocket not available; v
 const LogLine notFound{LOG_DEBUG, u"Unable to fetch obs-websocket proc handler object. obs-websocket not installed?"_s};
 } // namespace
 
-/// What remote controls can ask for.
 class WebsocketVendorTest : public DockTest {
 	Q_OBJECT
 
-	/// Lets OBS tell the module that all modules are loaded; answers what was logged meanwhile.
+	/// Calls the module's post-load function; returns what it logged.
 	QList<LogLine> postLoad() const
 	{
 		const qsizetype before = obs().log().size();
@@ -67,7 +66,7 @@ private Q_SLOTS:
 		postLoad();
 		QCOMPARE(websocket.request("ClipThat"),
 			 QJsonObject({{u"ok"_s, true}, {u"replay_buffer_active"_s, true}}));
-		QCOMPARE(frontend().saveRequests, 0); // queued: the dock acts on its own thread
+		QCOMPARE(frontend().saveRequests, 0); // queued to the user-interface thread
 		QTRY_COMPARE(frontend().saveRequests, 1);
 		QVERIFY(statusIs(u"Saving the last 60 s…"_s, informationColour));
 	}

@@ -18,6 +18,8 @@ private Q_SLOTS:
 	void helpsWithWhatItKnows();
 	void printsItsVersion();
 	void writesOneLinePerEvent();
+	void passesOnNoMarkup_data();
+	void passesOnNoMarkup();
 	void reportsAStateFolderThatCannotBeMade();
 };
 
@@ -54,7 +56,7 @@ void CommandLineTest::printsHelpForPeople()
 	const Run run = Sandbox().run({u"--help"_s});
 	QCOMPARE(run.exitCode, 0);
 	QVERIFY(run.events.isEmpty());
-	// Windows ends lines in its own way.
+	// Windows ends lines with CR LF.
 	const QByteArray help = QByteArray(run.output).replace("\r\n", "\n");
 	QVERIFY(help.startsWith("Usage: sample-helper COMMAND [OPTION]...\n"));
 	for (const char *text :
@@ -79,7 +81,7 @@ void CommandLineTest::helpsWithWhatItKnows()
 	}
 	QCOMPARE(told.size(), 23);
 	for (const QString &name : std::as_const(told)) {
-		// A second unknown switch keeps the run from doing anything.
+		// A second, unknown option keeps the run from doing anything.
 		const Run run = Sandbox().run({name, u"x"_s, u"--foo"_s});
 		QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(),
 			 u"The sample helper doesn't know --foo yet."_s);
@@ -100,6 +102,22 @@ void CommandLineTest::writesOneLinePerEvent()
 	QCOMPARE(run.output.count('\n'), 2);
 	QVERIFY(run.output.endsWith('\n'));
 	QVERIFY2(!run.output.contains("\": "), "the events are compact");
+}
+
+void CommandLineTest::passesOnNoMarkup_data()
+{
+	QTest::addColumn<QStringList>("arguments");
+	QTest::newRow("a switch") << QStringList{u"--<b>x"_s};
+	QTest::newRow("the name of a replay") << QStringList{u"--process"_s, u"<b>x.mkv"_s, u"--seconds"_s, u"2"_s};
+}
+
+void CommandLineTest::passesOnNoMarkup()
+{
+	QFETCH(const QStringList, arguments);
+	const Run run = Sandbox().run(arguments);
+	const QString text = run.onlyEvent()[QLatin1String("error")].toString();
+	QVERIFY2(text.contains(u"‹b>x"_s), qPrintable(text));
+	QVERIFY(!text.contains(QLatin1Char('<')));
 }
 
 void CommandLineTest::reportsAStateFolderThatCannotBeMade()

@@ -24,6 +24,11 @@ QString updateRunner()
 	return u"" UPDATE_RUNNER ""_s;
 }
 
+QString fakeHelper()
+{
+	return u"" FAKE_HELPER ""_s;
+}
+
 Sandbox::Sandbox()
 {
 	for (const QString &name : environment_.keys()) {
@@ -32,7 +37,7 @@ Sandbox::Sandbox()
 		}
 	}
 	setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, folder_.path());
-	// The tests must not depend on the machine's graphics card.
+	// Tests must not depend on the graphics card.
 	setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"libx264"_s);
 	setVariable(u"KESTRUNE_SAMPLE_HELPER_LINK_MS"_s, u"0"_s);
 	setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"0"_s);
@@ -110,7 +115,7 @@ Run finish(QProcess &process)
 		process.readAllStandardOutput(),
 		process.readAllStandardError(),
 		{}};
-	// Read as the dock reads it: what no newline ends is not there.
+	// As in the dock, a line without a newline is not read.
 	const QList<QByteArray> lines = run.output.left(run.output.lastIndexOf('\n') + 1).split('\n');
 	for (const QByteArray &line : lines) {
 		const QJsonDocument document = QJsonDocument::fromJson(line.trimmed());

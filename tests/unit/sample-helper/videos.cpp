@@ -7,6 +7,7 @@
 
 #include "videos.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -28,7 +29,6 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
 	return process.readAllStandardOutput();
 }
 
-/// Makes the file on first use.
 QString make(const QString &name, const QString &picture, const QString &sound, const QString &seconds)
 {
 	static const QTemporaryDir folder;
@@ -87,6 +87,22 @@ QString withTones(const QList<double> &amplitudes)
 		    u"aevalsrc=%1:s=48000:c=%2c"_s.arg(channels.join(QLatin1Char('|'))).arg(channels.size()), u"2"_s);
 }
 
+QString hdr(const char *transfer)
+{
+	static const QTemporaryDir folder;
+	const QString path = folder.filePath(QLatin1String(transfer) + u".mkv"_s);
+	if (!QFile::exists(path)) {
+		// 203 nits are 58 % of the range of PQ and 75 % of that of HLG.
+		const int level = 64 + static_cast<int>(876 * (QByteArray(transfer) == "smpte2084" ? 0.581 : 0.75));
+		ffmpeg({u"-f"_s, u"lavfi"_s, u"-i"_s,
+			u"color=s=320x180:r=25,format=yuv420p10le,geq=lum=%1:cb=512:cr=512,"
+			"setparams=range=tv:color_primaries=bt2020:color_trc=%2:colorspace=bt2020nc"_s.arg(level)
+				.arg(QLatin1String(transfer)),
+			u"-t"_s, u"1"_s, u"-c:v"_s, u"libx264"_s, u"-preset"_s, u"ultrafast"_s, path});
+	}
+	return path;
+}
+
 Details details(const QString &path)
 {
 	const QByteArray answer = outputOf(
@@ -106,6 +122,9 @@ Details details(const QString &path)
 		result.videoCodec = codec;
 		result.width = stream[QLatin1String("width")].toInt();
 		result.height = stream[QLatin1String("height")].toInt();
+		result.colourTransfer = stream[QLatin1String("color_transfer")].toString();
+		result.colourPrimaries = stream[QLatin1String("color_primaries")].toString();
+		result.colourMatrix = stream[QLatin1String("color_space")].toString();
 		result.pixelFormat = stream[QLatin1String("pix_fmt")].toString();
 		const QStringList rate = stream[QLatin1String("avg_frame_rate")].toString().split(QLatin1Char('/'));
 		result.frameRate =
@@ -123,6 +142,21 @@ QList<int> brightness(const QString &path)
 		result += static_cast<unsigned char>(byte);
 	}
 	return result;
+}
+
+QList<double> pictureTimes_s(const QString &path)
+{
+	const QByteArray answer =
+		outputOf(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-select_streams"_s, u"v:0"_s, u"-show_entries"_s,
+					u"packet=pts_time"_s, u"-of"_s, u"csv=p=0"_s, path});
+	QList<double> times{};
+	for (const QByteArray &line : answer.split('\n')) {
+		if (!line.isEmpty()) {
+			times += line.split(',').first().toDouble();
+		}
+	}
+	std::sort(times.begin(), times.end());
+	return times;
 }
 
 QList<double> loudness(const QString &path)

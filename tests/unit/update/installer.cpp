@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-/// From the downloaded installer to the installed version. A runner program takes the elevated installer's place.
+/// From the downloaded installer to the installed version, with a runner program instead of the elevated installer.
 class InstallerTest : public UpdateTest {
 	Q_OBJECT
 
@@ -37,7 +37,7 @@ class InstallerTest : public UpdateTest {
 			std::ranges::find_if(timers, [](const QTimer *timer) { return timer->interval() == 500; });
 		return found == timers.end() ? nullptr : *found;
 	}
-	/// The fake helper serves as the runner, too: the installer's path is its first switch, so "--runner".
+	/// The fake helper is the runner, too: the installer's path, its first argument, selects the script "--runner".
 	void useRunner(const HelperScript &script)
 	{
 		qputenv("KESTRUNE_UPDATE_RUNNER", qgetenv("KESTRUNE_HELPER"));
@@ -224,7 +224,7 @@ private Q_SLOTS:
 	{
 		QVERIFY(loadOffered());
 		qunsetenv("KESTRUNE_MANIFEST");
-		writeManifest("{\"version\": \"1.0.7\"}"); // the scratch folder is the module's data folder here
+		writeManifest("{\"version\": \"1.0.7\"}"); // the scratch folder is the module's data folder
 		finish(0);
 		QVERIFY(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s));
 	}

@@ -1,10 +1,9 @@
 #include "host/update_test.hpp"
 
-/// Whether a newer version is offered.
 class UpdaterCheckTest : public UpdateTest {
 	Q_OBJECT
 
-	/// One check that the helper answers with this; returns when it has ended.
+	/// One check with this answer; returns after its end.
 	void check(const QJsonObject &answer)
 	{
 		helper().on(u"--check-update"_s, HelperScript().event(answer));

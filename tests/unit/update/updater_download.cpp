@@ -1,6 +1,5 @@
 #include "host/update_test.hpp"
 
-/// From the click on the update button to the downloaded installer.
 class UpdaterDownloadTest : public UpdateTest {
 	Q_OBJECT
 

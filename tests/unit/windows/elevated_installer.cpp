@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-/// The real elevated start, of a fake installer.
+/// A real elevated start of a fake installer.
 class ElevatedInstallerTest : public UpdateTest {
 	Q_OBJECT
 
@@ -20,7 +20,7 @@ class ElevatedInstallerTest : public UpdateTest {
 		file.write(text);
 	}
 
-	/// A downloaded installer under this name, which will end with this code.
+	/// Makes an installer that exits with this code.
 	QString installer(const QString &name, quint32 code = 0) const
 	{
 		const QString path = scratchPath(name);
@@ -32,7 +32,7 @@ class ElevatedInstallerTest : public UpdateTest {
 		return path;
 	}
 
-	/// How the installer was called: the show-window value and the command line.
+	/// How the installer was called: show-window value and command line.
 	QStringList call(const QString &installerPath) const
 	{
 		QFile file(installerPath + u".called"_s);
@@ -49,7 +49,7 @@ class ElevatedInstallerTest : public UpdateTest {
 		return QMetaObject::invokeMethod(dock(), "runInstaller", Qt::DirectConnection, path);
 	}
 
-	/// Windows lets nobody remove a program that runs, or a file that someone is looking at.
+	/// Waits: Windows refuses to remove running programs and open files.
 	static bool removed(const QString &path)
 	{
 		return QTest::qWaitFor([&path] { return QFile::remove(path); }, 30000);
@@ -111,7 +111,7 @@ private Q_SLOTS:
 		QTest::newRow("1") << 1U << u"1"_s;
 		QTest::newRow("restart wanted") << 3010U << u"3010"_s;
 		QTest::newRow("access violation") << 0xC0000005U << u"-1073741819"_s;
-		// The number that waiting functions use for "still running".
+		// STILL_ACTIVE, "still running" for GetExitCodeProcess.
 		QTest::newRow("259") << 259U << u"259"_s;
 	}
 	void theExitCodeIsReported()
@@ -144,7 +144,7 @@ private Q_SLOTS:
 		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
 		QVERIFY(run(path));
 		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
-		QTest::qWait(1200); // two looks at it
+		QTest::qWait(1200); // two polls
 		QVERIFY(showsStep(installing_));
 		QVERIFY(installerIsWatched());
 
@@ -161,7 +161,7 @@ private Q_SLOTS:
 		takeStates();
 		destroyMainWindow();
 		QVERIFY(takeStates().isEmpty());
-		// It still runs.
+		// A running program cannot be removed.
 		QVERIFY(!QFile::remove(path));
 		QVERIFY(removed(path + u".wait"_s));
 		QVERIFY(removed(path));

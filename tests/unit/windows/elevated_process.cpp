@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 class ElevatedProcessTest : public QObject {
 	Q_OBJECT
 
-	/// Windows numbers handles by fours and gives the lowest free number, so this grows with each handle left open.
+	/// Handle values are multiples of four and the lowest free one is used, so this grows with each leaked handle.
 	static quintptr nextHandle()
 	{
 		HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
@@ -21,7 +21,6 @@ class ElevatedProcessTest : public QObject {
 		return reinterpret_cast<quintptr>(event);
 	}
 
-	/// Starts a program and waits for its end.
 	static void runOnce()
 	{
 		const ElevatedStart start = startElevated(u"" FAKE_INSTALLER ""_s, u"/QUIET"_s);
@@ -39,7 +38,7 @@ private Q_SLOTS:
 		{
 			const ElevatedProcess process(handle);
 			QVERIFY(GetHandleInformation(handle, &flags));
-			QVERIFY(!process.exitCode()); // not signalled: it would still run
+			QVERIFY(!process.exitCode()); // not signalled: still running
 		}
 		QVERIFY(!GetHandleInformation(handle, &flags));
 	}
@@ -63,7 +62,7 @@ private Q_SLOTS:
 
 	void leavesNoHandleOpen()
 	{
-		runOnce(); // what the first start loads, stays
+		runOnce(); // what the first start loads stays loaded
 		const quintptr before = nextHandle();
 		for (int run = 0; run < 200; ++run) {
 			runOnce();

@@ -6,11 +6,11 @@
 #include "host/dock_test.hpp"
 #include "host/system.hpp"
 
-/// What only Windows does to a helper run: the hidden window, the one command line, the letters of paths.
+/// Helper runs on Windows: hidden window, single command line, path characters.
 class HiddenRunsTest : public DockTest {
 	Q_OBJECT
 
-	/// The path that the helper got for the saved replay.
+	/// The replay path that the helper received.
 	QString pathArrivingFor(const QString &replay)
 	{
 		if (!loadReady()) {

@@ -1,5 +1,3 @@
-// The Twitch chat command.
-
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 const settings = { event: "chat", command: "!rune", cooldown_s: 30, per_stream_cap: 10 };
@@ -7,7 +5,7 @@ const enabled = { ...settings, enabled: true };
 
 export const prepare = (home) => switchReplayBufferOn(home);
 
-/** Saves the settings, to which the helper answers with `chat`, and waits for the state that then shows. */
+/** Saves the settings, lets the helper answer with `chat`, and waits for the state. */
 async function save(stage, chat, state) {
   await stage.answer("--chat-set", chat);
   await stage.dock.click({ text: "Save chat settings" });

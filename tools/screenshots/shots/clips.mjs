@@ -1,4 +1,4 @@
-// One clip from the press of the button to its end, and what may happen instead.
+// A clip from the button to the Short, and its failures.
 
 import { open } from "node:fs/promises";
 import path from "node:path";
@@ -8,7 +8,7 @@ import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 const replay = "Replay";
 
-/** OBS saves a replay into a pipe, which it cannot finish before somebody reads it. */
+/** OBS saves into a pipe, and cannot finish until somebody reads it. */
 export async function prepare(home, stage) {
   await switchReplayBufferOn(home, replay);
   await run("mkfifo", [pipe(stage)]);
@@ -18,7 +18,6 @@ function pipe(stage) {
   return path.join(stage.session.home.recordings, `${replay}.mkv`);
 }
 
-/** Lets OBS finish the replay that it is saving. */
 async function finishSaving(stage) {
   const replayFile = await open(pipe(stage));
   for await (const piece of replayFile.createReadStream()) {
@@ -26,7 +25,7 @@ async function finishSaving(stage) {
   }
 }
 
-/** Clips once more, to which the helper answers with `event`, and waits for the status text. */
+/** Clips again, lets the helper answer with `event`, and waits for the status text. */
 async function clip(stage, event, text, colour) {
   await stage.answer("--process", event);
   await stage.dock.click({ name: "clipBtn" });

@@ -1,4 +1,4 @@
-// From a fresh OBS to a connected account and a Replay Buffer that runs.
+// From a fresh OBS to a linked account and a running Replay Buffer.
 
 const notLinked = { event: "status", linked: false };
 const linked = { event: "status", linked: true, login: "ana" };
@@ -14,7 +14,7 @@ export const shots = [
     name: "not-connected",
     async reach(stage) {
       await stage.release("--status");
-      // Both questions after the account at the start are answered before somebody clicks.
+      // Wait for both account queries of the start.
       await stage.waitForPreview();
       await stage.waitForIdleHelper();
       await stage.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");

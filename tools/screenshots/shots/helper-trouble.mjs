@@ -1,5 +1,3 @@
-// A helper that stops, cannot be started, or is not there.
-
 import { chmod, rm } from "node:fs/promises";
 import { errorColour } from "../../obs/dock.mjs";
 
@@ -11,7 +9,7 @@ export const shots = [
     part: "header",
     async reach(stage) {
       await stage.dock.waitForStatus(/^The Kestrune helper stopped unexpectedly \(code 3\)\./, errorColour);
-      // The runs of the start must not speak after the next picture's.
+      // The first runs must not change the next picture.
       await stage.waitForPreview();
       await stage.waitForIdleHelper();
     },

@@ -1,11 +1,9 @@
-// Setting the hotkey.
-
 import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
 const controlShiftC = { shift: true, control: true, alt: false, command: false, key: "OBS_KEY_C" };
 
-/** The suggested combination starts a recording already. */
+/** The default combination conflicts with starting a recording. */
 export async function prepare(home) {
   await switchReplayBufferOn(home);
   await home.changeProfile((profile) => {
@@ -24,7 +22,7 @@ export const shots = [
     async reach(stage) {
       await stage.settle();
       await stage.openOnly("hotkeySection");
-      // All three of the row's texts take more room than a narrow dock has.
+      // A narrow dock has no room for the row's three texts.
       await stage.float({ width: 510, height: 700 });
       await stage.focusFloatingDock();
       await stage.dock.waitForWidget({ text: "Use Ctrl+Shift+C (in use!)", visible: true });

@@ -1,4 +1,4 @@
-// The whole of OBS with the dock in it, and the choices of a clip.
+// OBS with the dock, and the choices for a clip.
 
 import { waitFor } from "../../obs/wait.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
@@ -12,7 +12,7 @@ export const answers = {
 
 export const prepare = (home) => switchReplayBufferOn(home);
 
-/** Stops the moving picture always at the same place. */
+/** Stops the moving picture, always at the same frame. */
 async function freezePicture(stage) {
   const input = { inputName: "Test picture" };
   await stage.call("TriggerMediaInputAction", { ...input, mediaAction: "OBS_WEBSOCKET_MEDIA_INPUT_ACTION_PAUSE" });

@@ -1,11 +1,11 @@
-// An update from its offer to the restart, and one that fails.
+// An update from offer to restart, and one that fails.
 
 import { writeFile } from "node:fs/promises";
 import path from "node:path";
 import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
-// The fake helper is the installer as well: it is given this name as its only argument.
+// The stand-in helper is the installer, too: this is its argument.
 const installer = "--installer";
 const downloaded = { event: "downloaded", latest: "1.0.7", path: installer };
 

@@ -11,8 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Captions from files beside the replay and from speech. The last two seconds of the replay are plain white, so the
-/// frames that are not white are those with a caption.
+/// Captions from subtitle files and from speech. The replay's last two seconds are plain white, so frames that are not
+/// white show a caption.
 class CaptionSourceTest : public QObject {
 	Q_OBJECT
 
@@ -36,7 +36,7 @@ namespace {
 
 constexpr int framesPerSecond = 25;
 
-/// A sandbox with an account and the replay in a folder of its own.
+/// Has an account, and the replay in its own folder.
 class Studio : public Sandbox {
 public:
 	Studio()
@@ -53,9 +53,9 @@ public:
 		writeFile(u"replays/Replay 1.5"_s + suffix, content);
 	}
 
-	/// A fake of whisper.cpp's program: understands the same arguments, opens no file in another folder, as
-	/// on Windows with letters in its name that are foreign there, notes what it is given to hear in
-	/// "heard.txt" and "writes" the speech that `answer` prints.
+	/// A fake whisper.cpp: takes the same arguments, describes the sound in "heard.txt" and runs `answer`, which
+	/// writes the transcript. It only takes files in its own folder, because on Windows the real one cannot open
+	/// paths with foreign characters.
 	void useTranscriber(const QByteArray &answer)
 	{
 		const QByteArray script =
@@ -86,7 +86,7 @@ public:
 const QByteArray aWord = "printf '1\\n00:00:00,400 --> 00:00:01,200\\n Hello there everybody\\n\\n"
 			 "2\\n00:00:01,400 --> 00:00:02,000\\n [BLANK_AUDIO]\\n' > \"$target.srt\"\n";
 
-/// The frames that show something, such as "10-30"; the last one is the first without it again.
+/// The captioned frames, such as "10-30"; 30 is the first without a caption.
 QString captionedFrames(const QString &path)
 {
 	const QList<int> frames = videos::brightness(path);
@@ -144,7 +144,7 @@ void CaptionSourceTest::showsSidecarsAtTheirTime()
 void CaptionSourceTest::showsHostileTextsAsTexts()
 {
 	const Studio studio;
-	// Each of these would cover the whole picture, were it obeyed.
+	// If obeyed, each of these would cover the whole picture.
 	studio.addSidecar("00:00:04,000 --> 00:00:04,800\n"
 			  "{\\pos(0,0)\\an7\\p1{}m 0 0 l 1080 0 1080 1920 0 1920\n\n"
 			  "00:00:05,000 --> 00:00:05,800\n"

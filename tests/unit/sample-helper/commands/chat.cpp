@@ -1,10 +1,13 @@
+#include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QTest>
 #include <QUrl>
 
 #include "host/test_program.hpp"
 #include "sandbox.hpp"
+#include "support/files.hpp"
 
 #include <vector>
 
@@ -28,6 +31,10 @@ private Q_SLOTS:
 	void honoursTheCooldown();
 	void honoursTheCapOfAStream();
 	void losesNoMessageOfSideBySideRuns();
+	void goesOnAfterTheClockWasAhead();
+	void passesOnNoMarkupInNames();
+	void holdsNoMoreThanAChatCan();
+	void saysWhenItCannotStoreForALock();
 };
 
 namespace {
@@ -134,7 +141,7 @@ void ChatTest::refusesBadSettings()
 	const QJsonObject event = run.onlyEvent();
 	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
 	QVERIFY(!event[QLatin1String("error")].toString().isEmpty());
-	// The dock goes on polling by these two, and leaves its fields alone without "command".
+	// With these two the dock keeps polling; without "command" it keeps its fields.
 	QCOMPARE(event[QLatin1String("enabled")].toBool(), true);
 	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
 	QVERIFY(!event.contains(QLatin1String("command")));
@@ -256,6 +263,63 @@ void ChatTest::losesNoMessageOfSideBySideRuns()
 	seen.sort();
 	QCOMPARE(seen, expected);
 	QCOMPARE(streamCount(sandbox), 12);
+}
+
+void ChatTest::goesOnAfterTheClockWasAhead()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"200"_s);
+	const double tomorrow_ms = static_cast<double>(QDateTime::currentMSecsSinceEpoch()) + 86'400'000;
+	const QJsonObject ahead{{u"enabled"_s, true},
+				{u"cooldown_s"_s, 30},
+				{u"consent_asked_ms"_s, tomorrow_ms},
+				{u"last_use_ms"_s, tomorrow_ms}};
+	sandbox.writeFile(u"chat.json"_s, QJsonDocument(ahead).toJson());
+	QTRY_VERIFY_WITH_TIMEOUT(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(), 20000);
+	say(sandbox, u"ana"_s);
+	say(sandbox, u"ben"_s);
+	QCOMPARE(poll(sandbox), QStringList{u"ana"_s});
+}
+
+void ChatTest::passesOnNoMarkupInNames()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true})");
+	say(sandbox, u"<img src='x'>"_s);
+	QCOMPARE(poll(sandbox), QStringList{u"‹img src='x'>"_s});
+}
+
+void ChatTest::holdsNoMoreThanAChatCan()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true})");
+	const QString flood(100'000, QChar(1));
+	for (int i = 0; i < 20; ++i) {
+		say(sandbox, flood, flood);
+	}
+	QVERIFY(sandbox.readFile(u"chat.json"_s).size() < 200'000);
+	const QString command = u"!"_s + QString(500, QLatin1Char('x'));
+	const QJsonObject event = set(sandbox, qUtf8Printable(u"{\"command\":\"%1\"}"_s.arg(command))).onlyEvent();
+	QVERIFY(event[QLatin1String("error")].toString().contains(u"longer than a message"_s));
+}
+
+void ChatTest::saysWhenItCannotStoreForALock()
+{
+	const Sandbox sandbox;
+	set(sandbox, R"({"enabled":true})");
+	// As a helper would that is suspended in the middle of a save.
+	QFile lock(sandbox.path(u"state.lock"_s));
+	QVERIFY(lock.open(QIODevice::ReadWrite));
+	files::lock(lock, 0);
+	const Run run = set(sandbox, R"({"command":"!other"})");
+	QCOMPARE(run.exitCode, 1);
+	const QJsonObject event = run.onlyEvent();
+	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
+	QCOMPARE(event[QLatin1String("error")].toString(),
+		 u"Couldn't lock state.lock in %1: another run of the helper holds it."_s.arg(sandbox.path()));
+	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
+	lock.close();
+	QCOMPARE(set(sandbox, R"({"command":"!other"})").exitCode, 0);
 }
 
 KESTRUNE_TEST(ChatTest)

@@ -32,6 +32,7 @@ private Q_SLOTS:
 	void readsAReplayWithoutAnyTimes();
 	void findsTheCameraWhereItIsTold();
 	void remembersTheLook();
+	void makesTheShortWhenItCannotRememberTheLook();
 	void replacesUnknownChoicesAndSaysSo();
 	void leavesTheCaptionOutWhenFfmpegCannotDraw();
 	void leavesTheCaptionOutWhenItCannotBeStored();
@@ -42,7 +43,7 @@ private Q_SLOTS:
 
 namespace {
 
-/// The nearest of the colours red, green and blue at a place of a Short's frame.
+/// The closest of red, green and blue at a point of the frame.
 char colourAt(const QByteArray &frame, int x, int y)
 {
 	const qsizetype at = (static_cast<qsizetype>(y) * 1080 + x) * 3;
@@ -61,7 +62,8 @@ char colourAt(const QByteArray &frame, int x, int y)
 void ClipTest::composesEveryLayout_data()
 {
 	QTest::addColumn<QByteArray>("layout");
-	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No game shows the camera's green corner.
+	// Colours at (100, 100), (980, 100), (500, 1300) and (980, 1880). No layout shows the green corner as part of
+	// the game.
 	QTest::addColumn<QByteArray>("colours");
 	QTest::newRow("Bubble: blurred behind, camera in a disc") << QByteArray("vtuber-bubble") << QByteArray("rbgb");
 	QTest::newRow("Face panel: camera above") << QByteArray("vtuber") << QByteArray("ggrb");
@@ -128,7 +130,7 @@ void ClipTest::burnsACaptionInEveryStyle()
 	const QByteArray frame = videos::firstFrame(shortPath(run));
 	QCOMPARE(frame.size(), 1080 * 1920 * 3);
 
-	// The replay is plain white there: whatever is not white belongs to the caption.
+	// The replay is white here: what is not white is caption.
 	double sum = 0;
 	double count = 0;
 	for (qsizetype i = 0; i < frame.size(); i += 3) {
@@ -148,7 +150,7 @@ void ClipTest::cutsTheLastSeconds()
 	const Run run = sandbox.run(processArguments(videos::blackThenWhite(), 3, lookArguments("gameplay", "none")));
 	const QList<int> frames = videos::brightness(shortPath(run));
 	const auto dark = std::count_if(frames.begin(), frames.end(), [](int value) { return value < 128; });
-	// One second of black and two of white, at 25 frames per second.
+	// One second of black, two of white, at 25 fps.
 	QVERIFY2(std::abs(dark - 25) <= 2, qPrintable(QString::number(dark)));
 	QVERIFY2(std::abs(frames.size() - 75) <= 2, qPrintable(QString::number(frames.size())));
 }
@@ -201,7 +203,7 @@ void ClipTest::readsAReplayWithoutADuration()
 {
 	const Sandbox sandbox;
 	const QString replay = sandbox.path(u"live.mkv"_s);
-	// A live file has no duration in its header, like one whose writer crashed.
+	// Live files have no duration in the header, as after a crash of the writer.
 	sandbox.writeFile(u"live.mkv"_s, videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c"_s, u"copy"_s,
 							 u"-live"_s, u"1"_s, u"-f"_s, u"matroska"_s, u"-"_s}));
 	QCOMPARE(videos::details(replay).duration_s, 0.0);
@@ -215,7 +217,7 @@ void ClipTest::readsAReplayWithoutADuration()
 void ClipTest::readsAReplayWithoutAnyTimes()
 {
 	const Sandbox sandbox;
-	// Nothing but pictures: neither a header nor a packet tells a time.
+	// Raw video: neither the header nor packets hold times.
 	const QString replay = sandbox.writeFile(
 		u"raw.h264"_s,
 		videos::ffmpeg({u"-i"_s, videos::blackThenWhite(), u"-c:v"_s, u"copy"_s, u"-f"_s, u"h264"_s, u"-"_s}));
@@ -229,12 +231,20 @@ void ClipTest::readsAReplayWithoutAnyTimes()
 void ClipTest::findsTheCameraWhereItIsTold()
 {
 	Sandbox sandbox;
+	linkAccount(sandbox);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0, 0, 0.4, 0.4"_s);
 	const Run run = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
+	QCOMPARE(note(run), QString());
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(run)), 540, 300), 'r');
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CAMERA"_s, u"0.9,0,0.4,nonsense"_s);
 	const Run fallback = sandbox.run(processArguments(videos::regions(), 1, lookArguments("vtuber", "none")));
 	QCOMPARE(colourAt(videos::firstFrame(shortPath(fallback)), 540, 300), 'g');
+	QCOMPARE(note(fallback),
+		 u"KESTRUNE_SAMPLE_HELPER_CAMERA isn't left,top,width,height from 0 to 1, used the lower "
+		 "right corner"_s);
+	// A layout without a camera needs none.
+	QCOMPARE(note(sandbox.run(processArguments(videos::regions(), 1, lookArguments("podcast", "none")))),
+		 QString());
 }
 
 void ClipTest::remembersTheLook()
@@ -246,6 +256,19 @@ void ClipTest::remembersTheLook()
 	QCOMPARE(status[QLatin1String("layout")].toString(), u"podcast"_s);
 	QCOMPARE(status[QLatin1String("style")].toString(), u"neon"_s);
 	QCOMPARE(status[QLatin1String("font")].toString(), u"inter"_s);
+}
+
+void ClipTest::makesTheShortWhenItCannotRememberTheLook()
+{
+	const Sandbox sandbox;
+	linkAccount(sandbox);
+	QVERIFY(QDir(sandbox.path()).mkpath(u"look.json"_s));
+	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("podcast", "none")));
+	QCOMPARE(run.exitCode, 0);
+	QCOMPARE(eventName(run), u"done"_s);
+	QVERIFY(QFile::exists(shortPath(run)));
+	QCOMPARE(note(run),
+		 u"its look isn't remembered, couldn't read look.json in %1: it is no file"_s.arg(sandbox.path()));
 }
 
 void ClipTest::replacesUnknownChoicesAndSaysSo()
@@ -275,7 +298,7 @@ void ClipTest::leavesTheCaptionOutWhenItCannotBeStored()
 	Sandbox sandbox;
 	linkAccount(sandbox);
 	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
-	// Where a folder is, no file can be written.
+	// A folder in the file's place prevents writing it.
 	sandbox.useTool(u"ffmpeg"_s, "case \"$*\" in *ass=trial.ass*) mkdir captions.ass;; esac\nexec ffmpeg \"$@\"");
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "meme")));
 	QCOMPARE(eventName(run), u"done"_s);

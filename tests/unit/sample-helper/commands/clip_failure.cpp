@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Every failure of --process: an "error" event that a streamer understands, the replay untouched, nothing half-made.
+/// Failures of --process: a helpful "error" event, the replay untouched, nothing half-made.
 class ClipFailureTest : public QObject {
 	Q_OBJECT
 
@@ -21,6 +21,10 @@ private Q_SLOTS:
 	void reportsMissingFfprobe();
 	void reportsFfmpegThatCannotStart();
 	void reportsFfmpegThatCrashes();
+	void reportsFfmpegThatHangs();
+	void reportsFfprobeThatHangs();
+	void reportsWhatFfmpegSays_data();
+	void reportsWhatFfmpegSays();
 	void reportsFfmpegWithoutH264();
 	void reportsADiskThatFillsUp();
 	void reportsAWriteBeyondTheAllowedSize();
@@ -42,8 +46,8 @@ QString errorOf(const Run &run)
 		       : u"(no error event) "_s + QString::fromUtf8(run.output);
 }
 
-/// Runs the helper on the good replay with the shell command `prelude` in front; the replay must stay as it is and no
-/// file may stay behind in the folder of Shorts.
+/// Runs the helper on a good replay after the shell command `prelude` and returns its error. The replay must stay
+/// unchanged, and no file may stay in the Shorts folder.
 QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 {
 	const QByteArray before = videos::checksum(videos::regions());
@@ -68,7 +72,7 @@ void ClipFailureTest::refusesBadReplays_data()
 	QTest::addColumn<QString>("text");
 	QTest::newRow("missing") << u"gone.mkv"_s << QByteArray() << u"the replay %1 doesn't exist."_s;
 	QTest::newRow("empty path") << QString() << QByteArray() << u"the replay  doesn't exist."_s;
-	QTest::newRow("folder") << u"tools"_s << QByteArray() << u"the replay %1 can't be read."_s;
+	QTest::newRow("folder") << u"tools"_s << QByteArray() << u"the replay %1 can't be read: it is no file."_s;
 	QTest::newRow("empty") << u"empty.mkv"_s << QByteArray("") << u"the replay empty.mkv is empty."_s;
 	QTest::newRow("text") << u"notes.txt"_s << QByteArray("dear diary\n").repeated(100)
 			      << u"notes.txt isn't a video that ffmpeg can read."_s;
@@ -162,6 +166,51 @@ void ClipFailureTest::reportsFfmpegThatCrashes()
 	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg stopped unexpectedly."_s);
 }
 
+void ClipFailureTest::reportsFfmpegThatHangs()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"2500"_s);
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s, "for last; do :; done\ncase \"$last\" in *.part) echo half > \"${last#file:}\";"
+				     " exec sleep 1000;; esac");
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffmpeg hung, nothing came of it for 2.5 s. Clip again."_s);
+}
+
+void ClipFailureTest::reportsFfprobeThatHangs()
+{
+	Sandbox sandbox;
+	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"1000"_s);
+	sandbox.useTool(u"ffprobe"_s, "exec sleep 1000");
+	QCOMPARE(errorAfter(sandbox, QString()), u"ffprobe hung, nothing came of it for 1 s. Clip again."_s);
+}
+
+void ClipFailureTest::reportsWhatFfmpegSays_data()
+{
+	QTest::addColumn<QByteArray>("said");
+	QTest::addColumn<QString>("text");
+	QTest::newRow("no pictures") << QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] Nothing was written into output file, "
+						   "because at least one of its streams received no packets.")
+				     << u"ffmpeg found no pictures in the replay."_s;
+	QTest::newRow("origins") << QByteArray("[vost#0:0/libx264 @ 0x55d0c0ffee00] [enc:libx264 @ 0x55d0c0ffee01] "
+					       "Could not open encoder before EOF.")
+				 << u"ffmpeg failed: Could not open encoder before EOF."_s;
+	QTest::newRow("the temporary name") << QByteArray("Error opening output file $last.")
+					    << u"ffmpeg failed: Error opening output file its output."_s;
+	QTest::newRow("nothing but marks")
+		<< QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] ..") << u"ffmpeg stopped unexpectedly."_s;
+}
+
+void ClipFailureTest::reportsWhatFfmpegSays()
+{
+	QFETCH(const QByteArray, said);
+	QFETCH(const QString, text);
+	Sandbox sandbox;
+	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
+	sandbox.useTool(u"ffmpeg"_s,
+			"for last; do :; done\ncase \"$last\" in *.part) echo \"" + said + "\" >&2; exit 1;; esac");
+	QCOMPARE(errorAfter(sandbox, QString()), text);
+}
+
 void ClipFailureTest::reportsFfmpegWithoutH264()
 {
 	Sandbox sandbox;
@@ -178,10 +227,10 @@ void ClipFailureTest::reportsADiskThatFillsUp()
 	const QString mount = u"mount -t tmpfs -o size=8k none '%1'"_s.arg(sandbox.shortsFolder());
 	const QStringList unshare{u"--user"_s, u"--map-root-user"_s, u"--mount"_s, u"sh"_s, u"-c"_s};
 	if (sandbox.runProgram(u"unshare"_s, unshare + QStringList{mount}).exitCode != 0) {
-		QSKIP("a small disk of its own needs a mount, which is not allowed here");
+		QSKIP("mounting a small disk is not allowed here");
 	}
 	const QByteArray before = videos::checksum(videos::regions());
-	// The little disk is gone with the run, so the run itself has to tell what was left on it.
+	// The small disk disappears with the run, so the run lists what is left on it.
 	const QString script = mount + u"\n\"$@\"\ncode=$?\nls -A '%1' >&2\nexit $code"_s.arg(sandbox.shortsFolder());
 	const Run run = sandbox.runProgram(u"unshare"_s, unshare + QStringList{script, u"sh"_s, sampleHelper()} +
 								 processArguments(videos::regions()));
@@ -194,8 +243,7 @@ void ClipFailureTest::reportsADiskThatFillsUp()
 void ClipFailureTest::reportsAWriteBeyondTheAllowedSize()
 {
 	const Sandbox sandbox;
-	// With the signal ignored, a write beyond the limit fails as on a full disk: part of it is stored, then no
-	// more.
+	// With the signal ignored, writes beyond the limit fail halfway, as on a full disk.
 	QCOMPARE(errorAfter(sandbox, u"trap '' XFSZ\nulimit -f 16"_s),
 		 u"the disk is full. Free some space, then clip again."_s);
 }
@@ -205,7 +253,7 @@ void ClipFailureTest::reportsAnOutputFolderThatCannotBeMade()
 	Sandbox sandbox;
 	const QString folder = sandbox.writeFile(u"file"_s, "x") + u"/Shorts"_s;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPUT"_s, folder);
-	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1."_s.arg(folder));
+	QCOMPARE(errorAfter(sandbox, QString()), u"couldn't make the folder %1: Not a directory."_s.arg(folder));
 }
 
 KESTRUNE_TEST(ClipFailureTest)

@@ -85,8 +85,11 @@ void PreviewTest::keepsPicturesForAWhile()
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, sandbox.path());
 	QCOMPARE(pathOf(sandbox.run(arguments)), path);
 
-	QVERIFY(sandbox.age(QDir(sandbox.path()).relativeFilePath(path), std::chrono::hours(2)));
-	QCOMPARE(sandbox.run(arguments).exitCode, 1);
+	// Drawn long ago, or while the clock was wrong.
+	for (const int hours : {2, -2}) {
+		QVERIFY(sandbox.age(QDir(sandbox.path()).relativeFilePath(path), std::chrono::hours(hours)));
+		QCOMPARE(sandbox.run(arguments).exitCode, 1);
+	}
 }
 
 void PreviewTest::drawsAnewWhenTheCameraMoves()

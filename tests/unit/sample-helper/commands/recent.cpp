@@ -15,6 +15,7 @@ private Q_SLOTS:
 	void listsNothingAtFirst();
 	void listsTheTenNewestShortsFirst();
 	void settlesEqualTimesByName();
+	void listsWhatTheFutureBringsLast();
 };
 
 namespace {
@@ -79,6 +80,17 @@ void RecentTest::settlesEqualTimesByName()
 	}
 	QCOMPARE(names(sandbox.run({u"--recent"_s})),
 		 (QStringList{u"short-3.mp4"_s, u"short-2.mp4"_s, u"short-1.mp4"_s}));
+}
+
+void RecentTest::listsWhatTheFutureBringsLast()
+{
+	const Sandbox sandbox;
+	const QDateTime now = QDateTime::currentDateTime();
+	writeShort(sandbox, u"clock-was-wrong.mp4"_s, now.addDays(400));
+	writeShort(sandbox, u"yesterday.mp4"_s, now.addDays(-1));
+	writeShort(sandbox, u"clock-of-another-computer.mp4"_s, now.addSecs(3600));
+	QCOMPARE(names(sandbox.run({u"--recent"_s})),
+		 (QStringList{u"clock-of-another-computer.mp4"_s, u"yesterday.mp4"_s, u"clock-was-wrong.mp4"_s}));
 }
 
 KESTRUNE_TEST(RecentTest)

@@ -21,6 +21,7 @@ private Q_SLOTS:
 	void downloadsWithProgress();
 	void takesItsTime();
 	void checksTheChecksum();
+	void keepsTheInstallerWhereNobodyElseCanWrite();
 	void reportsAMissingInstaller();
 	void reportsADiskThatRefusesTheDownload();
 	void installsWithTheUpdateRunner();
@@ -35,12 +36,15 @@ const QStringList downloadSwitch{u"--download-update"_s};
 const QByteArray installerText = R"({"version": "9.1.0", "text": "a sample installer with a few bytes to copy"})";
 const QJsonObject noUpdate{{u"event"_s, u"update"_s}, {u"update"_s, false}};
 
-void offer(const Sandbox &sandbox,
-	   const QByteArray &release =
-		   R"({"version": "9.1.0", "notes": "Faster & \"better\"", "installer": "setup 9.json"})")
+/// Offers a release; SUM in its description stands for the installer's checksum.
+void offer(
+	const Sandbox &sandbox,
+	const QByteArray &release =
+		R"({"version": "9.1.0", "notes": "Faster & \"better\"", "installer": "setup 9.json", "sha256": "SUM"})",
+	const QByteArray &installer = installerText)
 {
-	sandbox.writeFile(u"updates/release.json"_s, release);
-	sandbox.writeFile(u"updates/setup 9.json"_s, installerText);
+	const QByteArray sum = videos::checksum(sandbox.writeFile(u"updates/setup 9.json"_s, installer));
+	sandbox.writeFile(u"updates/release.json"_s, QByteArray(release).replace("SUM", sum));
 }
 
 QByteArray contentOf(const QString &path)
@@ -80,30 +84,41 @@ void UpdateTest::offersNothingWhenUpToDate()
 	QCOMPARE(sandbox.run(checkSwitch).onlyEvent(), noUpdate);
 	QCOMPARE(sandbox.run(downloadSwitch).onlyEvent(), noUpdate);
 	const Sandbox own;
-	offer(own, R"({"version": ")" SAMPLE_HELPER_VERSION R"(", "installer": "setup 9.json"})");
+	offer(own, R"({"version": ")" SAMPLE_HELPER_VERSION R"(", "installer": "setup 9.json", "sha256": "SUM"})");
 	QCOMPARE(own.run(checkSwitch).onlyEvent(), noUpdate);
 }
 
 void UpdateTest::refusesAReleaseItCannotUse_data()
 {
 	QTest::addColumn<QByteArray>("release");
-	QTest::newRow("no JSON") << QByteArray("version 9");
-	QTest::newRow("no version") << QByteArray(R"({"installer": "setup 9.json"})");
-	QTest::newRow("no installer") << QByteArray(R"({"version": "9.1.0"})");
-	QTest::newRow("outside") << QByteArray(R"({"version": "9.1.0", "installer": "../chat.json"})");
-	QTest::newRow("outside, Windows") << QByteArray(R"({"version": "9.1.0", "installer": "..\\chat.json"})");
-	QTest::newRow("parent folder") << QByteArray(R"({"version": "9.1.0", "installer": ".."})");
+	QTest::addColumn<QString>("text");
+	const QString noVersion = u"names no version"_s;
+	QTest::newRow("no JSON") << QByteArray("version 9") << noVersion;
+	QTest::newRow("no version") << QByteArray(R"({"installer": "setup 9.json"})") << noVersion;
+	QTest::newRow("version with markup")
+		<< QByteArray(R"({"version": "<b>9", "installer": "setup 9.json", "sha256": "SUM"})") << noVersion;
+	QTest::newRow("no installer") << QByteArray(R"({"version": "9.1.0"})") << noVersion;
+	QTest::newRow("outside") << QByteArray(R"({"version": "9.1.0", "installer": "../chat.json"})") << noVersion;
+	QTest::newRow("outside, Windows")
+		<< QByteArray(R"({"version": "9.1.0", "installer": "..\\chat.json"})") << noVersion;
+	QTest::newRow("parent folder") << QByteArray(R"({"version": "9.1.0", "installer": ".."})") << noVersion;
+	const QString noChecksum = u"gives no sha256"_s;
+	QTest::newRow("no checksum") << QByteArray(R"({"version": "9.1.0", "installer": "setup 9.json"})")
+				     << noChecksum;
+	QTest::newRow("half a checksum")
+		<< QByteArray(R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": "00"})") << noChecksum;
 }
 
 void UpdateTest::refusesAReleaseItCannotUse()
 {
 	QFETCH(const QByteArray, release);
+	QFETCH(const QString, text);
 	const Sandbox sandbox;
 	offer(sandbox, release);
 	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
 		const Run run = sandbox.run(arguments);
 		QCOMPARE(run.exitCode, 1);
-		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"names no version"_s));
+		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(text));
 	}
 }
 
@@ -143,22 +158,40 @@ void UpdateTest::takesItsTime()
 void UpdateTest::checksTheChecksum()
 {
 	const Sandbox sandbox;
-	const QByteArray release = R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": "%1"})";
-	offer(sandbox, QByteArray(release).replace("%1", QByteArray(64, '0')));
+	offer(sandbox);
+	// Somebody else's in its place.
+	sandbox.writeFile(u"updates/setup 9.json"_s, "another installer");
 	const Run bad = sandbox.run(downloadSwitch);
 	QCOMPARE(bad.exitCode, 1);
 	QCOMPARE(bad.events.last()[QLatin1String("error")].toString(), u"the downloaded installer is damaged."_s);
 	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 
-	const QByteArray sha256 = videos::checksum(sandbox.path(u"updates/setup 9.json"_s)).toUpper();
-	offer(sandbox, QByteArray(release).replace("%1", sha256));
+	const QByteArray sum = videos::checksum(sandbox.path(u"updates/setup 9.json"_s)).toUpper();
+	offer(sandbox, R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": ")" + sum + "\"}",
+	      "another installer");
 	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
+}
+
+void UpdateTest::keepsTheInstallerWhereNobodyElseCanWrite()
+{
+#ifdef Q_OS_WIN
+	QSKIP("The user's data folder is closed to others there.");
+#endif
+	const Sandbox sandbox;
+	offer(sandbox);
+	const QString folder = sandbox.path(u"downloads"_s);
+	QVERIFY(QDir().mkpath(folder));
+	const QFile::Permissions all = QFile::Permissions::fromInt(0x7777);
+	QVERIFY(QFile::setPermissions(folder, all));
+	QCOMPARE(sandbox.run(downloadSwitch).exitCode, 0);
+	const QFile::Permissions others = QFile::permissions(folder) & QFile::Permissions::fromInt(0x0077);
+	QCOMPARE(others.toInt(), 0);
 }
 
 void UpdateTest::reportsAMissingInstaller()
 {
 	const Sandbox sandbox;
-	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json"})");
+	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json", "sha256": "SUM"})");
 	const Run run = sandbox.run(downloadSwitch);
 	QCOMPARE(run.exitCode, 1);
 	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"is missing or empty"_s));
@@ -167,16 +200,16 @@ void UpdateTest::reportsAMissingInstaller()
 void UpdateTest::reportsADiskThatRefusesTheDownload()
 {
 #ifdef Q_OS_WIN
-	QSKIP("There is no shell to limit the size of files.");
+	QSKIP("there is no shell to limit file sizes");
 #endif
 	const Sandbox sandbox;
-	offer(sandbox);
-	sandbox.writeFile(u"updates/setup 9.json"_s, QByteArray(200'000, 'x'));
+	offer(sandbox, R"({"version": "9.1.0", "installer": "setup 9.json", "sha256": "SUM"})",
+	      QByteArray(200'000, 'x'));
 	const Run run = sandbox.runProgram(u"sh"_s, {u"-c"_s, u"trap '' XFSZ; ulimit -f 64; exec \"$@\""_s, u"sh"_s,
 						     sampleHelper(), downloadSwitch.first()});
 	QCOMPARE(run.exitCode, 1);
 	const QString text = run.events.last()[QLatin1String("error")].toString();
-	QVERIFY2(text.startsWith(u"couldn't save the installer in "_s), qPrintable(text));
+	QCOMPARE(text, u"couldn't save the installer in %1: the disk is full."_s.arg(sandbox.path(u"downloads"_s)));
 	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 }
 

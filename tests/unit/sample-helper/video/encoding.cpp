@@ -19,6 +19,9 @@ private Q_SLOTS:
 	void takesTheFirstEncoderThatWorks();
 	void givesUpOnHardwareThatHangs();
 	void goesOnInSoftwareWhenHardwareFails();
+	void goesOnInSoftwareWhenHardwareHangs();
+	void goesOnInSoftwareWhenHardwareWritesRubbish_data();
+	void goesOnInSoftwareWhenHardwareWritesRubbish();
 	void encodesInSoftwareWhenNoHardwareWorks();
 	void takesTheEncoderThatIsNamed();
 	void tellsItsSpeed();
@@ -26,12 +29,11 @@ private Q_SLOTS:
 
 namespace {
 
-/// A linked sandbox whose ffmpeg claims to know encoders in hardware: h264_nvenc, whose hardware is missing, and
-/// h264_vaapi and h264_qsv, which libx264 stands in for. Every call is noted in "calls.txt".
+/// A sandbox whose ffmpeg claims hardware encoders: h264_nvenc, whose hardware is missing, and h264_vaapi and h264_qsv,
+/// which use libx264. "calls.txt" records every call.
 class Workshop : public Sandbox {
 public:
-	/// `onEncode` is done in front of the encoding of a Short in hardware, `onTrial` when the missing hardware is
-	/// tried.
+	/// `onEncode` runs before a Short is encoded in hardware, `onTrial` when the missing hardware is tried.
 	explicit Workshop(const QByteArray &onEncode = {},
 			  const QByteArray &onTrial = "echo 'no capable devices found' >&2; exit 187")
 	{
@@ -65,7 +67,7 @@ public:
 
 	Run clip() const { return run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none"))); }
 
-	/// How often ffmpeg was called with this text among its arguments.
+	/// How often ffmpeg was called with this text in its arguments.
 	qsizetype calls(const char *text) const
 	{
 		return QString::fromUtf8(readFile(u"calls.txt"_s))
@@ -123,7 +125,7 @@ void EncodingTest::keepsTheLoudness()
 	const QList<double> after = videos::loudness(shortPath(run));
 	QCOMPARE(after.size(), channels);
 	for (int channel = 0; channel < channels; ++channel) {
-		// A fifth of a decibel.
+		// 0.2 dB.
 		QVERIFY2(std::abs(after[channel] / before[channel] - 1) < 0.023,
 			 qPrintable(u"%1 -> %2"_s.arg(before[channel]).arg(after[channel])));
 	}
@@ -167,6 +169,42 @@ void EncodingTest::goesOnInSoftwareWhenHardwareFails()
 	QCOMPARE(workshop.calls("format=nv12,hwupload[short]"), 1);
 	QCOMPARE(videos::details(shortPath(run)).videoCodec, u"h264"_s);
 	QCOMPARE(workshop.shortsFolderContent().size(), 1);
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareHangs()
+{
+	Workshop workshop("for last; do :; done; echo half > \"${last#file:}\"; exec sleep 1000");
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_STILL_LIMIT_MS"_s, u"3000"_s);
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
+	QCOMPARE(videos::details(shortPath(run)).videoCodec, u"h264"_s);
+	QCOMPARE(workshop.shortsFolderContent().size(), 1);
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish_data()
+{
+	QTest::addColumn<QByteArray>("script");
+	QTest::newRow("no video") << QByteArray("echo rubbish > \"${last#file:}\"; exit");
+	QTest::newRow("nothing") << QByteArray("exit");
+	QTest::newRow("too few pictures")
+		<< QByteArray("exec ffmpeg -v error -y -f lavfi -i color=s=1080x1920:r=25 -t 0.2 -f mp4 \"$last\"");
+	// What is stored where the pictures are is no video, the index around it is whole.
+	QTest::newRow("pictures that are none") << QByteArray(
+		"ffmpeg -v error -y -f lavfi -i testsrc2=s=1080x1920:r=25 -t 1 -f mp4 \"$last\"\n"
+		"f=${last#file:}; head -c 3000 /dev/zero | dd of=\"$f\" bs=1 seek=2000 conv=notrunc; exit");
+}
+
+void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish()
+{
+	QFETCH(const QByteArray, script);
+	Workshop workshop("for last; do :; done\n" + script);
+	workshop.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h264_vaapi"_s);
+	const Run run = workshop.clip();
+	QCOMPARE(eventName(run), u"done"_s);
+	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
+	QCOMPARE(videos::brightness(shortPath(run)).size(), 25);
 }
 
 void EncodingTest::encodesInSoftwareWhenNoHardwareWorks()

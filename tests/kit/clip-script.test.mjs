@@ -1,0 +1,29 @@
+// docs/examples/clip.mjs where it cannot work. What it does in OBS is in tests/obs/remote-control.test.mjs.
+
+import assert from "node:assert/strict";
+import { describe, it } from "node:test";
+import { findFreePort } from "../../tools/obs/free-port.mjs";
+import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
+import { temporaryFolder } from "./support/helper-check.mjs";
+
+describe("the sample script says in one line what helps", () => {
+  it("when OBS is off", async (t) => {
+    const script = await placeClipScript(await temporaryFolder(t));
+    const address = `ws://127.0.0.1:${await findFreePort()}`;
+    const { exitCode, output, errorOutput } = await runClipScript(script, address);
+    assert.match(
+      errorOutput,
+      new RegExp(`^Nothing answers at ${address}: start OBS and switch on its WebSocket server.*\n$`),
+    );
+    assert.equal(output, "");
+    assert.equal(exitCode, 1);
+  });
+
+  it("when its package is missing", async (t) => {
+    const script = await placeClipScript(await temporaryFolder(t), { installed: false });
+    const { exitCode, output, errorOutput } = await runClipScript(script, "ws://127.0.0.1:4455");
+    assert.equal(errorOutput, "First, in the same folder: npm install obs-websocket-js\n");
+    assert.equal(output, "");
+    assert.equal(exitCode, 1);
+  });
+});
