@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# soak.sh [hostile] [long] [faults] [exit]: long runs, by default all. Runs in the build root.
+# soak.sh [hostile] [long] [faults] [exit] [day [HOURS]]: long runs, by default all but the day. Runs in the build root.
 set -euo pipefail
 
 build_dir=build/ubuntu-ci-x86_64
@@ -29,6 +29,19 @@ exit_of_obs()
 	tools/install-node-modules.sh tools/obs && KESTRUNE_BUILD_DIR=$PWD/$build_dir node tests/soak/exit.mjs
 }
 
+# A day on air. The disks to fill are small ones in memory that no other process sees.
+day()
+{
+	local disks=$PWD/$results/day-disks
+	mkdir -p "$disks/replays" "$disks/shorts"
+	tools/install-node-modules.sh tools/obs
+	# shellcheck disable=SC2016 # the inner shell expands them
+	KESTRUNE_BUILD_DIR=$PWD/$build_dir unshare --map-root-user --mount bash -euc '
+		for disk in "$1"/*; do mount -t tmpfs -o size=128m day "$disk"; done
+		exec node tests/soak/day.mjs "${@:2}"' \
+		day "$disks" "$PWD/$results" "$disks" "$@" 2>&1 | tee "$results/day.log"
+}
+
 run_full()
 {
 	# QtTest's default limit is 5 minutes.
@@ -40,12 +53,22 @@ tools/build.sh "${build_dir##*/}"
 if (($# == 0)); then
 	set -- hostile long faults exit
 fi
-for run in "$@"; do
+while (($# > 0)); do
+	run=$1
+	shift
 	case $run in
 	hostile | long | faults) "$run" ;;
 	exit) exit_of_obs ;;
+	day)
+		hours=()
+		if [[ ${1:-} =~ ^[0-9.]+$ ]]; then
+			hours=("$1")
+			shift
+		fi
+		day "${hours[@]}"
+		;;
 	*)
-		echo "soak: unknown run '$run'; runs are: hostile, long, faults, exit" >&2
+		echo "soak: unknown run '$run'; runs are: hostile, long, faults, exit, day" >&2
 		exit 2
 		;;
 	esac

@@ -15,7 +15,7 @@ if (!buildFolder) {
   throw new Error("KESTRUNE_BUILD_DIR must name the build folder of the module");
 }
 
-const canvas = { width: 640, height: 360, fps: 30 };
+const usualCanvas = { width: 640, height: 360, fps: 30 };
 const module = path.join(buildFolder, "kestrune");
 const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
@@ -69,10 +69,11 @@ export class TestSession {
    *
    * @param helper      path of the helper program.
    * @param withModule  false to compare with OBS without the module.
+   * @param canvas      {width, height, fps} of OBS's picture.
    * @param extraEnv    more environment variables for OBS and its helper.
    * @param password    obs-websocket's password; none if undefined.
    */
-  static async create(name, { helper, withModule = true, extraEnv = {}, password }) {
+  static async create(name, { helper, withModule = true, canvas = usualCanvas, extraEnv = {}, password }) {
     const folder = artefactsFolder(name);
     const env = {
       PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
