@@ -13,6 +13,7 @@ namespace {
 constexpr qsizetype largestErrorOutput_bytes = 64 * 1024;
 /// How often limits are looked at.
 constexpr int glance_ms = 200;
+constexpr qint64 longestGap_ms = 3000;
 
 /// Appends to what is kept of an output, and forgets the oldest of it beyond the limit.
 void keepLast(QByteArray &kept, const QByteArray &more, qsizetype limit_bytes)
@@ -61,11 +62,17 @@ public:
 	{
 		total_.start();
 		still_.start();
+		sinceLook_.start();
 	}
 
 	/// The limit that is exceeded now; Finished when none is.
 	Outcome look(const Output &output)
 	{
+		// A look this late means a suspension, which was the program's as well.
+		if (sinceLook_.restart() > longestGap_ms) {
+			total_.start();
+			still_.start();
+		}
 		const QFileInfo file(limits_.growingFile);
 		const Sight sight{output.count_bytes(), file.size(), file.lastModified().toMSecsSinceEpoch()};
 		if (sight != last_) {
@@ -91,6 +98,7 @@ private:
 	Limits limits_{};
 	QElapsedTimer total_{};
 	QElapsedTimer still_{};
+	QElapsedTimer sinceLook_{};
 	Sight last_{};
 };
 
