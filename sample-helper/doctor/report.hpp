@@ -16,7 +16,7 @@ public:
 	/// Shorts can be made without it. `remedy` is the command or the address that mends it.
 	void missing(const QString &text, const QString &remedy);
 
-	/// It is there, but not as it should be. Shorts can be made all the same.
+	/// It is there, but not as it should be. Shorts can still be made.
 	void wrong(const QString &text, const QString &remedy);
 
 	/// No Short can be made.

@@ -10,7 +10,7 @@
 class ClipTurn {
 public:
 	/// Waits until it is this clip's turn, and says so in the log. One that cannot queue, or has waited for
-	/// environment::queueLimit_ms(), goes on all the same: late or beside others is better than never.
+	/// environment::queueLimit_ms(), starts anyway: late or beside others is better than never.
 	ClipTurn();
 	~ClipTurn();
 	Q_DISABLE_COPY_MOVE(ClipTurn)

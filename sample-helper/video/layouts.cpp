@@ -60,7 +60,7 @@ QString cameraAbove(const Region &camera, int cameraHeight_px)
 }
 
 /// One frame in the shape of a disc: opaque inside, transparent outside. A single frame is enough, since the filters
-/// that take it repeat it; drawing it anew for each frame would cost more than the encoding.
+/// that take it repeat it; drawing it again for each frame would cost more than the encoding.
 QString discMask(int size_px)
 {
 	return u"color=c=black:s=%1x%1:r=1,trim=end_frame=1,format=gray,"

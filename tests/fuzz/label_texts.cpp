@@ -19,13 +19,13 @@
 
 using namespace Qt::StringLiterals;
 
-// Every way in which a text of somebody else gets into a label, a button, a list or a tool tip. The first letter of an
+// Every way in which a text of somebody else gets into a label, a button, a list or a tooltip. The first letter of an
 // input is the way; the second says how often the text is repeated ("1" once, "2" twice, … "D" 20 times), because what
 // doubles with each repetition is what holds a user interface up; the rest is the text. It may open no file, take no
 // more than a tenth of a second and 64 MiB, and widen nothing, when it comes, is laid out and painted.
 
 namespace {
-/// One way: the event that brings the text, and the widget whose tool tip shows it.
+/// One way: the event that brings the text, and the widget whose tooltip shows it.
 struct Way {
 	char letter{};
 	const char *command{};
@@ -100,7 +100,7 @@ QByteArray line(const QJsonObject &event)
 	return QJsonDocument(event).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// Shows the tool tip at this place of a widget, as resting the mouse there does, and takes it away again.
+/// Shows the tooltip at this place of a widget, as resting the mouse there does, and takes it away again.
 void rest(QWidget *widget, const QPoint &place)
 {
 	QHelpEvent help(QEvent::ToolTip, place, widget->mapToGlobal(place));
