@@ -5,6 +5,7 @@
 namespace {
 constexpr qsizetype pngSignature_bytes = 8;
 // Bytes of the first chunk, IHDR, counted from the start of the file.
+constexpr qsizetype pngFirstType = 12;
 constexpr qsizetype pngWidth = 16;
 constexpr qsizetype pngHeight = 20;
 constexpr qsizetype pngBitDepth = 24;
@@ -57,7 +58,7 @@ QByteArray plainPng(const QByteArray &png)
 	constexpr qsizetype lengthAndType_bytes = 8;
 	constexpr qsizetype checksum_bytes = 4;
 	constexpr int mostChunks = 4096;
-	if (png.size() < pngHeader_bytes || isTooLaborious(png)) {
+	if (png.size() < pngHeader_bytes || png.sliced(pngFirstType, 4) != "IHDR" || isTooLaborious(png)) {
 		return {};
 	}
 
@@ -90,7 +91,7 @@ QByteArray plainJpeg(const QByteArray &jpeg)
 		return {};
 	}
 
-	QByteArray kept = jpeg.first(2);
+	QByteArray kept = jpeg.left(2);
 	qsizetype start = 2;
 	for (int markers = 0; markers < mostMarkers && jpeg.size() - start >= 4; ++markers) {
 		const auto marker = static_cast<uchar>(jpeg[start + 1]);

@@ -64,6 +64,8 @@ private Q_SLOTS:
 		QVERIFY(!plainPng(encoded("png", QImage::Format_RGBA64, {1080, 1920})).isEmpty());
 		QVERIFY(plainPng(encoded("png", QImage::Format_RGB32, {8000, 8000})).isEmpty());
 		QVERIFY(plainPng(encoded("png").first(20)).isEmpty());
+		// Sizes would be read from the wrong chunk.
+		QVERIFY(plainPng(encoded("png").insert(8, chunk("teXt", QByteArray(20, 1)))).isEmpty());
 	}
 
 	void aJpegKeepsItsPicture()
