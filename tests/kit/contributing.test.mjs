@@ -57,7 +57,7 @@ describe("hooks and tasks", () => {
     const hooks = [...(await read(".pre-commit-config.yaml")).matchAll(/entry: \.\/run lint (\w+)$/gm)];
     assert.deepEqual(
       hooks.map(([, check]) => check),
-      ["format", "cpp", "scripts", "shell", "spelling"],
+      ["format", "cpp", "scripts", "shell", "workflows", "spelling"],
     );
     const help = await run("bash", [path.join(checkout, "run"), "help"]);
     hooks.forEach(([, check]) => assert.ok(help.includes(`[${check}]`), `./run help lacks ${check}`));
@@ -96,6 +96,7 @@ describe("lint", () => {
     }
     await symlink(path.join(checkout, "tools", "lint"), path.join(folder, "tools", "lint"));
     for (const [name, text] of Object.entries(files)) {
+      await mkdir(path.join(folder, path.dirname(name)), { recursive: true });
       await writeFile(path.join(folder, name), text);
       await chmod(path.join(folder, name), 0o755);
     }
@@ -108,15 +109,21 @@ describe("lint", () => {
     "a.cpp": "int  a = 1;\n",
     "a.mjs": "const a = 1;\n",
     "a.sh": "#!/usr/bin/env bash\necho $1\n",
+    ".github/workflows/a.yaml":
+      "on: push\njobs:\n  a:\n    runs-on: ubuntu-24.04\n    steps:\n      - run: echo ${{ os }}\n",
     // Spelt so that this file passes itself.
     "a.md": `I have rec${"ie"}ved it.\n`,
   };
-  const all = "format scripts shell spelling";
+  const all = "format scripts shell workflows spelling";
 
   it("finds what is wrong, each check its own", async (t) => {
     const { exitCode, output } = await lint(t, wrong, all);
     assert.equal(exitCode, 1);
-    assert.match(output, /== Summary\nformat: FAILED\nscripts: FAILED\nshell: FAILED\nspelling: FAILED\n/);
+    assert.match(
+      output,
+      /== Summary\nformat: FAILED\nscripts: FAILED\nshell: FAILED\nworkflows: FAILED\nspelling: FAILED\n/,
+    );
+    assert.match(output, /undefined variable "os"/);
     assert.match(output, /'a' is assigned a value but never used/);
   });
 
@@ -140,7 +147,10 @@ describe("lint", () => {
   it("looks at the named files alone", async (t) => {
     const { exitCode, output } = await lint(t, { ...wrong, "b.md": "All is well.\n" }, `${all} a.sh b.md`);
     assert.equal(exitCode, 1);
-    assert.match(output, /== Summary\nformat: passed\nscripts: passed\nshell: FAILED\nspelling: passed\n/);
+    assert.match(
+      output,
+      /== Summary\nformat: passed\nscripts: passed\nshell: FAILED\nworkflows: passed\nspelling: passed\n/,
+    );
   });
 
   it("runs the named check alone", async (t) => {
