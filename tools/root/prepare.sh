@@ -78,13 +78,9 @@ prepare_root()
 	use_root
 }
 
-# Switches to the root for the Windows tests; `libobs_headers` are those of the previous root or machine.
+# Switches to the root for the Windows tests.
 prepare_windows_root()
 {
-	libobs_headers=/usr/include/obs
-	if [[ $entrance != directly ]]; then
-		libobs_headers=$root$libobs_headers
-	fi
 	select_root trixie tools/root/windows-packages.txt
 	use_root
 }

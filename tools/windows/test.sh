@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Cross-builds everything, checks module and package, and runs the tests under Wine. ./run sets KESTRUNE_QT and
-# KESTRUNE_LIBOBS_HEADERS; arguments go to ctest. Runs in the Windows root.
+# KESTRUNE_WINDOWS_OBS; arguments go to ctest. Runs in the Windows root.
 set -euo pipefail
 
 export KESTRUNE_WINDOWS_BUILD=$PWD/build/windows-mingw

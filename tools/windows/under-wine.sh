@@ -14,8 +14,9 @@ windows_path()
 }
 
 compiler_libraries=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
-WINEPATH=$(windows_path "$KESTRUNE_QT/bin" "$KESTRUNE_WINDOWS_BUILD/tests/support/fake_obs" "$compiler_libraries" \
-	/usr/x86_64-w64-mingw32/lib)
+# The tests' frontend is found before OBS's.
+WINEPATH=$(windows_path "$KESTRUNE_QT/bin" "$KESTRUNE_WINDOWS_BUILD/tests/support" "$KESTRUNE_WINDOWS_OBS/bin" \
+	"$compiler_libraries" /usr/x86_64-w64-mingw32/lib)
 WINEPREFIX=$(mktemp -d)
 # Wine passes Qt variables to its programs only with this prefix. So tests show real windows, whatever they ask for
 # here, and this one makes them print results instead of sending them to a debugger.

@@ -27,7 +27,7 @@ QDir folder()
 
 void note(const QStringList &arguments)
 {
-	QJsonObject run = windowState();
+	QJsonObject run = startState();
 	run[u"pid"] = QCoreApplication::applicationPid();
 	run[u"arguments"] = QJsonArray::fromStringList(arguments);
 	append(folder().filePath(u"runs"_s), QJsonDocument(run).toJson(QJsonDocument::Compact) + '\n');

@@ -4,8 +4,9 @@
 #include <QJsonObject>
 #include <QString>
 
-/// How the caller wants this program's windows shown; empty where the system has no such setting.
-QJsonObject windowState();
+/// How the caller wants this program's windows shown and which handles it passed on; empty where the system does not
+/// tell.
+QJsonObject startState();
 
 /// Appends bytes in one piece, even while other programs append; exits on failure.
 void append(const QString &path, const QByteArray &bytes);

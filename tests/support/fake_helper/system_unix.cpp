@@ -5,7 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 
-QJsonObject windowState()
+QJsonObject startState()
 {
 	return {};
 }

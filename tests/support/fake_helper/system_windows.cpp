@@ -11,13 +11,28 @@
 
 using namespace Qt::StringLiterals;
 
-QJsonObject windowState()
+namespace {
+/// Of a handle that the one who started this program has let it have.
+qint64 typeOf(HANDLE handle)
+{
+	return GetFileType(handle);
+}
+} // namespace
+
+QJsonObject startState()
 {
 	STARTUPINFOW start{};
 	GetStartupInfoW(&start);
+	// A number, which means the same handle in both programs if it is inherited.
+	HANDLE other = reinterpret_cast<HANDLE>(qEnvironmentVariable("FAKE_HELPER_HANDLE").toULongLong());
+	DWORD flags = 0;
 	return {{u"console"_s, GetConsoleWindow() != nullptr},
 		{u"showWindowSet"_s, (start.dwFlags & STARTF_USESHOWWINDOW) != 0},
-		{u"showWindow"_s, start.wShowWindow}};
+		{u"showWindow"_s, start.wShowWindow},
+		{u"input"_s, typeOf(GetStdHandle(STD_INPUT_HANDLE))},
+		{u"output"_s, typeOf(GetStdHandle(STD_OUTPUT_HANDLE))},
+		{u"error"_s, typeOf(GetStdHandle(STD_ERROR_HANDLE))},
+		{u"otherHandle"_s, GetHandleInformation(other, &flags) != FALSE}};
 }
 
 void append(const QString &path, const QByteArray &bytes)

@@ -1,4 +1,5 @@
 #include "host/obs_session.hpp"
+#include "host/system.hpp"
 
 #include <array>
 #include <cstdarg>
@@ -32,6 +33,7 @@ ObsSession::ObsSession()
 		logLines.clear();
 	}
 	base_set_log_handler(catchLine, nullptr);
+	mendSystem();
 	if (!obs_startup("en-US", folder_.path().toUtf8().constData(), nullptr)) {
 		qFatal("libobs did not start");
 	}

@@ -21,3 +21,5 @@ bool isAlive(qint64 processId)
 {
 	return ::kill(static_cast<pid_t>(processId), 0) == 0;
 }
+
+void mendSystem() {}

@@ -1,10 +1,27 @@
 #include <QDir>
 
+#include "host/imports_windows.hpp"
 #include "host/system.hpp"
 
 #include <windows.h>
 
 #include <cstdlib>
+
+namespace {
+/// Wine's ReplaceFileW fails whenever it is to keep no backup; libobs saves OBS's settings so.
+BOOL WINAPI replaceFile(LPCWSTR replaced, LPCWSTR replacement, LPCWSTR backup, DWORD flags, LPVOID, LPVOID)
+{
+	if (backup || GetFileAttributesW(replaced) == INVALID_FILE_ATTRIBUTES) {
+		return ReplaceFileW(replaced, replacement, backup, flags, nullptr, nullptr);
+	}
+	return MoveFileExW(replacement, replaced, MOVEFILE_REPLACE_EXISTING);
+}
+
+bool isWine()
+{
+	return GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version") != nullptr;
+}
+} // namespace
 
 void setEnvironment(const char *name, const QString &value)
 {
@@ -35,4 +52,12 @@ bool isAlive(qint64 processId)
 	const bool alive = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
 	CloseHandle(process);
 	return alive;
+}
+
+void mendSystem()
+{
+	if (isWine()) {
+		static const RedirectedImport mended(GetModuleHandleW(L"obs"), "kernel32.dll", "ReplaceFileW",
+						     &replaceFile);
+	}
 }

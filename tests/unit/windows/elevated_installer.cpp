@@ -1,11 +1,20 @@
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTimer>
 
+#include "host/imports_windows.hpp"
 #include "host/update_test.hpp"
 
 #include <algorithm>
+
+namespace {
+qint64 aQuarterOfAnHour(const QElapsedTimer *)
+{
+	return 15 * 60 * 1000 + 1;
+}
+} // namespace
 
 /// A real elevated start of a fake installer.
 class ElevatedInstallerTest : public UpdateTest {
@@ -162,6 +171,42 @@ private Q_SLOTS:
 		destroyMainWindow();
 		QVERIFY(takeStates().isEmpty());
 		// A running program cannot be removed.
+		QVERIFY(!QFile::remove(path));
+		QVERIFY(removed(path + u".wait"_s));
+		QVERIFY(removed(path));
+	}
+
+	void theInstallerStartedLastCounts()
+	{
+		const QString first = installer(u"First.exe"_s, 1);
+		write(first + u".wait"_s, {});
+		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
+		QVERIFY(run(first));
+		QTRY_VERIFY_WITH_TIMEOUT(!call(first).isEmpty(), 30000);
+		QVERIFY(run(installer(u"Second.exe"_s)));
+		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+
+		takeStates();
+		QVERIFY(removed(first + u".wait"_s));
+		QVERIFY(removed(first)); // it has ended, with a failure
+		QTest::qWait(1200);
+		QCOMPARE(takeStates(), QStringList());
+	}
+
+	void anInstallerThatTakesTooLongIsLeftAlone()
+	{
+		const QString path = installer(u"Setup.exe"_s);
+		write(path + u".wait"_s, {});
+		QVERIFY(run(path));
+		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		// For the module it is a quarter of an hour later now.
+		const RedirectedImport clock(GetModuleHandleW(L"kestrune"), "Qt6Core.dll",
+					     "_ZNK13QElapsedTimer7elapsedEv", &aQuarterOfAnHour);
+		QTRY_VERIFY_WITH_TIMEOUT(
+			showsError(u"Update failed: the installer didn't finish within 15 minutes. Retry update"_s),
+			30000);
+		QVERIFY(!installerIsWatched());
+		// It still runs.
 		QVERIFY(!QFile::remove(path));
 		QVERIFY(removed(path + u".wait"_s));
 		QVERIFY(removed(path));

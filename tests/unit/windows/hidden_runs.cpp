@@ -2,11 +2,14 @@
 #include <QFile>
 #include <QListWidget>
 #include <QProcess>
+#include <QPushButton>
 
 #include "host/dock_test.hpp"
 #include "host/system.hpp"
 
-/// Helper runs on Windows: hidden window, single command line, path characters.
+#include <windows.h>
+
+/// Helper runs on Windows: hidden window, single command line, path characters, inherited handles.
 class HiddenRunsTest : public DockTest {
 	Q_OBJECT
 
@@ -25,6 +28,22 @@ class HiddenRunsTest : public DockTest {
 		return helper().runs(u"--process"_s).front().value(1);
 	}
 
+	/// How many windows of this process a user sees.
+	static int visibleWindows(qint64 processId)
+	{
+		std::pair<DWORD, int> search{static_cast<DWORD>(processId), 0};
+		EnumWindows(
+			[](HWND window, LPARAM found) -> BOOL {
+				auto &[owner, count] = *reinterpret_cast<std::pair<DWORD, int> *>(found);
+				DWORD process = 0;
+				GetWindowThreadProcessId(window, &process);
+				count += process == owner && IsWindowVisible(window) ? 1 : 0;
+				return TRUE;
+			},
+			reinterpret_cast<LPARAM>(&search));
+		return search.second;
+	}
+
 private Q_SLOTS:
 	void runsHaveNoConsoleAndAHiddenWindow()
 	{
@@ -35,6 +54,32 @@ private Q_SLOTS:
 		QCOMPARE(run[u"console"], QJsonValue(false));
 		QCOMPARE(run[u"showWindowSet"], QJsonValue(true));
 		QCOMPARE(run[u"showWindow"], QJsonValue(0));
+	}
+
+	void noWindowIsSeenWhileARunLasts()
+	{
+		helper().on(u"--recent"_s, HelperScript().hang());
+		QVERIFY(load());
+		QVERIFY(visibleWindows(QCoreApplication::applicationPid()) > 0);
+		invoke("refreshRecent");
+		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QCOMPARE(visibleWindows(helper().processIds(u"--recent"_s).front()), 0);
+	}
+
+	void runsInheritTheirThreeStreamsAndNothingElse()
+	{
+		HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr); // as almost all of OBS's handles
+		setEnvironment("FAKE_HELPER_HANDLE", QString::number(reinterpret_cast<quintptr>(event)));
+		QVERIFY(load());
+		invoke("refreshRecent");
+		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		const QJsonObject run = helper().records(u"--recent"_s).front();
+		QCOMPARE(run[u"input"].toInt(), FILE_TYPE_PIPE);
+		QCOMPARE(run[u"output"].toInt(), FILE_TYPE_PIPE);
+		QCOMPARE(run[u"error"].toInt(), FILE_TYPE_CHAR); // where everything vanishes
+		QCOMPARE(run[u"otherHandle"], QJsonValue(false));
+		CloseHandle(event);
+		qunsetenv("FAKE_HELPER_HANDLE");
 	}
 
 	void linesMayEndAsWindowsEndsThem()
@@ -65,6 +110,8 @@ private Q_SLOTS:
 		QTest::newRow("Japanese") << u"C:/録画/リプレイ 名場面.mkv"_s;
 		QTest::newRow("emoji") << u"C:/clips 🎬/👩‍🚀🔥.mkv"_s;
 		QTest::newRow("switch") << u"--seconds"_s;
+		QTest::newRow("longer than 260 letters") << u"C:/Videos/"_s + QString(300, u'ü') + u"/Replay.mkv"_s;
+		QTest::newRow("as long as Windows takes") << u"C:/"_s + QString(30000, u'x') + u".mkv"_s;
 	}
 	void argumentsArriveUnchanged()
 	{
@@ -82,6 +129,33 @@ private Q_SLOTS:
 		QVERIFY(obs().moduleLog().front().text.endsWith(u"helper: "_s + path));
 		invoke("refreshRecent");
 		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+	}
+
+	void aHelperOnAShareThatIsGoneIsMissing()
+	{
+		setEnvironment("KESTRUNE_HELPER", u"\\\\no-such-server\\share\\Kestrune.exe"_s);
+		QVERIFY(load());
+		invoke("refreshRecent");
+		TRY_STATUS(u"Kestrune helper missing. Reinstall from " KESTRUNE_WEBSITE "/addons"_s, errorColour);
+	}
+
+	void clipsOnAShareAreOpened()
+	{
+		helper().on(u"--recent"_s,
+			    HelperScript().event(
+				    {{u"event"_s, u"recent"_s},
+				     {u"folder"_s, u"\\\\nas\\clips"_s},
+				     {u"items"_s,
+				      QJsonArray{QJsonObject{{u"name"_s, u"a"_s},
+							     {u"path"_s, u"\\\\nas\\clips\\größe 1.mp4"_s}}}}}));
+		QVERIFY(load());
+		auto *list = dock()->findChild<QListWidget *>();
+		invoke("refreshRecent");
+		QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 30000);
+		QTRY_COMPARE_WITH_TIMEOUT(list->item(0)->text(), u"a"_s, 30000);
+		Q_EMIT list->itemDoubleClicked(list->item(0));
+		button(u"Open output folder"_s)->click();
+		QCOMPARE(openedUrls(), QList({QUrl(u"file://nas/clips/größe 1.mp4"_s), QUrl(u"file://nas/clips"_s)}));
 	}
 
 	void theHelperBesideTheModuleIsFound()

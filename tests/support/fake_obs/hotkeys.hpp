@@ -1,4 +1,0 @@
-#pragma once
-
-/// Removes all hotkeys and bindings.
-void forgetHotkeys();
