@@ -54,7 +54,7 @@ private Q_SLOTS:
 		std::ranges::sort(turns_ms);
 		qInfo("longest turns of the event loop: %.0f and %.0f ms", turns_ms.at(turns_ms.size() - 2),
 		      turns_ms.back());
-		QVERIFY2(turns_ms.back() < 100, qPrintable(QString::number(turns_ms.back())));
+		QVERIFY2(turns_ms.back() < 1000, qPrintable(QString::number(turns_ms.back())));
 	}
 };
 

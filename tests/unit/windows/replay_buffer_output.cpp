@@ -90,7 +90,7 @@ QByteArray drawPicture(const QString &folder)
 	return path.toUtf8();
 }
 
-/// A minute at most, so that a test cannot fill the memory.
+/// Not long, so that a slow machine has not much to encode.
 OBSDataAutoRelease outputSettings(const QString &folder)
 {
 	obs_data_t *settings = obs_data_create();
@@ -98,7 +98,7 @@ OBSDataAutoRelease outputSettings(const QString &folder)
 	obs_data_set_string(settings, "format", "Replay %CCYY-%MM-%DD %hh-%mm-%ss");
 	obs_data_set_string(settings, "extension", "mkv");
 	obs_data_set_bool(settings, "allow_spaces", true);
-	obs_data_set_int(settings, "max_time_sec", 60);
+	obs_data_set_int(settings, "max_time_sec", 20);
 	obs_data_set_int(settings, "max_size_mb", 200);
 	return settings;
 }
