@@ -32,7 +32,7 @@ subjects()
 {
 	case $1 in
 	format) formatted_files ;;
-	includes) cpp_sources | { grep --null-data '^obs-plugin/.*\.cpp$' || true; } ;;
+	includes) cpp_sources | { grep --null-data '^obs-plugin/' || true; } ;;
 	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
 	scripts) node_scripts ;;
 	shell) shell_scripts ;;
@@ -71,10 +71,16 @@ clang_tidy()
 		-extra-arg=-Wno-unknown-warning-option "$@" "${patterns[@]}"
 }
 
-# Unity builds hide a missing include.
+# Unity builds hide a missing include, and include guards a circle of headers.
 check_includes()
 {
-	clang_tidy -checks='-*,misc-header-include-cycle'
+	local source
+	tools/build.sh lint --target kestrune || return
+	while IFS= read -r -d '' source; do
+		if [[ $source == *.hpp ]]; then
+			sed -nE "s|^#include \"(.*)\"|${source#obs-plugin/} \\1|p" "$source"
+		fi
+	done | tsort >/dev/null
 }
 
 check_cpp()

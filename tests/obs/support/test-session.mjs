@@ -15,7 +15,7 @@ if (!buildFolder) {
   throw new Error("KESTRUNE_BUILD_DIR must name the build folder of the module");
 }
 
-const usualCanvas = { width: 640, height: 360, fps: 30 };
+const usualCanvas = { width: 640, height: 360, fps: 10 };
 const module = path.join(buildFolder, "kestrune");
 const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
