@@ -225,7 +225,7 @@ private Q_SLOTS:
 			pause();
 			ours_ns << helperStart_ns();
 			// The query for recent clips that follows runs the same program.
-			QTRY_VERIFY_WITH_TIMEOUT(!isRunning(u"--process"_s) && !isRunning(u"--recent"_s), 10'000);
+			QTRY_VERIFY(!isRunning(u"--process"_s) && !isRunning(u"--recent"_s));
 		}
 		report("posix_spawn to first instruction", bare_ns);
 		report("saved replay to first instruction", ours_ns);

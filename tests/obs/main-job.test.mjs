@@ -21,7 +21,10 @@ describe("a fresh OBS with the module and the sample helper", () => {
 
   before(async () => {
     ownLeaks = await countLeaksWithoutModule();
-    test = await TestSession.create("main-job", { helper: fakeHelper("recording-helper") });
+    test = await TestSession.create("main-job", {
+      helper: fakeHelper("recording-helper"),
+      canvas: { width: 640, height: 360, fps: 30 },
+    });
     await test.startObs();
   });
   after(() => test?.close());

@@ -15,6 +15,7 @@ if (!buildFolder) {
   throw new Error("KESTRUNE_BUILD_DIR must name the build folder of the module");
 }
 
+// Drawn without a graphics card, more pictures would take half of the tests' time.
 const usualCanvas = { width: 640, height: 360, fps: 10 };
 const module = path.join(buildFolder, "kestrune");
 const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");

@@ -67,7 +67,8 @@ bool DockTest::loadReady()
 		return false;
 	}
 	invoke("refreshStatus");
-	const bool ready = QTest::qWaitFor([this] { return child<QPushButton>(u"clipBtn"_s)->isEnabled(); }, 10000);
+	const bool ready =
+		QTest::qWaitFor([this] { return child<QPushButton>(u"clipBtn"_s)->isEnabled(); }, patience_ms);
 	helper().on(u"--status"_s, HelperScript().hang());
 	return ready;
 }

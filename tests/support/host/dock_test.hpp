@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QTest>
 #include <QWidget>
 
 #include "frontend/frontend.hpp"
 #include "host/fake_helper.hpp"
 #include "host/obs_session.hpp"
 #include "host/opened_urls.hpp"
+#include "host/patience.hpp"
 #include "host/test_program.hpp"
 
 #include <obs-module.h>
@@ -91,5 +91,4 @@ private:
 };
 
 /// Waits until the status line shows this text in this colour.
-#define TRY_STATUS(expected, colour) \
-	QTRY_VERIFY2_WITH_TIMEOUT(statusIs(expected, colour), qPrintable(status()->text()), 10000)
+#define TRY_STATUS(expected, colour) QTRY_VERIFY2(statusIs(expected, colour), qPrintable(status()->text()))

@@ -37,7 +37,8 @@ protected:
 		if (!loadListening() || !invoke("checkUpdate")) {
 			return false;
 		}
-		const bool offered = QTest::qWaitFor([this] { return updateButton()->isVisibleTo(dock()); }, 10000);
+		const bool offered =
+			QTest::qWaitFor([this] { return updateButton()->isVisibleTo(dock()); }, patience_ms);
 		states_->clear();
 		return offered;
 	}
@@ -84,4 +85,4 @@ private:
 };
 
 /// Waits until button and status line show this failure.
-#define TRY_ERROR(expected) QTRY_VERIFY2_WITH_TIMEOUT(showsError(expected), qPrintable(updateButton()->text()), 10000)
+#define TRY_ERROR(expected) QTRY_VERIFY2(showsError(expected), qPrintable(updateButton()->text()))

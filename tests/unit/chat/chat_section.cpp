@@ -48,7 +48,7 @@ class ChatSectionTest : public DockTest {
 		return loadReady() &&
 		       QTest::qWaitFor(
 			       [this] { return helper().count(u"--chat-get"_s) == 1 && !isRunning(u"--chat-get"_s); },
-			       10000);
+			       patience_ms);
 	}
 
 	/// Has the helper answer a query of the settings.

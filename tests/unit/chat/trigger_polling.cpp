@@ -17,7 +17,7 @@ class TriggerPollingTest : public DockTest {
 		}
 		return QTest::qWaitFor(
 			[this] { return label(u"On: mods can type <b></b> (0 used this stream)."_s) != nullptr; },
-			10000);
+			patience_ms);
 	}
 
 	static QJsonObject triggers(const QJsonArray &elements)
@@ -124,7 +124,7 @@ private Q_SLOTS:
 	void theTimerPollsEveryFiveSeconds()
 	{
 		QVERIFY(loadPolling());
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--poll-triggers"_s), 1, 15000);
+		QTRY_COMPARE(helper().count(u"--poll-triggers"_s), 1);
 	}
 
 	void aMissingHelperEndsPollingForGood()

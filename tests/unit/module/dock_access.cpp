@@ -93,7 +93,12 @@ private Q_SLOTS:
 	void mayCallAtAnyMoment_data()
 	{
 		QTest::addColumn<bool>("dockGoesFirst");
-		for (int cycle = 0; cycle < 5; ++cycle) {
+#ifdef Q_OS_WINDOWS
+		constexpr int cycles = 2; // Wine needs 5 s for each
+#else
+		constexpr int cycles = 5;
+#endif
+		for (int cycle = 0; cycle < cycles; ++cycle) {
 			QTest::addRow("OBS ends, %d", cycle) << true;
 			QTest::addRow("the module is unloaded with its dock there, %d", cycle) << false;
 		}
@@ -112,7 +117,7 @@ private Q_SLOTS:
 		for (int round = 0; round < 5; ++round) {
 			useTheDock();
 		}
-		QTRY_VERIFY_WITH_TIMEOUT(frontend().saveRequests > 0, 10000);
+		QTRY_VERIFY(frontend().saveRequests > 0);
 		QVERIFY(hammer.taken() > 0);
 
 		if (dockGoesFirst) {
@@ -120,12 +125,12 @@ private Q_SLOTS:
 		}
 		entryPoint<void()>("obs_module_unload")();
 		const int refusedBefore = hammer.refused();
-		QTRY_VERIFY_WITH_TIMEOUT(hammer.refused() > refusedBefore, 10000);
+		QTRY_VERIFY(hammer.refused() > refusedBefore);
 
 		if (!dockGoesFirst) {
 			// Make a new dock, without an account, while requests come in.
 			QVERIFY(entryPoint<bool()>("obs_module_load")());
-			QTRY_VERIFY_WITH_TIMEOUT(helper().count(u"--link"_s) > 0, 10000);
+			QTRY_VERIFY(helper().count(u"--link"_s) > 0);
 			entryPoint<void()>("obs_module_unload")();
 		}
 	}

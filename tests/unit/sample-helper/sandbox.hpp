@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include "host/patience.hpp"
+
 #include <chrono>
 #include <memory>
 

@@ -61,7 +61,7 @@ class ElevatedInstallerTest : public UpdateTest {
 	/// Waits: Windows refuses to remove running programs and open files.
 	static bool removed(const QString &path)
 	{
-		return QTest::qWaitFor([&path] { return QFile::remove(path); }, 30000);
+		return QTest::qWaitFor([&path] { return QFile::remove(path); }, patience_ms);
 	}
 
 	bool installerIsWatched() const
@@ -101,7 +101,7 @@ private Q_SLOTS:
 		QVERIFY(run(path));
 		QVERIFY(showsStep(installing_));
 		QVERIFY(installerIsWatched());
-		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+		QTRY_VERIFY(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s));
 		QVERIFY(!installerIsWatched());
 
 		const QStringList called = call(path);
@@ -129,10 +129,8 @@ private Q_SLOTS:
 		QFETCH(QString, shown);
 		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
 		QVERIFY(run(installer(u"Setup.exe"_s, code)));
-		QTRY_VERIFY_WITH_TIMEOUT(
-			showsError(u"Update failed: the installer exited with code %1. Nothing changed until it "
-				   u"succeeds. Retry update"_s.arg(shown)),
-			30000);
+		QTRY_VERIFY(showsError(u"Update failed: the installer exited with code %1. Nothing changed until it "
+				       u"succeeds. Retry update"_s.arg(shown)));
 		QVERIFY(!installerIsWatched());
 	}
 
@@ -140,10 +138,8 @@ private Q_SLOTS:
 	{
 		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.6\"}");
 		QVERIFY(run(installer(u"Setup.exe"_s)));
-		QTRY_VERIFY_WITH_TIMEOUT(
-			showsError(
-				u"Update failed: the installer finished but v1.0.6 is still installed. Retry update"_s),
-			30000);
+		QTRY_VERIFY(showsError(
+			u"Update failed: the installer finished but v1.0.6 is still installed. Retry update"_s));
 	}
 
 	void theDockStaysUsableWhileTheInstallerWorks()
@@ -152,13 +148,13 @@ private Q_SLOTS:
 		write(path + u".wait"_s, {});
 		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
 		QVERIFY(run(path));
-		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		QTRY_VERIFY(!call(path).isEmpty());
 		QTest::qWait(1200); // two polls
 		QVERIFY(showsStep(installing_));
 		QVERIFY(installerIsWatched());
 
 		QVERIFY(removed(path + u".wait"_s));
-		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+		QTRY_VERIFY(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s));
 	}
 
 	void theInstallerMayOutliveTheDock()
@@ -166,7 +162,7 @@ private Q_SLOTS:
 		const QString path = installer(u"Setup.exe"_s);
 		write(path + u".wait"_s, {});
 		QVERIFY(run(path));
-		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		QTRY_VERIFY(!call(path).isEmpty());
 		takeStates();
 		destroyMainWindow();
 		QVERIFY(takeStates().isEmpty());
@@ -182,9 +178,9 @@ private Q_SLOTS:
 		write(first + u".wait"_s, {});
 		write(scratchPath(u"manifest.json"_s), "{\"version\": \"1.0.7\"}");
 		QVERIFY(run(first));
-		QTRY_VERIFY_WITH_TIMEOUT(!call(first).isEmpty(), 30000);
+		QTRY_VERIFY(!call(first).isEmpty());
 		QVERIFY(run(installer(u"Second.exe"_s)));
-		QTRY_VERIFY_WITH_TIMEOUT(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s), 30000);
+		QTRY_VERIFY(showsStep(u"Update installed (v1.0.7). Restart OBS to finish."_s));
 
 		takeStates();
 		QVERIFY(removed(first + u".wait"_s));
@@ -198,13 +194,12 @@ private Q_SLOTS:
 		const QString path = installer(u"Setup.exe"_s);
 		write(path + u".wait"_s, {});
 		QVERIFY(run(path));
-		QTRY_VERIFY_WITH_TIMEOUT(!call(path).isEmpty(), 30000);
+		QTRY_VERIFY(!call(path).isEmpty());
 		// For the module it is a quarter of an hour later now.
 		const RedirectedImport clock(GetModuleHandleW(L"kestrune"), "Qt6Core.dll",
 					     "_ZNK13QElapsedTimer7elapsedEv", &aQuarterOfAnHour);
-		QTRY_VERIFY_WITH_TIMEOUT(
-			showsError(u"Update failed: the installer didn't finish within 15 minutes. Retry update"_s),
-			30000);
+		QTRY_VERIFY(
+			showsError(u"Update failed: the installer didn't finish within 15 minutes. Retry update"_s));
 		QVERIFY(!installerIsWatched());
 		// It still runs.
 		QVERIFY(!QFile::remove(path));

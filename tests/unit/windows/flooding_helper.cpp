@@ -39,7 +39,7 @@ private Q_SLOTS:
 		QVERIFY(loadReady());
 		helper().on(u"--recent"_s, HelperScript().flood(line.repeated(65536 / line.size())));
 		QVERIFY(invoke("refreshRecent"));
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 
 		// Processor time: other programs may hold up this one, too.
 		QList<double> turns_ms;
@@ -50,7 +50,7 @@ private Q_SLOTS:
 			last_ms = used_ms();
 		});
 		timer.start(1);
-		QTRY_VERIFY_WITH_TIMEOUT(turns_ms.size() > 30, 60000);
+		QTRY_VERIFY(turns_ms.size() > 30);
 		std::ranges::sort(turns_ms);
 		qInfo("longest turns of the event loop: %.0f and %.0f ms", turns_ms.at(turns_ms.size() - 2),
 		      turns_ms.back());

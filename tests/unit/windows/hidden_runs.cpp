@@ -22,7 +22,7 @@ class HiddenRunsTest : public DockTest {
 		frontend().lastReplay = replay.toUtf8();
 		invoke("clipThat");
 		frontend().emitEvent(OBS_FRONTEND_EVENT_REPLAY_BUFFER_SAVED);
-		if (!QTest::qWaitFor([this] { return helper().count(u"--process"_s) == 1; }, 30000)) {
+		if (!QTest::qWaitFor([this] { return helper().count(u"--process"_s) == 1; }, patience_ms)) {
 			return u"no run"_s;
 		}
 		return helper().runs(u"--process"_s).front().value(1);
@@ -49,7 +49,7 @@ private Q_SLOTS:
 	{
 		QVERIFY(load());
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 		const QJsonObject run = helper().records(u"--recent"_s).front();
 		QCOMPARE(run[u"console"], QJsonValue(false));
 		QCOMPARE(run[u"showWindowSet"], QJsonValue(true));
@@ -62,7 +62,7 @@ private Q_SLOTS:
 		QVERIFY(load());
 		QVERIFY(visibleWindows(QCoreApplication::applicationPid()) > 0);
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 		QCOMPARE(visibleWindows(helper().processIds(u"--recent"_s).front()), 0);
 	}
 
@@ -72,7 +72,7 @@ private Q_SLOTS:
 		setEnvironment("FAKE_HELPER_HANDLE", QString::number(reinterpret_cast<quintptr>(event)));
 		QVERIFY(load());
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 		const QJsonObject run = helper().records(u"--recent"_s).front();
 		QCOMPARE(run[u"input"].toInt(), FILE_TYPE_PIPE);
 		QCOMPARE(run[u"output"].toInt(), FILE_TYPE_PIPE);
@@ -91,7 +91,7 @@ private Q_SLOTS:
 				    "{\"event\":\"recent\",\"items\":[{\"name\":\"a\"},{\"name\":\"b\"}]}\r\n"));
 		const auto *list = dock()->findChild<QListWidget *>();
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(list->count(), 2, 30000);
+		QTRY_COMPARE(list->count(), 2);
 		QCOMPARE(list->item(1)->text(), u"b"_s);
 	}
 
@@ -128,7 +128,7 @@ private Q_SLOTS:
 		QVERIFY(load());
 		QVERIFY(obs().moduleLog().front().text.endsWith(u"helper: "_s + path));
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 	}
 
 	void aHelperOnAShareThatIsGoneIsMissing()
@@ -151,8 +151,8 @@ private Q_SLOTS:
 		QVERIFY(load());
 		auto *list = dock()->findChild<QListWidget *>();
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 30000);
-		QTRY_COMPARE_WITH_TIMEOUT(list->item(0)->text(), u"a"_s, 30000);
+		QTRY_COMPARE(list->count(), 1);
+		QTRY_COMPARE(list->item(0)->text(), u"a"_s);
 		Q_EMIT list->itemDoubleClicked(list->item(0));
 		button(u"Open output folder"_s)->click();
 		QCOMPARE(openedUrls(), QList({QUrl(u"file://nas/clips/größe 1.mp4"_s), QUrl(u"file://nas/clips"_s)}));
@@ -166,7 +166,7 @@ private Q_SLOTS:
 		qunsetenv("KESTRUNE_HELPER");
 		QVERIFY(load());
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 	}
 
 	void theHelperInstalledForOneUserIsFound()
@@ -180,7 +180,7 @@ private Q_SLOTS:
 		setEnvironment("LOCALAPPDATA", programs);
 		QVERIFY(load());
 		invoke("refreshRecent");
-		QTRY_COMPARE_WITH_TIMEOUT(helper().count(u"--recent"_s), 1, 30000);
+		QTRY_COMPARE(helper().count(u"--recent"_s), 1);
 		setEnvironment("LOCALAPPDATA", before);
 	}
 };

@@ -1,5 +1,4 @@
-#include <QTest>
-
+#include "host/patience.hpp"
 #include "pressed_keys.hpp"
 
 #include <ranges>
@@ -13,7 +12,7 @@ void send(WORD key, DWORD flags)
 	input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
 	input.ki.dwFlags = flags;
 	// Wine refuses now and then, when its first window is just coming up.
-	if (!QTest::qWaitFor([&input] { return SendInput(1, &input, sizeof(input)) == 1; }, 10000)) {
+	if (!QTest::qWaitFor([&input] { return SendInput(1, &input, sizeof(input)) == 1; }, patience_ms)) {
 		qFatal("cannot press or release key %d: error %lu", int{key}, GetLastError());
 	}
 }

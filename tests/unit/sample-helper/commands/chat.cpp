@@ -20,12 +20,10 @@ private Q_SLOTS:
 	void beginsWithDefaults();
 	void storesSettings();
 	void keepsWhatIsNotNamed();
-	void refusesBadSettings_data();
 	void refusesBadSettings();
 	void asksForConsentAndGetsItAMomentLater();
 	void keepsConsentWhileSwitchedOff();
 	void reportsTriggersOnce();
-	void triggersOnTheCommandOnly_data();
 	void triggersOnTheCommandOnly();
 	void ignoresTheChatWhileOff();
 	void honoursTheCooldown();
@@ -110,41 +108,25 @@ void ChatTest::keepsWhatIsNotNamed()
 	QCOMPARE(event[QLatin1String("granted")].toBool(), false);
 }
 
-void ChatTest::refusesBadSettings_data()
-{
-	QTest::addColumn<QByteArray>("json");
-	QTest::newRow("no JSON") << QByteArray("enabled=yes");
-	QTest::newRow("nothing") << QByteArray("");
-	QTest::newRow("array") << QByteArray("[true]");
-	QTest::newRow("cut off") << QByteArray(R"({"command":"!r)");
-	QTest::newRow("empty command") << QByteArray(R"({"command":""})");
-	QTest::newRow("only the mark") << QByteArray(R"({"command":"!"})");
-	QTest::newRow("no mark") << QByteArray(R"({"command":"rune"})");
-	QTest::newRow("blank inside") << QByteArray(R"({"command":"!my rune"})");
-	QTest::newRow("tab inside") << QByteArray(R"({"command":"!my\trune"})");
-	QTest::newRow("command of another kind") << QByteArray(R"({"command":5})");
-	QTest::newRow("enabled of another kind") << QByteArray(R"({"enabled":"yes"})");
-	QTest::newRow("negative cooldown") << QByteArray(R"({"cooldown_s":-1})");
-	QTest::newRow("endless cooldown") << QByteArray(R"({"cooldown_s":1e300})");
-	QTest::newRow("half a cooldown") << QByteArray(R"({"cooldown_s":10.5})");
-	QTest::newRow("cap of another kind") << QByteArray(R"({"per_stream_cap":"ten"})");
-	QTest::newRow("large cap") << QByteArray(R"({"per_stream_cap":101})");
-}
-
 void ChatTest::refusesBadSettings()
 {
-	QFETCH(const QByteArray, json);
 	const Sandbox sandbox;
 	const QJsonObject before = set(sandbox, R"({"command":"!kept","cooldown_s":44,"enabled":true})").onlyEvent();
-	const Run run = set(sandbox, json.constData());
-	QCOMPARE(run.exitCode, 1);
-	const QJsonObject event = run.onlyEvent();
-	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
-	QVERIFY(!event[QLatin1String("error")].toString().isEmpty());
-	// With these two the dock keeps polling; without "command" it keeps its fields.
-	QCOMPARE(event[QLatin1String("enabled")].toBool(), true);
-	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
-	QVERIFY(!event.contains(QLatin1String("command")));
+	for (const char *json :
+	     {"enabled=yes", "", "[true]", R"({"command":"!r)", R"({"command":""})", R"({"command":"!"})",
+	      R"({"command":"rune"})", R"({"command":"!my rune"})", R"({"command":"!my\trune"})", R"({"command":5})",
+	      R"({"enabled":"yes"})", R"({"cooldown_s":-1})", R"({"cooldown_s":1e300})", R"({"cooldown_s":10.5})",
+	      R"({"per_stream_cap":"ten"})", R"({"per_stream_cap":101})"}) {
+		const Run run = set(sandbox, json);
+		QVERIFY2(run.exitCode == 1, json);
+		const QJsonObject event = run.onlyEvent();
+		QVERIFY2(event[QLatin1String("event")].toString() == u"chat"_s, json);
+		QVERIFY2(!event[QLatin1String("error")].toString().isEmpty(), json);
+		// With these two the dock keeps polling; without "command" it keeps its fields.
+		QVERIFY2(event[QLatin1String("enabled")].toBool(), json);
+		QVERIFY2(event[QLatin1String("granted")].toBool(), json);
+		QVERIFY2(!event.contains(QLatin1String("command")), json);
+	}
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), before);
 }
 
@@ -158,7 +140,7 @@ void ChatTest::asksForConsentAndGetsItAMomentLater()
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(true), false);
 
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"200"_s);
-	QTRY_VERIFY_WITH_TIMEOUT(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(), 20000);
+	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool());
 	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(QLatin1String("consent_url")));
 }
 
@@ -183,27 +165,18 @@ void ChatTest::reportsTriggersOnce()
 	QCOMPARE(streamCount(sandbox), 2);
 }
 
-void ChatTest::triggersOnTheCommandOnly_data()
-{
-	QTest::addColumn<QString>("text");
-	QTest::addColumn<bool>("triggers");
-	QTest::newRow("the command") << u"!rune"_s << true;
-	QTest::newRow("in capitals") << u"!RUNE"_s << true;
-	QTest::newRow("with more behind") << u"  !rune that was great"_s << true;
-	QTest::newRow("with more in front") << u"say !rune"_s << false;
-	QTest::newRow("a longer word") << u"!runes"_s << false;
-	QTest::newRow("another word") << u"hello"_s << false;
-}
-
 void ChatTest::triggersOnTheCommandOnly()
 {
-	QFETCH(const QString, text);
-	QFETCH(const bool, triggers);
 	const Sandbox sandbox;
-	set(sandbox, R"({"enabled":true})");
-	say(sandbox, u"ana"_s, text);
-	QCOMPARE(poll(sandbox), triggers ? QStringList{u"ana"_s} : QStringList());
-	QCOMPARE(streamCount(sandbox), triggers ? 1 : 0);
+	set(sandbox, R"({"enabled":true,"cooldown_s":0,"per_stream_cap":0})");
+	say(sandbox, u"ana"_s, u"!rune"_s);
+	say(sandbox, u"in capitals"_s, u"!RUNE"_s);
+	say(sandbox, u"with more behind"_s, u"  !rune that was great"_s);
+	say(sandbox, u"with more in front"_s, u"say !rune"_s);
+	say(sandbox, u"a longer word"_s, u"!runes"_s);
+	say(sandbox, u"another word"_s, u"hello"_s);
+	QCOMPARE(poll(sandbox), (QStringList{u"ana"_s, u"in capitals"_s, u"with more behind"_s}));
+	QCOMPARE(streamCount(sandbox), 3);
 }
 
 void ChatTest::ignoresTheChatWhileOff()
@@ -275,7 +248,7 @@ void ChatTest::goesOnAfterTheClockWasAhead()
 				{u"consent_asked_ms"_s, tomorrow_ms},
 				{u"last_use_ms"_s, tomorrow_ms}};
 	sandbox.writeFile(u"chat.json"_s, QJsonDocument(ahead).toJson());
-	QTRY_VERIFY_WITH_TIMEOUT(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(), 20000);
+	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool());
 	say(sandbox, u"ana"_s);
 	say(sandbox, u"ben"_s);
 	QCOMPARE(poll(sandbox), QStringList{u"ana"_s});

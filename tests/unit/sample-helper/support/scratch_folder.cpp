@@ -50,7 +50,8 @@ std::unique_ptr<QProcess> stoppedInTheMiddle(Sandbox &sandbox)
 			"while ! [ -e \"$home/go on\" ] && [ -d \"$home\" ]; do sleep 0.05; done;; esac\n"
 			"exec ffmpeg \"$@\"");
 	std::unique_ptr<QProcess> process = sandbox.start(clipOf(videos::silent()));
-	const bool stopped = QTest::qWaitFor([&] { return !found(sandbox.shortsFolder(), anyPart).isEmpty(); }, 60000);
+	const bool stopped =
+		QTest::qWaitFor([&] { return !found(sandbox.shortsFolder(), anyPart).isEmpty(); }, patience_ms);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, {});
 	return stopped ? std::move(process) : nullptr;
 }

@@ -62,7 +62,7 @@ void ProgressTest::tellsInTheLogUntilItEnds()
 		QFile file(path);
 		ended = file.open(QIODevice::WriteOnly) && file.write("out_time_us=6000000\n") > 0;
 		file.close();
-		ended = ended && QTest::qWaitFor([] { return told >= 2; }, 60000);
+		ended = ended && QTest::qWaitFor([] { return told >= 2; }, patience_ms);
 	}
 	const int atTheEnd = told;
 	QTest::qWait(200);
