@@ -25,6 +25,8 @@ const notShownEither = [
   ...["SimpleOutput", "AdvOut", "RecRB", "RecRBTime", "enabled Replay Buffer (%d s) in the profile"],
   // Beginnings that other texts are looked for by.
   ...["Ready", "Update"],
+  // A part of PNG pictures.
+  "IHDR",
   // The unit after a number, and the names of keys.
   ...[" s", "Ctrl", "Alt", "Shift", "Win", "F%1"],
 ];
