@@ -3,7 +3,10 @@ import asyncio
 import os
 import sys
 
-import simpleobsws
+try:
+    import simpleobsws
+except ImportError:
+    sys.exit("First: pip install simpleobsws")
 
 address = os.environ.get("OBS_ADDRESS", "ws://127.0.0.1:4455")
 clip_that = simpleobsws.Request("CallVendorRequest", {"vendorName": "Kestrune", "requestType": "ClipThat"})

@@ -1,12 +1,15 @@
-// docs/examples/clip.mjs where it cannot work. What it does in OBS is in tests/obs/remote-control.test.mjs.
+// docs/examples/clip.mjs and clip.py where they cannot work. What the first does in OBS is in
+// tests/obs/remote-control.test.mjs.
 
 import assert from "node:assert/strict";
+import { spawnSync } from "node:child_process";
+import path from "node:path";
 import { describe, it } from "node:test";
 import { findFreePort } from "../../tools/obs/free-port.mjs";
 import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
 import { temporaryFolder } from "./support/helper-check.mjs";
 
-describe("the sample script says in one line what helps", () => {
+describe("a sample script says in one line what helps", () => {
   it("when OBS is off", async (t) => {
     const script = await placeClipScript(await temporaryFolder(t));
     const address = `ws://127.0.0.1:${await findFreePort()}`;
@@ -25,5 +28,14 @@ describe("the sample script says in one line what helps", () => {
     assert.equal(errorOutput, "First, in the same folder: npm install obs-websocket-js\n");
     assert.equal(output, "");
     assert.equal(exitCode, 1);
+  });
+
+  it("when the Python program's package is missing", () => {
+    const script = path.resolve(import.meta.dirname, "..", "..", "docs", "examples", "clip.py");
+    // -S: without installed packages.
+    const { status, stdout, stderr } = spawnSync("python3", ["-S", script], { encoding: "utf8" });
+    assert.equal(stderr, "First: pip install simpleobsws\n");
+    assert.equal(stdout, "");
+    assert.equal(status, 1);
   });
 });
