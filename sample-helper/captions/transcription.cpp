@@ -1,4 +1,5 @@
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -65,6 +66,23 @@ QString requireModel()
 	return model;
 }
 
+/// Has the program write what it hears in speech.wav to speech.json. The log tells how long that takes.
+subprocess::Result listen(const QString &program, const QString &model, const Excerpt &excerpt, const QString &folder)
+{
+	const QString name = QFileInfo(program).fileName();
+	qInfo("%s is listening to %.0f s of sound", qUtf8Printable(name), excerpt.length_s);
+	QElapsedTimer timer;
+	timer.start();
+	// Any language; everything it knows, in JSON, with a time for each word. The names of the files are relative,
+	// since a folder may have letters that the program can't open on Windows.
+	const subprocess::Result result = subprocess::run(program,
+							  {u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s,
+							   u"-np"_s, u"-ojf"_s, u"-of"_s, u"speech"_s},
+							  folder, {environment::whisperLimit_ms(), -1, {}});
+	qInfo("%s ended after %.1f s", qUtf8Printable(name), static_cast<double>(timer.elapsed()) / 1000);
+	return result;
+}
+
 /// Why a run gave no text; the log says more.
 QString reason(const subprocess::Result &result)
 {
@@ -97,12 +115,7 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 		return {};
 	}
 	extractSound(excerpt, folder);
-	// Any language; everything it knows, in JSON, with a time for each word. The names of the files are relative,
-	// since a folder may have letters that the program can't open on Windows.
-	const subprocess::Result result = subprocess::run(program,
-							  {u"-m"_s, model, u"-f"_s, u"speech.wav"_s, u"-l"_s, u"auto"_s,
-							   u"-np"_s, u"-ojf"_s, u"-of"_s, u"speech"_s},
-							  folder, {environment::whisperLimit_ms(), -1, {}});
+	const subprocess::Result result = listen(program, model, excerpt, folder);
 	// The program answers 0 after some failures; only what it wrote counts.
 	QFile file(QDir(folder).filePath(u"speech.json"_s));
 	std::optional<QList<Word>> words{};

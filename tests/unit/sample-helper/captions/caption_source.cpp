@@ -208,6 +208,10 @@ void CaptionSourceTest::transcribesTheLastSeconds()
 	const QList<QByteArray> heard = studio.readFile(u"heard.txt"_s).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
+	// Nothing else tells how far a clip is meanwhile.
+	for (const char *text : {"whisper-cli is listening to 2 s of sound", "whisper-cli ended after "}) {
+		QVERIFY2(run.errorOutput.contains(text), run.errorOutput.constData());
+	}
 }
 
 void CaptionSourceTest::keepsSpeechBetweenBrackets()
