@@ -56,21 +56,6 @@ check_format()
 	format_files check
 }
 
-# clang_tidy [OPTION...]: checks the files on standard input.
-clang_tidy()
-{
-	local source patterns=()
-	while IFS= read -r -d '' source; do
-		patterns+=("^$PWD/${source//./[.]}\$")
-	done
-	if ((${#patterns[@]} == 0)); then
-		return
-	fi
-	# Sources include moc's output.
-	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
-		-extra-arg=-Wno-unknown-warning-option "$@" "${patterns[@]}"
-}
-
 # Unity builds hide a missing include, and include guards a circle of headers.
 check_includes()
 {
@@ -85,7 +70,16 @@ check_includes()
 
 check_cpp()
 {
-	clang_tidy
+	local source patterns=()
+	while IFS= read -r -d '' source; do
+		patterns+=("^$PWD/${source//./[.]}\$")
+	done
+	if ((${#patterns[@]} == 0)); then
+		return
+	fi
+	# Sources include moc's output.
+	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
+		-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
 }
 
 check_scripts()
