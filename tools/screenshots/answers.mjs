@@ -1,4 +1,4 @@
-// Answers for the stand-in helper.
+// Answers for the fake helper.
 
 import { mkdir, rename, rm, writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -11,7 +11,7 @@ const usual = {
   "--check-update": [{ event: "update", update: false }],
 };
 
-/** Sets the lines that future runs of a command answer: events, and the stand-in helper's words "hold" and "exit N". */
+/** Sets the lines that future runs of a command answer: events, and the fake helper's words "hold" and "exit N". */
 export async function answer(folder, command, ...lines) {
   const text = lines.map((line) => (typeof line === "string" ? line : JSON.stringify(line))).join("\n");
   const file = path.join(folder, command);
