@@ -81,6 +81,13 @@ describe("a text on a page", () => {
   });
 });
 
+/** The PNG files that a page of the checkout shows, in Markdown or in HTML. */
+function shownPictures(page) {
+  const text = readFileSync(path.join(checkout, page), "utf8");
+  const files = [...text.matchAll(/!\[[^\]]+\]\(([^)]+\.png)\)|<img [^>]*src="([^"]+\.png)"/g)];
+  return files.map(([, inMarkdown, inHtml]) => path.join(path.dirname(page), inMarkdown ?? inHtml));
+}
+
 describe("the user guide", () => {
   it("has every text that the dock shows", () => {
     const quoted = pages.flatMap((page) => quotedTexts(read(page)));
@@ -100,13 +107,14 @@ describe("the user guide", () => {
     );
   });
 
-  it("shows every picture there is, and each is one that the script makes", async () => {
+  it("and other pages for users show every picture there is, and each is one that the script makes", async () => {
     const subjects = await Promise.all(inCheckout("tools/screenshots/shots/*.mjs").map((file) => import(file)));
-    const made = subjects.flatMap(({ shots }) => shots.map(({ name }) => `images/${name}.png`)).sort();
+    const made = subjects.flatMap(({ shots }) => shots.map(({ name }) => `docs/images/${name}.png`)).sort();
     const there = readdirSync(path.join(docs, "images")).filter((name) => name.endsWith(".png"));
-    assert.deepEqual(there.map((name) => `images/${name}`).sort(), made);
+    assert.deepEqual(there.map((name) => `docs/images/${name}`).sort(), made);
 
-    const shown = pages.flatMap((page) => [...read(page).matchAll(/!\[[^\]]+\]\(([^)]+)\)/g)].map(([, file]) => file));
+    const pagesForUsers = [...pages, "remote-control.md"].map((page) => `docs/${page}`);
+    const shown = ["README.md", "sample-helper/README.md", ...pagesForUsers].flatMap(shownPictures);
     assert.deepEqual([...new Set(shown)].sort(), made);
   });
 });

@@ -8,8 +8,14 @@ import { sleep } from "./wait.mjs";
 // virtual display), so OBS would see another combination.
 const keyCodes = {
   escape: 9,
+  tab: 23,
+  t: 28,
+  enter: 36,
   control: 37,
+  s: 39,
   d: 40,
+  f: 41,
+  h: 43,
   shift: 50,
   c: 54,
   alt: 64,
@@ -49,6 +55,11 @@ export class Input {
     await this.#xdotool(...presses, ...releases);
   }
 
+  /** Types a text of plain letters. */
+  async type(text) {
+    await this.#xdotool("type", text);
+  }
+
   async click(x, y) {
     await this.#xdotool(...this.#mouseTo(x, y), "click", "1");
   }
@@ -80,13 +91,26 @@ export class Input {
     await this.#xdotool("search", "--sync", "--onlyvisible", "--name", titlePattern, "windowfocus", "--sync");
   }
 
+  /** Where the first visible window whose title matches is, without a frame: there is no window manager to draw one. */
+  async windowArea(titlePattern) {
+    const find = ["search", "--sync", "--onlyvisible", "--name", titlePattern];
+    const text = await this.#xdotool(...find, "getwindowgeometry", "--shell");
+    const number = (name) => Number(new RegExp(`^${name}=(\\d+)$`, "m").exec(text)[1]) / this.#scale;
+    return { x: number("X"), y: number("Y"), width: number("WIDTH"), height: number("HEIGHT") };
+  }
+
+  /** How many windows are visible, with menus and tooltips. */
+  async countWindows() {
+    return (await this.#xdotool("search", "--onlyvisible", "--name", "")).trim().split("\n").length;
+  }
+
   #mouseTo(x, y) {
     const place = scaled({ x, y }, this.#scale);
     return ["mousemove", String(place.x), String(place.y)];
   }
 
   async #xdotool(...args) {
-    await run("xdotool", args, { env: this.#env, limitMs: 15_000 });
+    return run("xdotool", args, { env: this.#env, limitMs: 15_000 });
   }
 }
 

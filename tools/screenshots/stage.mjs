@@ -9,6 +9,8 @@ import { ObsSession } from "../obs/session.mjs";
 import { sleep, waitFor } from "../obs/wait.mjs";
 import { connectWebsocket } from "../obs/websocket-client.mjs";
 import { answer, prepareAnswers, release } from "./answers.mjs";
+import { installFonts } from "./stream/fonts.mjs";
+import { putStreamOn } from "./stream/obs-scene.mjs";
 
 const checkout = path.resolve(import.meta.dirname, "..", "..");
 const buildFolder = process.env.KESTRUNE_BUILD_DIR;
@@ -21,11 +23,15 @@ const modules = [
 ];
 // Enough of a picture at little CPU time.
 const canvas = { width: 640, height: 360, fps: 10 };
+/** For the stream, which is meant to be looked at. */
+const streamCanvas = { width: 960, height: 540, fps: 10 };
 
 /** Here the mouse highlights nothing: the empty part of OBS's status bar. */
 const mouseRest = { x: 300, y: 845 };
 
 const dockWindow = "^Kestrune$";
+/** A narrow dock has no room for the three texts of the hotkey's row. At the right edge tooltips open over the dock. */
+const roomForHotkeys = { x: 770, width: 510, height: 700 };
 /** Pixels from a dock up to its title bar, in every theme. */
 const titleBarDistance = 8;
 
@@ -51,6 +57,8 @@ export class Stage {
    * Runs OBS for one subject and calls `work` with the stage. Optional members of a subject:
    *  - answers: overrides the usual answers, by command;
    *  - prepare(home, stage): changes the configuration before OBS starts;
+   *  - stream: the picture is a drawn stream instead of the test picture;
+   *  - websocket: the port and the password of OBS's server; by default any port and no password;
    *  - env: makes environment variables for OBS from the stage's folder;
    *  - size, scale: as for ObsSession.create.
    */
@@ -58,7 +66,7 @@ export class Stage {
     const folder = path.join(checkout, "build", "screenshots", "sessions", name);
     const session = await ObsSession.create({
       folder,
-      settings: { canvas, modules },
+      settings: { canvas: subject.stream ? streamCanvas : canvas, modules },
       env: {
         PATH: `${path.join(checkout, "tools", "obs", "bin")}:${process.env.PATH}`,
         KESTRUNE_HELPER: path.join(folder, "helper"),
@@ -87,11 +95,15 @@ export class Stage {
     await cp(path.join(import.meta.dirname, "fake-helper"), this.file("helper"));
     await prepareAnswers(this.file("answers"), subject.answers);
     const { home } = this.session;
-    const port = await findFreePort();
-    await home.setWebsocketPort(port);
+    await installFonts(home.environment().XDG_DATA_HOME);
+    if (subject.stream) {
+      await putStreamOn(home, this.session.folder, streamCanvas);
+    }
+    const { port, password } = subject.websocket ?? { port: await findFreePort() };
+    await home.setWebsocketPort(port, password);
     await subject.prepare?.(home, this);
     await this.session.startObs();
-    this.#websocket = await connectWebsocket(port);
+    this.#websocket = await connectWebsocket(port, password);
     this.dock = new Dock(this.#websocket, this.input);
   }
 
@@ -134,7 +146,7 @@ export class Stage {
     }
   }
 
-  /** Makes the dock a floating window of this size in pixels, at the top left of the screen. */
+  /** Makes the dock a floating window of this size in pixels, at the top of the screen; at its left without `x`. */
   async float(size) {
     const { x, y } = await this.dock.snapshot();
     await this.input.doubleClick(x + 40, y - titleBarDistance);
@@ -151,8 +163,9 @@ export class Stage {
     });
   }
 
-  /** The dock must float. */
-  async focusFloatingDock() {
+  /** Makes the dock a window that fits the hotkey's section and gets the keys. */
+  async floatForHotkeys() {
+    await this.float(roomForHotkeys);
     await this.input.focusWindow(dockWindow);
   }
 
@@ -180,18 +193,27 @@ export class Stage {
     await waitFor("all helper runs to end", isIdle);
   }
 
-  /** Takes a picture of the dock, or of the shot's `part` or `area`, without the mouse pointer over it. */
-  async photograph({ name, part, area }) {
-    await this.input.moveMouse(mouseRest.x, mouseRest.y);
+  /** Takes a picture of a shot's subject; see screenshots.mjs. */
+  async photograph({ name, part, area, window, height, tooltipOf }) {
+    await (tooltipOf ? this.#showTooltip(tooltipOf) : this.input.moveMouse(mouseRest.x, mouseRest.y));
     // Styles fade highlights out.
     await sleep(400);
     const file = path.join(this.#picturesFolder, `${name}.png`);
-    await this.session.screenshotFile(file, area ?? (await this.#dockArea(part)));
+    const whole = area ?? (await (window ? this.input.windowArea(window) : this.#dockArea(part)));
+    await this.session.screenshotFile(file, { ...whole, height: height ?? whole.height });
     // Without a time stamp, equal pictures are equal files.
     const plain = ["-strip", "-define", "png:exclude-chunks=date,time"];
     const few = area ? [] : ["-dither", "None", "-colors", "256"];
     await run("mogrify", [...few, ...plain, file]);
     console.log(`screenshots: ${path.relative(checkout, file)}`);
+  }
+
+  async #showTooltip(wanted) {
+    const { x, y, width, height } = await this.dock.widget(wanted);
+    const before = await this.input.countWindows();
+    // At the right end there is room for the tooltip, which opens to the left.
+    await this.input.moveMouse(x + width - 8, y + Math.floor(height / 2));
+    await waitFor("the tooltip", async () => (await this.input.countWindows()) > before);
   }
 
   /** `part` "header" is the area above the first section. */
@@ -204,8 +226,14 @@ export class Stage {
     return { ...whole, height: firstSection.y - whole.y };
   }
 
-  async #close() {
+  /** Ends the connection with obs-websocket: the dock can then no longer be asked what it shows. */
+  async disconnect() {
     await this.#websocket?.disconnect();
+    this.#websocket = undefined;
+  }
+
+  async #close() {
+    await this.disconnect();
     if (this.session.obs?.running) {
       await this.session.obs.stop();
     }

@@ -14,17 +14,14 @@ async function save(stage, chat, state) {
 
 export const shots = [
   {
-    name: "chat-off",
+    name: "chat-one-more-step",
     async reach(stage) {
       await stage.settle();
       await stage.openOnly("chatBox");
       await stage.dock.waitForWidget({ text: "Off." });
+      const consent = { granted: false, consent_url: "https://kestrune.example/allow" };
+      await save(stage, { ...enabled, ...consent }, /^One more step/);
     },
-  },
-  {
-    name: "chat-one-more-step",
-    reach: (stage) =>
-      save(stage, { ...enabled, granted: false, consent_url: "https://kestrune.example/allow" }, /^One more step/),
   },
   {
     name: "chat-on",

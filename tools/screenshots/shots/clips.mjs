@@ -35,10 +35,18 @@ async function clip(stage, event, text, colour) {
 
 export const shots = [
   {
+    name: "no-clips-yet",
+    async reach(stage) {
+      await stage.settle();
+      await stage.openOnly("recentSection");
+      await stage.dock.waitForWidget({ class: "QListWidget", visible: true });
+    },
+  },
+  {
     name: "saving",
     part: "header",
     async reach(stage) {
-      await stage.settle();
+      await stage.openOnly();
       await stage.answer("--process", "hold", { event: "done", formatted: ["/s/triple-kill.mp4"], note: "uploading" });
       await stage.dock.click({ name: "clipBtn" });
       await stage.dock.waitForStatus("Saving the last 60 s…");
@@ -82,17 +90,9 @@ export const shots = [
       ),
   },
   {
-    name: "no-clips-yet",
-    async reach(stage) {
-      await stage.openOnly("recentSection");
-      await stage.dock.waitForWidget({ class: "QListWidget", visible: true });
-    },
-  },
-  {
     name: "replay-buffer-stopped",
     part: "header",
     async reach(stage) {
-      await stage.openOnly();
       await stage.call("StopReplayBuffer");
       await stage.dock.waitForStatus(/^Replay Buffer stopped\./, errorColour);
     },

@@ -21,9 +21,18 @@ export const shots = [
     },
   },
   {
+    name: "chat-off",
+    async reach(stage) {
+      await stage.openOnly("chatBox");
+      await stage.dock.waitForWidget({ text: "Off. Connect your Twitch-linked account to use it.", visible: true });
+    },
+  },
+  {
     name: "connecting",
     part: "header",
-    async reach({ dock }) {
+    async reach(stage) {
+      const { dock } = stage;
+      await stage.openOnly();
       await dock.click({ text: "Connect account" });
       await dock.waitForStatus("Finish in your browser (code ABCD-1234). Waiting…");
     },

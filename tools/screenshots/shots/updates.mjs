@@ -5,14 +5,14 @@ import path from "node:path";
 import { errorColour } from "../../obs/dock.mjs";
 import { switchReplayBufferOn } from "../replay-buffer.mjs";
 
-// The stand-in helper is the installer, too: this is its argument.
+// The fake helper is the installer, too: this is its argument.
 const installer = "--installer";
 const downloaded = { event: "downloaded", latest: "1.0.7", path: installer };
 
 export const answers = {
   "--check-update": [{ event: "update", update: true, latest: "1.0.7", notes: "Fixes captions." }],
   "--download-update": [{ event: "progress", phase: "download", percent: 42 }, "hold", downloaded],
-  [installer]: ["hold", "exit 5"],
+  [installer]: ["hold", "exit 1"],
 };
 
 export const env = (folder) => ({
@@ -51,14 +51,17 @@ export const shots = [
     name: "update-error",
     part: "header",
     async reach(stage) {
+      // So wide that the button shows its whole text.
+      await stage.float({ width: 690, height: 500 });
       await stage.release(installer);
-      await stage.dock.waitForStatus(/^Update failed: the installer exited with code 5\./, errorColour);
+      await stage.dock.waitForStatus(/^Update failed: the installer exited with code 1\./, errorColour);
     },
   },
   {
     name: "update-done",
     part: "header",
     async reach(stage) {
+      await stage.resizeFloating({ width: 360, height: 500 });
       await stage.answer(installer, "exit 0");
       await writeFile(stage.file("manifest.json"), '{"version":"1.0.7"}');
       await stage.dock.click({ name: "updateBtn" });
