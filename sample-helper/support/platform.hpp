@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QString>
 
 #include <system_error>
 
@@ -19,5 +20,8 @@ std::error_code flushToDisk(QFile &file);
 
 /// The error numbers that mean "no room on the disk".
 QList<int> diskFullErrors();
+
+/// This folder under a name with which the system starts a program in it.
+QString asWorkingFolder(const QString &folder);
 
 } // namespace platform

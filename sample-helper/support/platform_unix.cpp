@@ -27,4 +27,9 @@ QList<int> diskFullErrors()
 	return {ENOSPC, EDQUOT, EFBIG};
 }
 
+QString asWorkingFolder(const QString &folder)
+{
+	return folder;
+}
+
 } // namespace platform

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 
 #include "support/platform.hpp"
@@ -5,6 +6,8 @@
 #include <windows.h>
 
 #include <io.h>
+
+#include <vector>
 
 namespace platform {
 namespace {
@@ -42,6 +45,22 @@ std::error_code flushToDisk(QFile &file)
 QList<int> diskFullErrors()
 {
 	return {ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, ERROR_DISK_QUOTA_EXCEEDED};
+}
+
+// Files may have longer paths, working folders not. The old short names (PROGRA~1) help where the drive has them.
+QString asWorkingFolder(const QString &folder)
+{
+	if (folder.size() < MAX_PATH - 2) {
+		return folder;
+	}
+	const QString longPaths = QString::fromLatin1(R"(\\?\)");
+	const std::wstring path = (longPaths + QDir::toNativeSeparators(folder)).toStdWString();
+	std::vector<wchar_t> name(path.size() + 1);
+	const DWORD length = GetShortPathNameW(path.c_str(), name.data(), static_cast<DWORD>(name.size()));
+	if (length == 0 || length >= name.size()) {
+		return folder;
+	}
+	return QString::fromWCharArray(name.data(), static_cast<qsizetype>(length)).sliced(longPaths.size());
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include <QProcess>
 
 #include "support/background_process.hpp"
+#include "support/platform.hpp"
 #include "support/subprocess.hpp"
 
 #include <algorithm>
@@ -151,7 +152,7 @@ Result run(const QString &path, const QStringList &arguments, const QString &wor
 {
 	QProcess process;
 	runInBackground(process);
-	process.setWorkingDirectory(workingFolder);
+	process.setWorkingDirectory(platform::asWorkingFolder(workingFolder));
 	process.setStandardInputFile(QProcess::nullDevice());
 	const Output output(process);
 	process.start(path, arguments);
