@@ -21,7 +21,7 @@ double used_ms()
 } // namespace
 
 /// A helper that writes faster than the dock reads: on Windows any amount may have come since the last look, and the
-/// user interface must answer all the same.
+/// user interface must still answer.
 class FloodingHelperTest : public DockTest {
 	Q_OBJECT
 
