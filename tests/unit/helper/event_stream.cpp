@@ -1,4 +1,3 @@
-#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QTest>
 
@@ -119,11 +118,9 @@ private Q_SLOTS:
 
 	void longOutputInSmallPiecesStaysLinear()
 	{
-		// Takes a second; searching the whole buffer for each chunk would take many minutes.
+		// Takes a second; searching the whole buffer for each chunk would not end within the time limit.
 		const QByteArray piece(64, 'x');
 		EventStream stream;
-		QElapsedTimer timer;
-		timer.start();
 		stream.append("{\"a\":\"");
 		for (int count = 0; count < 65536; ++count) {
 			stream.append(piece);
@@ -133,7 +130,6 @@ private Q_SLOTS:
 		const std::optional<QJsonObject> event = stream.next();
 		QVERIFY(event);
 		QCOMPARE((*event)[u"a"].toString().size(), 4 * 1024 * 1024);
-		QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
 	}
 };
 
