@@ -33,8 +33,11 @@ async function complaintsAboutFile(what, file) {
   if (!found) {
     return [error(`${what} names a file that does not exist: ${file}`)];
   }
-  if (!found.isFile()) {
+  if (found.isDirectory()) {
     return [error(`${what} names a folder where a file is wanted: ${file}`)];
+  }
+  if (!found.isFile()) {
+    return [error(`${what} names something that is not a regular file: ${file}`)];
   }
   return found.size > 0 ? [] : [error(`${what} names an empty file: ${file}`)];
 }
@@ -91,8 +94,10 @@ async function recent(event) {
     findings.push(...complaintsAboutForeignPath(`"folder"`, event.folder));
   } else {
     const found = await stat(event.folder).catch(() => undefined);
-    if (!found?.isDirectory()) {
+    if (!found) {
       findings.push(error(`"folder" names a folder that does not exist: ${event.folder}`));
+    } else if (!found.isDirectory()) {
+      findings.push(error(`"folder" names a file where a folder is wanted: ${event.folder}`));
     }
   }
   for (const [index, item] of listOf(event.items).entries()) {
@@ -122,6 +127,12 @@ function chat(event) {
   return "command" in event ? [] : [warning(`"chat" has no "command", so the section is not filled in`)];
 }
 
+/** Whether both names lead to one file; false if one of them is not there. */
+async function isSameFile(a, b) {
+  const [first, second] = await Promise.all([a, b].map((file) => realpath(file).catch(() => undefined)));
+  return first !== undefined && first === second;
+}
+
 async function done(event, { replay }) {
   const shorts = listOf(event.formatted);
   if (shorts.length === 0) {
@@ -130,7 +141,7 @@ async function done(event, { replay }) {
   const findings = [];
   for (const [index, file] of shorts.entries()) {
     const found = await complaintsAboutFile(`"formatted[${index}]"`, file);
-    if (found.length === 0 && path.isAbsolute(file) && (await realpath(file)) === (await realpath(replay))) {
+    if (found.length === 0 && path.isAbsolute(file) && (await isSameFile(file, replay))) {
       found.push(error(`"formatted[${index}]" names the replay itself, not a Short`));
     }
     findings.push(...found);
@@ -158,6 +169,12 @@ function update(event) {
     : complaintsAboutVersion(event);
 }
 
+function progress({ phase }) {
+  return typeof phase === "string" && phase !== "download"
+    ? [warning(`"phase" of "progress" is "${phase}"; the dock shows "download" only`)]
+    : [];
+}
+
 async function downloaded(event) {
   return [...(await complaintsAboutFile(`"path" of "downloaded"`, event.path)), ...complaintsAboutVersion(event)];
 }
@@ -172,7 +189,7 @@ function failure(event) {
   return event.error === "" ? [error(`"error" of "error" is empty: the user reads no reason`)] : [];
 }
 
-const checks = { status, code, recent, preview, chat, done, triggers, update, downloaded, error: failure };
+const checks = { status, code, recent, preview, chat, done, triggers, update, progress, downloaded, error: failure };
 
 /** The promises that an event breaks, as findings. `replay` is the video that the helper was given. */
 export async function brokenPromises(event, { replay }) {

@@ -2,7 +2,12 @@
 
 import { brokenPromises } from "./answers.mjs";
 import { commands, futureCommand } from "./commands.mjs";
-import { complaintsAboutEnd, complaintsAboutErrorOutput, complaintsAboutFlushing } from "./endings.mjs";
+import {
+  complaintsAboutEnd,
+  complaintsAboutErrorOutput,
+  complaintsAboutFlood,
+  complaintsAboutFlushing,
+} from "./endings.mjs";
 import { error, isError, leftOut, warning } from "./findings.mjs";
 import { readOutput } from "./output.mjs";
 import { refusedStart } from "./program.mjs";
@@ -62,7 +67,10 @@ function complaintsAboutSeveralAnswers(command, events) {
 function toldFailures(command, events, { offersUpdate }) {
   const isExpected = command === "--download-update" && !offersUpdate;
   return events
-    .filter(({ event, error: text }) => event === "error" && text && !isExpected && command !== futureCommand)
+    .filter(
+      ({ event, error: text }) =>
+        event === "error" && text && typeof text === "string" && !isExpected && command !== futureCommand,
+    )
     .map((event) => warning(`it ends in an "error" event; the user reads: ${event.error}`));
 }
 
@@ -84,11 +92,14 @@ export async function checkRun(session, command, args) {
   // An exit code only matters because nothing could be read.
   const unreadable = output.spoke ? [] : output.findings.filter(isError);
   const findings = [
+    ...complaintsAboutFlood(run),
     ...complaintsAboutErrorOutput(run, output),
     ...unreadable,
     ...(isUnconfirmed(command, run, output.events)
       ? [warning("the link was not confirmed in the browser in time, so its end was not seen")]
-      : complaintsAboutEnd(run, output)),
+      : run.flooded
+        ? []
+        : complaintsAboutEnd(run, output)),
     ...output.findings.filter((each) => !unreadable.includes(each)),
     ...promises,
     ...toldFailures(command, output.events, session),

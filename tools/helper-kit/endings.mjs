@@ -31,6 +31,11 @@ export function complaintsAboutErrorOutput({ errorOutput }, { spoke }) {
     : [];
 }
 
+/** A run that was stopped because of what it wrote. */
+export function complaintsAboutFlood({ flooded }) {
+  return flooded ? [error("it wrote too much and was killed: more than 16 MiB, or more than 100,000 lines")] : [];
+}
+
 function complaintAboutHang({ waitedForInput, durationMs }, { spoke }) {
   const told = spoke ? "after its answer" : "and reported nothing";
   return waitedForInput

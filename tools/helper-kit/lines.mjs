@@ -53,13 +53,13 @@ function readLine(lines, index) {
 }
 
 function complaintsAboutRest(text) {
-  if (text === "") {
+  if (text.trim() === "") {
     return [];
   }
   return [
     text.includes("\r")
       ? error("lines end with a carriage return only; the dock waits for a newline", "It reads none of them.")
-      : error(`the last line has no newline at its end, so the dock never reads it: ${quoted(text)}`),
+      : error(`the last line has no newline at its end, so the dock never reads it: ${quoted(text.trim())}`),
   ];
 }
 
@@ -84,10 +84,11 @@ function merged(findings) {
   const groups = new Map();
   for (const finding of findings) {
     const key = finding.key ?? finding.text;
-    groups.set(key, [...(groups.get(key) ?? []), finding]);
+    const { first, count } = groups.get(key) ?? { first: finding, count: 0 };
+    groups.set(key, { first, count: count + 1 });
   }
-  return [...groups.values()].map(([first, ...others]) =>
-    others.length === 0 ? first : { ...first, text: `${first.text} (and ${others.length} more like it)` },
+  return [...groups.values()].map(({ first, count }) =>
+    count === 1 ? first : { ...first, text: `${first.text} (and ${count - 1} more like it)` },
   );
 }
 
@@ -108,6 +109,6 @@ export function readLines({ lines, rest }) {
     objects.push(...(event ? [{ event, atMs: lines[index].atMs }] : []));
     index += count;
   }
-  const unread = index === lines.length ? complaintsAboutRest(texts.at(-1)) : [];
+  const unread = index === lines.length ? complaintsAboutRest(rest.toString()) : [];
   return { objects, findings: [...merged(findings), ...unread] };
 }

@@ -5,6 +5,9 @@ import { spawn } from "node:child_process";
 const newline = 0x0a;
 const keptErrorOutput = 65_536;
 const timeToEnd_ms = 1000;
+// More than any answer needs; without a limit, an endless output would fill the memory.
+const mostOutput_bytes = 16 * 1024 * 1024;
+const mostLines = 100_000;
 
 /** Splits input into lines as the dock does: bytes after the last newline are ignored. */
 class Lines {
@@ -42,9 +45,18 @@ function start(program, args, workingFolder) {
 
 /** Reads what the child writes into `outcome`, and calls `onOutput` with the lines so far. */
 function collectOutput(child, outcome, lines, { started, onOutput }) {
+  let output_bytes = 0;
   child.stdin.on("error", () => {});
   child.stdout.on("data", (bytes) => {
+    output_bytes += bytes.length;
+    if (outcome.flooded) {
+      return;
+    }
     lines.append(bytes, performance.now() - started);
+    if (output_bytes > mostOutput_bytes || lines.complete.length > mostLines) {
+      outcome.flooded = true;
+      child.kill("SIGKILL");
+    }
     onOutput?.(lines.complete);
   });
   child.stderr.on("data", (bytes) => {
@@ -71,8 +83,8 @@ function whenEnded(child, finish) {
  * whenever there is more output.
  *
  * Returns `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
- * `exitCode` or `signal`, `timedOut`, `waitedForInput` (it ended once its input did), `durationMs`, `errorOutput` (the
- * last 64 KiB of text); or only `startError` when it could not be started.
+ * `exitCode` or `signal`, `timedOut`, `flooded` (it wrote too much and was ended), `waitedForInput` (it ended once its
+ * input did), `durationMs`, `errorOutput` (the last 64 KiB of text); or only `startError` when it could not be started.
  */
 export function runHelper(program, args, { limitMs, workingFolder, onOutput }) {
   const { child, startError } = start(program, args, workingFolder);
@@ -82,7 +94,7 @@ export function runHelper(program, args, { limitMs, workingFolder, onOutput }) {
   return new Promise((resolve) => {
     const started = performance.now();
     const lines = new Lines();
-    const outcome = { errorOutput: "", timedOut: false, waitedForInput: false };
+    const outcome = { errorOutput: "", timedOut: false, flooded: false, waitedForInput: false };
     let limit = setTimeout(() => {
       limit = endOverdue(child, outcome);
     }, limitMs);

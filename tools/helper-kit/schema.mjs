@@ -63,15 +63,29 @@ function meantBy(name, object, known) {
   return nearest(name, missing.filter(fits)) ?? nearest(name, missing);
 }
 
-/** About the names of members: misspelt ones first, then missing ones, then unknown ones. */
+/** The unknown members of `object` that are objects with known members in them. */
+function wrappersIn(object, known) {
+  const isKnown = (name) => name in known && name !== "event";
+  return Object.keys(object).filter(
+    (name) => !(name in known) && isObject(object[name]) && Object.keys(object[name]).some(isKnown),
+  );
+}
+
+/** About the names of members: wrapped ones first, then misspelt, missing and unknown ones. */
 function complaintsAboutNames(owner, { properties: known = {}, required = [] }, object) {
-  const unknown = Object.keys(object).filter((name) => !(name in known));
+  const wrappers = wrappersIn(object, known);
+  const unknown = Object.keys(object).filter((name) => !(name in known) && !wrappers.includes(name));
   const meant = new Map(unknown.map((name) => [name, meantBy(name, object, known)]));
   const missing = required.filter((name) => !(name in object) && ![...meant.values()].includes(name));
   const misspelt = unknown.filter((name) => meant.get(name));
   const others = unknown.filter((name) => !meant.get(name));
   const effect = "The dock ignores members that it does not know.";
+  if (missing.length === 1 && others.length === 1 && misspelt.length + wrappers.length === 0) {
+    return [error(`${owner} lacks the member "${missing[0]}"; is "${others[0]}" meant to be that?`, effect)];
+  }
+  const place = "event" in known ? ` beside "event"` : " outside it";
   return [
+    ...wrappers.map((name) => error(`the members of ${owner} are wrapped in "${name}"; write them${place}`, effect)),
     ...misspelt.map((name) => error(`${owner} has no member "${name}"; did you mean "${meant.get(name)}"?`, effect)),
     ...missing.map((name) => error(`${owner} lacks the member "${name}"`)),
     ...others.map((name) => warning(`${owner} has no member "${name}"; the dock ignores it`)),

@@ -61,9 +61,12 @@ async function checkCommand(session, command) {
 
 /** Empties the working folder of the runs; what was in it is a list with one finding or none. */
 async function complaintsAboutWorkingFolder({ workingFolder }) {
-  const names = await readdir(workingFolder);
-  await rm(workingFolder, { recursive: true });
+  const names = await readdir(workingFolder).catch(() => undefined);
+  await rm(workingFolder, { recursive: true, force: true });
   await mkdir(workingFolder);
+  if (!names) {
+    return [error("it removed its working folder, which is OBS's own")];
+  }
   return names.length > 0
     ? [warning(`it wrote into its working folder, which is OBS's own and may be read-only: ${names.join(", ")}`)]
     : [];
@@ -90,7 +93,8 @@ async function checkAndTell(session, command) {
   try {
     const { findings, events } = await checkCommand(session, command);
     learn(session, events);
-    report.tellFindings(command, [...findings, ...(await complaintsAboutWorkingFolder(session))]);
+    // Without its working folder, no later run could start.
+    report.tellFindings(command, [...(await complaintsAboutWorkingFolder(session)), ...findings]);
     return true;
   } catch (failure) {
     if (!(failure instanceof NoReplay)) {

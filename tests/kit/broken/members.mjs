@@ -12,6 +12,12 @@ export const brokenMembers = [
   ["numbers its kinds", "recent", `{"event":7}`, `"event" must be a string but is 7`],
   ["misspells the kind", "recent", `{"event":"recents"}`, `"recents" is not an event; did you mean "recent"?`],
   ["writes a capital", "status", `{"event":"Status"}`, `"Status" is not an event; did you mean "status"?`],
+  [
+    "puts its members into one",
+    "recent",
+    `{"event":"recent","data":{"folder":"/","items":[]}}`,
+    `the members of "recent" are wrapped in "data"; write them beside "event"`,
+  ],
   ["invents a kind", "recent", `{"event":"hello"}`, `"hello" is not an event of the protocol`],
   ["answers another command", "recent", `{"event":"status"}`, `"status" is not read after --recent`],
   [
@@ -104,6 +110,18 @@ export const brokenMembers = [
   ],
   ["tells no reason", "link", `{"event":"error"}`, `"error" lacks the member "error"`],
   ["has no words for its reason", "link", `{"event":"error","error":""}`, `"error" of "error" is empty`],
+  [
+    "calls its reason a message",
+    "link",
+    `{"event":"error","message":"no network"}`,
+    `"error" lacks the member "error"; is "message" meant to be that?`,
+  ],
+  [
+    "has a structure for its reason",
+    "link",
+    `{"event":"error","error":{"code":3}}`,
+    `"error" of "error" must be a string`,
+  ],
   ["hides its reason", "link", `{"event":"error","err":"no"}`, `"error" has no member "err"; did you mean "error"?`],
 
   [
@@ -166,6 +184,12 @@ export const brokenMembers = [
     "recent",
     `{"event":"recent","folder":"/nowhere"}`,
     `"folder" names a folder that does not exist: /nowhere`,
+  ],
+  [
+    "names a file for a folder",
+    "recent",
+    `{"event":"recent","folder":"$here/empty"}`,
+    `"folder" names a file where a folder is wanted:`,
   ],
   [
     "names a folder of another system",
@@ -381,6 +405,12 @@ export const oddMembers = [
     `"cooldown_s" of "chat" is 5, out of its range (the limit is 10)`,
   ],
   ["has no settings", "chat-get", `{"event":"chat"}`, `"chat" has no "command", so the section is not filled in`],
+  [
+    "downloads in a phase of its own",
+    "download-update",
+    `{"event":"progress","phase":"downloading","percent":5}\\n{"event":"update","update":false}`,
+    `"phase" of "progress" is "downloading"; the dock shows "download" only`,
+  ],
   ["forgets the list", "poll-triggers", `{"event":"triggers"}`, `"triggers" lacks "triggers": no clip is made`],
   [
     "marks its notes up",

@@ -55,6 +55,7 @@ export const brokenRuns = [
     `mkdir "$here/lock" || exit 1; sleep 1; rmdir "$here/lock"; ${right}`,
     "with two runs at the same time: it ended with exit code 1 without an event",
   ],
+  ["prints without end", "recent", "exec yes", "it wrote too much and was killed"],
   ["fails at what it does not know", "future-command", "exit 3", `${stopped} 3 without an event (end a command`],
   [
     "hangs at what it does not know",
@@ -84,6 +85,24 @@ export const brokenRuns = [
   ],
   ["changes the replay", "process", `echo x >>"$2"; echo '{"event":"pending"}'`, "the replay was changed"],
   ["removes the replay", "process", `rm -f "$2"; echo '{"event":"pending"}'`, "the replay was removed or moved"],
+  [
+    "makes the replay its Short",
+    "process",
+    `mv "$2" "$here/a.mkv"; echo '{"event":"done","formatted":["'"$here"'/a.mkv"]}'`,
+    "the replay was removed or moved",
+  ],
+  [
+    "removes its working folder",
+    "recent",
+    `rmdir "$PWD"; ${right}`,
+    "it removed its working folder, which is OBS's own",
+  ],
+  [
+    "previews a pipe",
+    "preview",
+    `mkfifo "$here/a.png"; echo '{"event":"preview","path":"'"$here"'/a.png"}'`,
+    `"path" of "preview" names something that is not a regular file:`,
+  ],
   [
     "uses one file for all Shorts",
     "process",
