@@ -16,8 +16,8 @@ async def clip():
     obs = simpleobsws.WebSocketClient(url=address, password=os.environ.get("OBS_PASSWORD", ""))
     try:
         await obs.connect()
-    except OSError:
-        sys.exit(f"Nothing answers at {address}: start OBS and switch on its WebSocket server.")
+    except Exception as failure:
+        sys.exit(f"Nothing answers at {address}: start OBS and switch on its WebSocket server. {failure}")
     if not await obs.wait_until_identified():
         sys.exit("OBS did not let this program in: check the password.")
     answer = await obs.call(clip_that)

@@ -3,11 +3,28 @@
 
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
+import { writeFile } from "node:fs/promises";
 import path from "node:path";
 import { describe, it } from "node:test";
 import { findFreePort } from "../../tools/obs/free-port.mjs";
 import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
 import { temporaryFolder } from "./support/helper-check.mjs";
+
+const pythonScript = path.resolve(import.meta.dirname, "..", "..", "docs", "examples", "clip.py");
+
+/** Stands in for Python's simpleobsws, as it is when something else than obs-websocket answers. */
+const refusingPackage = `
+class Request:
+    def __init__(self, *arguments):
+        pass
+
+class WebSocketClient:
+    def __init__(self, **options):
+        pass
+
+    async def connect(self):
+        raise Exception("server rejected WebSocket connection: HTTP 200")
+`;
 
 describe("a sample script says in one line what helps", () => {
   it("when OBS is off", async (t) => {
@@ -31,10 +48,19 @@ describe("a sample script says in one line what helps", () => {
   });
 
   it("when the Python program's package is missing", () => {
-    const script = path.resolve(import.meta.dirname, "..", "..", "docs", "examples", "clip.py");
     // -S: without installed packages.
-    const { status, stdout, stderr } = spawnSync("python3", ["-S", script], { encoding: "utf8" });
+    const { status, stdout, stderr } = spawnSync("python3", ["-S", pythonScript], { encoding: "utf8" });
     assert.equal(stderr, "First: pip install simpleobsws\n");
+    assert.equal(stdout, "");
+    assert.equal(status, 1);
+  });
+
+  it("when something else answers the Python program", async (t) => {
+    const folder = await temporaryFolder(t);
+    await writeFile(path.join(folder, "simpleobsws.py"), refusingPackage);
+    const env = { ...process.env, PYTHONPATH: folder, OBS_ADDRESS: "ws://127.0.0.1:80" };
+    const { status, stdout, stderr } = spawnSync("python3", ["-S", pythonScript], { encoding: "utf8", env });
+    assert.match(stderr, /^Nothing answers at ws:\/\/127\.0\.0\.1:80: .* server rejected .*: HTTP 200\n$/);
     assert.equal(stdout, "");
     assert.equal(status, 1);
   });
