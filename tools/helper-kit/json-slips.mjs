@@ -44,6 +44,7 @@ function slipAfterObject(rest) {
 /** Slips that show in the text itself, the most telling first. */
 const slips = [
   [/[{,:]\s*[“”„‘’]/, "it has curly quotes, but JSON needs straight ones"],
+  [/^\{\s*\\"/, "its quotes are escaped with backslashes; write the object itself"],
   [/^\{\s*'/, "it uses single quotes, but JSON needs double quotes (Python: json.dumps)"],
   [/[:[,]\s*(True|False|None)\b/, "True, False and None are Python's; JSON has true, false and null (json.dumps)"],
   [/[:[,]\s*-?(NaN|Infinity)\b/, "JSON has no NaN and no Infinity"],

@@ -58,6 +58,11 @@ export const brokenOutput = [
   ["writes UTF-16 without a mark", `printf '{\\0"\\0e\\0\\n\\0'`, "the output is UTF-16; write UTF-8"],
   ["writes Latin-1", `printf '{"event":"recent","folder":"/\\xe9"}\\n'`, "a line is not UTF-8"],
   ["ends lines as old Macs did", `printf '%s\\r' '${right}' '${right}'`, "lines end with a carriage return only"],
+  [
+    "escapes the quotes of its JSON",
+    `echo '{\\"event\\":\\"recent\\"}'`,
+    "a line is not JSON: its quotes are escaped with backslashes; write the object itself",
+  ],
   ["ends one line as old Macs did", `printf '%s\\r' '${right}'`, "lines end with a carriage return only"],
   ["forgets the last newline", `printf '%s' '${right}'`, `the last line has no newline at its end`],
   [
