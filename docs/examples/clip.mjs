@@ -11,6 +11,12 @@ const advice = {
   207: "OBS is still starting, or already closing. Try again in a moment.",
 };
 
+// Something else may listen there and never answer.
+setTimeout(() => {
+  console.error(`No answer from ${address} in 10 s. Is that OBS?`);
+  process.exit(1);
+}, 10_000).unref();
+
 try {
   const { default: OBSWebSocket } = await import("obs-websocket-js");
   const obs = new OBSWebSocket();

@@ -3,7 +3,9 @@
 
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
+import { once } from "node:events";
 import { writeFile } from "node:fs/promises";
+import { createServer } from "node:net";
 import path from "node:path";
 import { describe, it } from "node:test";
 import { findFreePort } from "../../tools/obs/free-port.mjs";
@@ -36,6 +38,17 @@ describe("a sample script says in one line what helps", () => {
       new RegExp(`^Nothing answers at ${address}: start OBS and switch on its WebSocket server.*\n$`),
     );
     assert.equal(output, "");
+    assert.equal(exitCode, 1);
+  });
+
+  it("when what listens there never answers", async (t) => {
+    const server = createServer(() => {}).listen(0, "127.0.0.1");
+    t.after(() => server.close());
+    await once(server, "listening");
+    const script = await placeClipScript(await temporaryFolder(t));
+    const address = `ws://127.0.0.1:${server.address().port}`;
+    const { exitCode, errorOutput } = await runClipScript(script, address);
+    assert.equal(errorOutput, `No answer from ${address} in 10 s. Is that OBS?\n`);
     assert.equal(exitCode, 1);
   });
 
