@@ -147,6 +147,11 @@ bool hasCaptions(const Look &look)
 	return rowOf(styles, look.style).layerCount > 0;
 }
 
+int captionMiddle_px(const Look &look)
+{
+	return qRound(heightOf(look) * shortHeight_px);
+}
+
 QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 {
 	const Style &style = rowOf(styles, look.style);
@@ -156,7 +161,7 @@ QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 	}
 	QString events{};
 	for (const Cue &cue : cues) {
-		events += cueLines(style, cue, qRound(heightOf(look) * shortHeight_px));
+		events += cueLines(style, cue, captionMiddle_px(look));
 	}
 	return captiontext::makeScript(shortWidth_px, shortHeight_px, styleLines, events);
 }

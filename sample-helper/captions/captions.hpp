@@ -19,6 +19,9 @@ QString fontFamily(const QString &key);
 /// False for the style that shows no captions.
 bool hasCaptions(const Look &look);
 
+/// How far below the upper edge of a Short the middle of its captions is.
+int captionMiddle_px(const Look &look);
+
 /// A script for ffmpeg's "ass" filter that shows the cues on a Short in the chosen style, font and position. Nothing in
 /// a cue's text can do more than be shown; long texts are set smaller, very long ones cut off.
 QByteArray captionScript(const Look &look, const QList<Cue> &cues);

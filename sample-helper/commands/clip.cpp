@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QJsonArray>
 
+#include "captions/caption_pictures.hpp"
 #include "captions/caption_source.hpp"
 #include "captions/captions.hpp"
 #include "commands/account.hpp"
@@ -52,39 +53,32 @@ void requireReadable(const QString &path)
 	}
 }
 
-/// Stores a script of captions; false, with a word in `notes`, when that fails.
-bool storeScript(const QString &path, const QByteArray &script, QStringList &notes)
+/// Whether this ffmpeg can draw captions. Throws Failure.
+bool canDrawCaptions(const Look &look, const QDir &folder)
 {
-	try {
-		files::write(path, script);
-		return true;
-	} catch (const Failure &failure) {
-		qWarning("%s", failure.what());
-		notes += u"without captions, they couldn't be stored"_s;
-		return false;
-	}
+	// Plain names in ffmpeg's working folder need none of its escaping rules.
+	files::write(folder.filePath(u"trial.ass"_s), captionScript(look, {{0, 1000, u"Trial"_s}}));
+	return ffmpeg::canDraw(u"ass=trial.ass"_s, folder.path());
 }
 
-/// The filter that shows the captions, with a comma in front; empty without captions.
-QString captionFilter(const Excerpt &excerpt, const Look &look, const QString &folder, QStringList &notes)
+/// The captions as pictures; empty without captions.
+CaptionPictures captionPictures(const Excerpt &excerpt, const Look &look, const QString &folder, QStringList &notes)
 {
 	if (!hasCaptions(look)) {
 		return {};
 	}
-	// Plain names in ffmpeg's working folder need none of its escaping rules.
-	const QDir files(folder);
-	if (!storeScript(files.filePath(u"trial.ass"_s), captionScript(look, {{0, 1000, u"Trial"_s}}), notes)) {
+	try {
+		if (!canDrawCaptions(look, folder)) {
+			notes += u"without captions, this ffmpeg can't draw text"_s;
+			return {};
+		}
+		const QList<Cue> cues = captionsOf(excerpt, folder, notes);
+		return cues.isEmpty() ? CaptionPictures{} : drawCaptions(look, cues, folder);
+	} catch (const Failure &failure) {
+		qWarning("%s", failure.what());
+		notes += u"without captions, they couldn't be stored"_s;
 		return {};
 	}
-	if (!ffmpeg::canDraw(u"ass=trial.ass"_s, folder)) {
-		notes += u"without captions, this ffmpeg can't draw text"_s;
-		return {};
-	}
-	const QList<Cue> cues = captionsOf(excerpt, folder, notes);
-	if (cues.isEmpty() || !storeScript(files.filePath(u"captions.ass"_s), captionScript(look, cues), notes)) {
-		return {};
-	}
-	return u",ass=captions.ass"_s;
 }
 
 /// Makes the Short and returns its path.
@@ -99,8 +93,8 @@ QString makeShort(const QString &replay, int length_s, const Look &look, QString
 	const ClipTurn turn;
 	ScratchFolder scratch(environment::stateFolder());
 	const Composition composition{ordinaryColours(excerpt.video, notes),
-				      layoutGraph(look.layout, cameraRegion(look.layout, notes)) +
-					      captionFilter(excerpt, look, scratch.path(), notes)};
+				      layoutGraph(look.layout, cameraRegion(look.layout, notes)),
+				      captionPictures(excerpt, look, scratch.path(), notes)};
 
 	const QString name = newShortName();
 	const QString part = output.filePath(name + u".part"_s);

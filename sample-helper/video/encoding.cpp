@@ -35,8 +35,9 @@ QStringList soundArguments(const ffmpeg::Video &video)
 QString wholeGraph(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition)
 {
 	const auto &[conversion, marks] = composition.colours;
-	QString graph = u"[0:%1]%2,%3[source];%4%5,%6[short]"_s.arg(excerpt.video.videoStream)
-				.arg(pictureCut(excerpt), conversion, composition.layout, marks, encoder.filters);
+	QString graph = u"[0:%1]%2,%3[source];%4%5%6,%7[short]"_s.arg(excerpt.video.videoStream)
+				.arg(pictureCut(excerpt), conversion, composition.layout, composition.captions.filter,
+				     marks, encoder.filters);
 	if (excerpt.video.audioStream >= 0) {
 		graph += u";[0:%1]%2[sound]"_s.arg(excerpt.video.audioStream).arg(soundCut(excerpt));
 	}
@@ -47,7 +48,7 @@ QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const Comp
 		      const QString &target)
 {
 	// Each packet is written at once, so that a file that does not grow means that nothing goes on.
-	return encoder.device + inputArguments(excerpt) +
+	return encoder.device + inputArguments(excerpt) + composition.captions.input +
 	       QStringList{u"-filter_complex"_s, wholeGraph(excerpt, encoder, composition), u"-map"_s, u"[short]"_s} +
 	       soundArguments(excerpt.video) + QStringList{u"-c:v"_s, encoder.name} + encoder.quality +
 	       QStringList{u"-fpsmax"_s,

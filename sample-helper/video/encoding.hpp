@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "captions/caption_pictures.hpp"
 #include "video/colours.hpp"
 
 struct Excerpt;
@@ -12,6 +13,7 @@ struct Composition {
 	Colours colours{};
 	/// Begins with [source]; see layoutGraph().
 	QString layout{};
+	CaptionPictures captions{};
 };
 
 /// How much of the replay could be read.
