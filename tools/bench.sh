@@ -1,28 +1,26 @@
 #!/usr/bin/env bash
-# bench.sh [BUSY_S] [IDLE_S]: runs the benchmarks and prints a table. OBS is watched BUSY_S seconds with a busy module
-# and IDLE_S in each of three idle states. Runs in the build root.
+# bench.sh [--long]: runs the benchmarks and prints a table; with --long for more starts of OBS, key presses and
+# seconds. Runs in the build root.
 set -euo pipefail
 
-busy_s=${1:-120}
-idle_s=${2:-120}
+starts=5 presses=50 busy_s=36 short_s=6
+if [[ ${1:-} == --long ]]; then
+	starts=20 presses=400 busy_s=600 short_s=60
+fi
 
 build_dir=build/ubuntu-ci-x86_64
-results=build/bench
-mkdir -p "$results"
-
-tools/build.sh "${build_dir##*/}"
+tools/build.sh "${build_dir##*/}" --target end_to_end bench
 tools/install-node-modules.sh tools/obs
-
-for subject in event_stream preview; do
-	QT_QPA_PLATFORM=offscreen "$build_dir/tests/bench/bench_$subject" \
-		--benchmark_out="$results/$subject.json" --benchmark_out_format=json
-done
-QT_QPA_PLATFORM=offscreen tools/with-xvfb.sh "$build_dir/tests/bench/bench_press_to_save" press_to_save -silent |
-	tee "$results/press_to_save.log"
-
 export KESTRUNE_BUILD_DIR=$PWD/$build_dir
-node tests/bench/starts.mjs | tee "$results/starts.log"
-node tests/bench/stalls.mjs "$busy_s" | tee "$results/stalls.log"
-node tests/bench/idle.mjs "$idle_s" | tee "$results/idle.log"
 
-node tests/bench/table.mjs "$results"
+mkdir -p build/bench
+{
+	echo "| what | Kestrune | beside | goal |"
+	echo "|---|---|---|---|"
+	node tests/bench/starts.mjs "$starts"
+	node tests/bench/presses.mjs "$presses"
+	node tests/bench/holds.mjs "$busy_s"
+	node tests/bench/sections.mjs
+	node tests/bench/shorts.mjs "$short_s"
+} | tee build/bench/table.md
+echo "bench.sh: took $SECONDS s, load $(cut -d' ' -f1-3 /proc/loadavg)" >&2

@@ -1,15 +1,14 @@
 // Preloaded into OBS: measures how long each event blocks the user-interface thread, by replacing QApplication::notify.
-// Nested events count for the outermost one. Starting the Replay Buffer is OBS's own work and is counted separately. At
-// exit, one JSON line per kind of event goes to the file HANDLER_TIMES_FILE. Events in the first HANDLER_TIMES_DELAY_MS
-// are left out.
+// Nested events count for the outermost one. Two calls are counted separately: starting the Replay Buffer, which is
+// OBS's own work, and reading a preview. At exit, one JSON line per kind of event goes to the file HANDLER_TIMES_FILE.
 
 #include <QApplication>
 #include <QEvent>
+#include <QImageReader>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMetaEnum>
 #include <QPointerEvent>
-#include <QProcess>
 #include <QThread>
 #include <QWidget>
 
@@ -27,6 +26,7 @@ using namespace Qt::StringLiterals;
 namespace {
 using Notify = bool (*)(QApplication *, QObject *, QEvent *);
 using StartReplayBuffer = void (*)();
+using ReadImage = QImage (*)(QImageReader *);
 
 struct Kind {
 	bool inDock{false};
@@ -82,13 +82,8 @@ Span &countedMeanwhile()
 	return span;
 }
 
-void count(const Kind &kind, const Moment &begin, const Span &held)
+void count(const Kind &kind, const Span &held)
 {
-	static const qint64 from_ns =
-		begin.time_ns + qEnvironmentVariableIntValue("HANDLER_TIMES_DELAY_MS") * 1'000'000LL;
-	if (begin.time_ns < from_ns) {
-		return;
-	}
 	Times &times = kinds()[kind];
 	++times.count;
 	times.longest_ns = std::max(times.longest_ns, held.time_ns);
@@ -96,8 +91,26 @@ void count(const Kind &kind, const Moment &begin, const Span &held)
 	times.totalProcessor_ns += held.processor_ns;
 }
 
+void countSeparately(const char *call, const Span &held)
+{
+	countedMeanwhile().time_ns += held.time_ns;
+	countedMeanwhile().processor_ns += held.processor_ns;
+	count({false, call}, held);
+}
+
+bool isInModule(const void *address)
+{
+	Dl_info info{};
+	return dladdr(address, &info) != 0 && QByteArrayView(info.dli_fname).endsWith("/kestrune.so");
+}
+
+/// Whether it belongs to the module: one of its widgets, or an object of one of its classes.
 bool isInDock(const QObject *object)
 {
+	// The class is known by its table of virtual functions.
+	if (isInModule(*reinterpret_cast<void *const *>(object))) {
+		return true;
+	}
 	// OBS names the window around the dock after the dock's id.
 	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive)) {
 		object = object->parent();
@@ -105,13 +118,10 @@ bool isInDock(const QObject *object)
 	return object;
 }
 
-/// For a window, the widget under the mouse; for a pipe, the helper's command.
+/// For a window, the widget under the mouse.
 QByteArray describe(const QObject *receiver, const QEvent *event)
 {
 	QByteArray text = receiver->metaObject()->className() + (' ' + receiver->objectName().toLatin1());
-	if (const auto *process = qobject_cast<const QProcess *>(receiver->parent())) {
-		return text + process->arguments().value(0).toLatin1();
-	}
 	if (receiver->isWindowType() && event->isSinglePointEvent()) {
 		const QPoint position = static_cast<const QSinglePointEvent *>(event)->globalPosition().toPoint();
 		if (const QWidget *widget = QApplication::widgetAt(position)) {
@@ -169,7 +179,7 @@ bool QApplication::notify(QObject *receiver, QEvent *event)
 	held.time_ns -= countedMeanwhile().time_ns;
 	held.processor_ns -= countedMeanwhile().processor_ns;
 	--depth;
-	count(kind, begin, held);
+	count(kind, held);
 	return result;
 }
 
@@ -183,8 +193,18 @@ extern "C" __attribute__((visibility("default"))) void obs_frontend_replay_buffe
 
 	const Moment begin;
 	original();
-	const Span held = since(begin);
-	countedMeanwhile().time_ns += held.time_ns;
-	countedMeanwhile().processor_ns += held.processor_ns;
-	count({false, "obs_frontend_replay_buffer_start"}, begin, held);
+	countSeparately("obs_frontend_replay_buffer_start", since(begin));
+}
+
+QImage QImageReader::read()
+{
+	static const auto original = reinterpret_cast<ReadImage>(dlsym(RTLD_NEXT, "_ZN12QImageReader4readEv"));
+	if (!isInModule(__builtin_return_address(0))) {
+		return original(this);
+	}
+
+	const Moment begin;
+	QImage image = original(this);
+	countSeparately("QImageReader::read", since(begin));
+	return image;
 }

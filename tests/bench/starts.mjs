@@ -1,46 +1,73 @@
-// starts.mjs [STARTS]: how long this module and others take to load. Prints JSON lines.
+// starts.mjs [STARTS]: what this module adds to OBS's start, in processor time of OBS's user-interface thread from its
+// first moment until it is idle again, beside obs-websocket and beside the least dock that has as many boxes. Prints
+// rows.
 
-import { fakeHelper, TestSession } from "../obs/support/test-session.mjs";
-import { handlerTimes, median, report } from "./figures.mjs";
+import { readFile } from "node:fs/promises";
+import path from "node:path";
+import { sleep } from "../../tools/obs/wait.mjs";
+import { median, number, row, spread } from "./row.mjs";
+import { builtFolder, createSession, kestrune } from "./session.mjs";
 
-const starts = Number(process.argv[2] ?? 15);
-const modules = ["kestrune", "obs-websocket", "frontend-tools"];
+const starts = Number(process.argv[2] ?? 5);
+// The module's timers ask the helper for the last time 2.5 s after the dock was built, but for the update check.
+const settled_ms = 4000;
+const idle_ms = 2000;
+const idle_share = 0.05;
 
-/** Milliseconds per module start, from OBS's profiler. */
-function moduleStarts(log) {
-  return modules.map((module) => {
-    const line = new RegExp(`obs_init_module\\(${module}\\.so\\): ([0-9.]+)\\sms`).exec(log);
-    return Number(line[1]);
-  });
+const configurations = {
+  without: { modules: [] },
+  kestrune: { modules: [kestrune] },
+  websocket: { modules: [], websocket: true },
+  bareDock: { modules: [path.join(builtFolder, "bare_dock")] },
+};
+
+/** How long the user-interface thread has run so far. */
+async function processorTime_ms(pid) {
+  const [ran_ns] = (await readFile(`/proc/${pid}/task/${pid}/schedstat`, "utf8")).split(" ");
+  return Number(ran_ns) / 1e6;
 }
 
-/** Starts and ends OBS `turns` times and calls `measure` with each log. */
-async function startOften(name, turns, extraEnv, measure) {
-  const test = await TestSession.create(name, { helper: fakeHelper("linked-helper"), extraEnv });
-  try {
-    for (let turn = 0; turn < turns; ++turn) {
-      await test.startObs();
-      await test.stopObs();
-      await measure(test.session.obs.lines().join("\n"));
-    }
-  } finally {
-    await test.close();
+/** Starts OBS, waits until it is idle, and ends it; returns the processor time until then. */
+async function startOnce(session) {
+  // In every configuration OBS starts the Replay Buffer, as the module would have it do.
+  await session.startObs(["--startreplaybuffer"]);
+  const { pid } = session.obs;
+  await sleep(settled_ms);
+  let before;
+  let after = await processorTime_ms(pid);
+  do {
+    before = after;
+    await sleep(idle_ms);
+    after = await processorTime_ms(pid);
+  } while (after - before > idle_share * idle_ms);
+  await session.obs.stop();
+  return after;
+}
+
+const sessions = {};
+const times = {};
+try {
+  for (const [name, configuration] of Object.entries(configurations)) {
+    sessions[name] = await createSession(`start-${name}`, configuration);
+    times[name] = [];
+    // The first start fills caches.
+    await startOnce(sessions[name]);
   }
+  for (let turn = 0; turn < starts; ++turn) {
+    for (const [name, session] of Object.entries(sessions)) {
+      times[name].push(await startOnce(session));
+    }
+  }
+} finally {
+  await Promise.all(Object.values(sessions).map((session) => session.close()));
 }
 
-const all = [];
-await startOften("bench-start", starts, {}, (log) => all.push(moduleStarts(log)));
-for (const [index, module] of modules.entries()) {
-  const times = all.map((each) => each[index]);
-  report(`start of ${module}`, { median_ms: median(times), highest_ms: Math.max(...times) });
-}
-
-// OBS also runs what the module has queued at load: Qt polishes the dock's widgets.
-const times = handlerTimes("bench-queued");
-const isQueued = ({ event }) => event === "PolishRequest" || event === "Polish";
-const queued = [];
-await startOften("bench-queued", 5, times.env, async () => {
-  const events = (await times.read()).filter((kind) => kind.inDock && isQueued(kind));
-  queued.push(events.reduce((sum, { totalProcessor_ms }) => sum + totalProcessor_ms, 0));
-});
-report("queued by the start", { median_ms: median(queued) });
+const added = (name) => times[name].map((time, turn) => time - times.without[turn]);
+const ratio = number(median(added("kestrune")) / median(added("bareDock")), 2);
+row(
+  `start-up, ${starts} starts each: processor time of the user interface, more than without`,
+  spread(added("kestrune"), "ms"),
+  `obs-websocket ${spread(added("websocket"), "ms")}; a dock with five boxes ${spread(added("bareDock"), "ms")}; ` +
+    `OBS without ${spread(times.without, "ms", 0)}`,
+  `at most obs-websocket's, else 1.1 times the five boxes' (here ${ratio})`,
+);
