@@ -37,6 +37,7 @@ class HostileTextsTest : public DockTest {
 	{
 		// On a slow machine the dock's own first question ends meanwhile and changes the line.
 		helper().on(u"--status"_s, HelperScript().hang());
+		QTRY_VERIFY(!isRunning(u"--link"_s)); // the dock starts one at a time
 		answer("connectAccount", u"--link"_s, {{u"event"_s, u"error"_s}, {u"error"_s, text}});
 		TRY_STATUS(text, errorColour);
 	}
