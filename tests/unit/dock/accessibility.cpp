@@ -112,6 +112,7 @@ private Q_SLOTS:
 		QVERIFY(loadReady());
 		invoke("checkUpdate");
 		QTRY_VERIFY(!child<QPushButton>(u"updateBtn"_s)->isHidden());
+		QTRY_VERIFY(label(chatText()));
 		QTRY_COMPARE(nameOf(label(chatText())), u"One more step: allow Kestrune to read your Twitch chat. "
 							"It switches on by itself afterwards."_s);
 		showWhole();
