@@ -16,6 +16,7 @@ struct CaptionPictures {
 	QString filter{};
 };
 
-/// Draws each cue into a picture file in `folder`, where ffmpeg will run: drawing it anew for each picture of the Short
-/// would take a third of the time of the encoding. The cues are in order, at most one at any moment. Throws Failure.
+/// Draws each cue into a picture file in `folder`, where ffmpeg will run: drawing it again for each picture of the
+/// Short would take a third of the time of the encoding. The cues are in order, at most one at any moment. Throws
+/// Failure.
 CaptionPictures drawCaptions(const Look &look, const QList<Cue> &cues, const QString &folder);
