@@ -9,11 +9,10 @@
 #include "helper/helper_texts.hpp"
 #include "helper/hidden_process.hpp"
 
-#include <utility>
-
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <utility>
 
 using namespace std::chrono_literals;
 
