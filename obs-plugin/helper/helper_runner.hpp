@@ -2,9 +2,8 @@
 
 #include <QStringList>
 
-#include <utility>
-
 #include <functional>
+#include <utility>
 
 class QJsonObject;
 

@@ -2,9 +2,8 @@
 
 #include "support/events.hpp"
 
-#include <utility>
-
 #include <cstdio>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

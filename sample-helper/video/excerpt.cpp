@@ -4,9 +4,8 @@
 #include "video/excerpt.hpp"
 #include "video/ffmpeg.hpp"
 
-#include <utility>
-
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -6,10 +6,10 @@
 #include <QWidget>
 
 #include <obs-frontend-api.h>
-#include <utility>
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// A fake OBS frontend: tests set its answers and read the requests. The executable's obs_frontend_* functions use it;

@@ -8,10 +8,9 @@
 #include "host/test_program.hpp"
 #include "videos.hpp"
 
-#include <utility>
-
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
