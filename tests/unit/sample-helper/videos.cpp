@@ -45,6 +45,11 @@ QString make(const QString &name, const QString &picture, const QString &sound, 
 	return path;
 }
 
+QString color(const QString &name)
+{
+	return u"color=c=%1:s=320x180:r=%2"_s.arg(name).arg(framesPerSecond);
+}
+
 QString tone()
 {
 	return u"sine=r=48000"_s;
@@ -55,21 +60,20 @@ QString tone()
 QString regions()
 {
 	return make(u"regions.mkv"_s,
-		    u"color=c=red:s=320x180:r=25,drawbox=x=160:y=0:w=160:h=180:c=blue:t=fill,"
-		    "drawbox=x=224:y=99:w=96:h=81:c=lime:t=fill"_s,
+		    color(u"red"_s) + u",drawbox=x=160:y=0:w=160:h=180:c=blue:t=fill,"
+				      "drawbox=x=224:y=99:w=96:h=81:c=lime:t=fill"_s,
 		    tone(), u"4"_s);
 }
 
 QString blackThenWhite()
 {
-	return make(u"black then white.mkv"_s,
-		    u"color=c=black:s=320x180:r=25:d=4[a];color=c=white:s=320x180:r=25:d=2[b];[a][b]concat"_s, tone(),
-		    u"6"_s);
+	const QString pictures = color(u"black"_s) + u":d=4[a];"_s + color(u"white"_s) + u":d=2[b];[a][b]concat"_s;
+	return make(u"black then white.mkv"_s, pictures, tone(), u"6"_s);
 }
 
 QString silent()
 {
-	return make(u"silent.mp4"_s, u"testsrc2=s=320x180:r=25"_s, {}, u"2"_s);
+	return make(u"silent.mp4"_s, u"testsrc2=s=320x180:r=%1"_s.arg(framesPerSecond), {}, u"2"_s);
 }
 
 QString atFrameRate(int rate)
@@ -83,7 +87,7 @@ QString withTones(const QList<double> &amplitudes)
 	for (const double amplitude : amplitudes) {
 		channels += u"%1*sin(2*PI*%2*t)"_s.arg(amplitude).arg(400 + 100 * channels.size());
 	}
-	return make(u"tones-%1.mkv"_s.arg(channels.size()), u"color=c=gray:s=320x180:r=25"_s,
+	return make(u"tones-%1.mkv"_s.arg(channels.size()), color(u"gray"_s),
 		    u"aevalsrc=%1:s=48000:c=%2c"_s.arg(channels.join(QLatin1Char('|'))).arg(channels.size()), u"2"_s);
 }
 

@@ -38,8 +38,6 @@ private Q_SLOTS:
 
 namespace {
 
-constexpr int framesPerSecond = 25;
-
 /// Has an account, and the replay in its own folder.
 class Studio : public Sandbox {
 public:
@@ -101,7 +99,7 @@ QByteArray segment(int from_ms, int to_ms, const QByteArray &text)
 
 const QByteArray aWord = segments(segment(400, 1400, "Hello you there") + ',' + segment(1500, 2000, "[BLANK_AUDIO]"));
 
-/// The captioned frames, such as "10-30"; 30 is the first without a caption.
+/// The captioned frames, such as "4-12"; 12 is the first without a caption.
 QString captionedFrames(const QString &path)
 {
 	const QList<int> frames = videos::brightness(path);
@@ -130,15 +128,15 @@ void CaptionSourceTest::showsSidecarsAtTheirTime_data()
 				<< QByteArray("\xef\xbb\xbf"
 					      "1\r\n00:00:01,000 --> 00:00:03,000\r\nBefore\r\n\r\n"
 					      "2\r\n00:00:04,400 --> 00:00:05,200\r\nHello there everybody\r\n")
-				<< u"10-30"_s;
+				<< u"4-12"_s;
 	QTest::newRow("WebVTT") << u".vtt"_s
 				<< QByteArray("WEBVTT\n\n00:03.000 --> 00:04.400\nHello there everybody\n\n"
 					      "00:05.600 --> 01:00.000\n<v Ana>How are you doing?</v>\n")
-				<< u"0-10 40-50"_s;
+				<< u"0-4 16-20"_s;
 	QTest::newRow("SubRip in capitals")
-		<< u".SRT"_s << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n") << u"10-30"_s;
+		<< u".SRT"_s << QByteArray("00:00:04,400 --> 00:00:05,200\nHello there everybody\n") << u"4-12"_s;
 	QTest::newRow("WebVTT in capitals")
-		<< u".VTT"_s << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n") << u"10-30"_s;
+		<< u".VTT"_s << QByteArray("WEBVTT\n\n00:04.400 --> 00:05.200\nHello there everybody\n") << u"4-12"_s;
 	QTest::newRow("nobody speaks") << u".srt"_s << QByteArray("00:00:01,000 --> 00:00:03,000\nBefore\n")
 				       << QString();
 }
@@ -167,7 +165,7 @@ void CaptionSourceTest::showsHostileTextsAsTexts()
 			  "Dialogue: 0,0:00:00.00,0:01:00.00,Layer0,,0,0,0,,{\\fs9000}W\n");
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), u"done"_s);
-	QCOMPARE(captionedFrames(shortPath(run)), u"0-20 25-45"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"0-8 10-18"_s);
 	const QList<int> frames = videos::brightness(shortPath(run));
 	QVERIFY(*std::min_element(frames.begin(), frames.end()) > 150);
 }
@@ -204,7 +202,7 @@ void CaptionSourceTest::transcribesTheLastSeconds()
 	const Run run = studio.clip();
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(shortPath(run)), u"10-35"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"4-14"_s);
 	const QList<QByteArray> heard = studio.readFile(u"heard.txt"_s).split('\n');
 	QCOMPARE(heard.value(0), QByteArray("pcm_s16le,16000,1"));
 	QVERIFY2(std::abs(heard.value(1).toDouble() - 2) < 0.05, heard.value(1).constData());
@@ -219,7 +217,7 @@ void CaptionSourceTest::keepsSpeechBetweenBrackets()
 	Studio studio;
 	studio.useTranscriber(segments(segment(0, 300, "(soft music)") + ',' + segment(400, 1400, "(yes) I do (so)") +
 				       ',' + segment(1500, 2000, "[MUSIC]")));
-	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"10-35"_s);
+	QCOMPARE(captionedFrames(shortPath(studio.clip())), u"4-14"_s);
 }
 
 void CaptionSourceTest::findsProgramAndModelByItself()
@@ -237,7 +235,7 @@ void CaptionSourceTest::findsProgramAndModelByItself()
 	}
 	const Run run = studio.clip();
 	QCOMPARE(note(run), QString());
-	QCOMPARE(captionedFrames(shortPath(run)), u"10-35"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"4-14"_s);
 }
 
 void CaptionSourceTest::runsTheRealProgram()
@@ -254,7 +252,7 @@ void CaptionSourceTest::runsTheRealProgram()
 	const QString frames = captionedFrames(shortPath(run));
 	QVERIFY2(frames.startsWith(u"0-"_s) && !frames.contains(QLatin1Char(' ')), qPrintable(frames));
 	const int end = frames.section(QLatin1Char('-'), 1).toInt();
-	QVERIFY2(end >= 20, qPrintable(frames));
+	QVERIFY2(end >= 8, qPrintable(frames));
 }
 
 void CaptionSourceTest::saysThatTheSoundIsUnreadable()
@@ -276,7 +274,7 @@ void CaptionSourceTest::prefersTheSidecar()
 	studio.useTranscriber(aWord);
 	studio.addSidecar("00:00:05,000 --> 00:00:05,400\nWritten by hand, not heard\n");
 	const Run run = studio.clip();
-	QCOMPARE(captionedFrames(shortPath(run)), u"25-35"_s);
+	QCOMPARE(captionedFrames(shortPath(run)), u"10-14"_s);
 	QVERIFY(studio.readFile(u"heard.txt"_s).isEmpty());
 }
 
@@ -334,7 +332,7 @@ void CaptionSourceTest::makesShortsWithoutATranscription()
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run).replace(studio.path(), u"FOLDER"_s), text);
 	QCOMPARE(captionedFrames(shortPath(run)), QString());
-	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * framesPerSecond);
+	QCOMPARE(videos::brightness(shortPath(run)).size(), 2 * videos::framesPerSecond);
 }
 
 void CaptionSourceTest::leavesTheReplayAndItsFolderAlone()

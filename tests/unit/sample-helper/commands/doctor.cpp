@@ -11,7 +11,7 @@ class DoctorTest : public QObject {
 	Q_OBJECT
 
 private Q_SLOTS:
-	void findsThatShortsCanBeMade();
+	void findsThatShortsCanBeMadeAndLeavesNothingBehind();
 	void missesFfmpeg();
 	void missesFfprobe();
 	void findsAnFfmpegThatCannotEncode();
@@ -22,7 +22,6 @@ private Q_SLOTS:
 	void hearsAClipOnTrial();
 	void tellsWrongSettings();
 	void findsAFolderThatCannotBeWritten();
-	void leavesNothingBehind();
 };
 
 namespace {
@@ -47,18 +46,24 @@ QByteArray finding(const Run &run, const QByteArray &text)
 	return found;
 }
 
+/// An ffmpeg that does nothing, for tests of something else; `script` may do some of it.
+void useIdleFfmpeg(Sandbox &sandbox, const QByteArray &script = {})
+{
+	sandbox.useTool(u"ffprobe"_s, "echo 'ffprobe version 7'");
+	sandbox.useTool(u"ffmpeg"_s, script + "echo 'ffmpeg version 7'");
+}
+
 /// A font that libass says it takes, as it says it.
 void useFonts(Sandbox &sandbox, const QByteArray &taken)
 {
-	sandbox.useTool(u"ffprobe"_s, "exec ffprobe \"$@\"");
-	sandbox.useTool(u"ffmpeg"_s,
-			"case \"$*\" in *font.ass*) echo '[Parsed_ass_0 @ 0x55] fontselect: (X, 700, 0) -> " + taken +
-				"' >&2; exit 0;; esac\nexec ffmpeg \"$@\"");
+	useIdleFfmpeg(sandbox, "case \"$*\" in *trial.ass*) exec ffmpeg \"$@\";;\n"
+			       "*font.ass*) echo '[Parsed_ass_0 @ 0x55] fontselect: (X, 700, 0) -> " +
+				       taken + "' >&2; exit 0;; esac\n");
 }
 
 } // namespace
 
-void DoctorTest::findsThatShortsCanBeMade()
+void DoctorTest::findsThatShortsCanBeMadeAndLeavesNothingBehind()
 {
 	const Sandbox sandbox;
 	const Run run = doctor(sandbox);
@@ -71,6 +76,10 @@ void DoctorTest::findsThatShortsCanBeMade()
 		QVERIFY2(run.output.contains(text), run.output.constData());
 	}
 	QVERIFY(!run.output.contains("PROBLEM"));
+	QCOMPARE(sandbox.shortsFolderContent(), QStringList());
+	QStringList entries = QDir(sandbox.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+	entries.sort();
+	QCOMPARE(entries, (QStringList{u"Shorts"_s, u"sample-helper.log"_s}));
 }
 
 void DoctorTest::missesFfmpeg()
@@ -132,6 +141,7 @@ void DoctorTest::namesTheFontThatStandsIn()
 void DoctorTest::findsTheModelByItself()
 {
 	Sandbox sandbox;
+	useIdleFfmpeg(sandbox);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_WHISPER"_s, u"/nonexistent/whisper-cli"_s);
 	QByteArray missing = finding(doctor(sandbox), "no speech model in ");
 	QVERIFY2(missing.startsWith("missing") && missing.contains("-> curl "), missing.constData());
@@ -146,6 +156,7 @@ void DoctorTest::findsTheModelByItself()
 void DoctorTest::tellsAFileThatIsNoModel()
 {
 	Sandbox sandbox;
+	useIdleFfmpeg(sandbox);
 	// What browsers save when the address was wrong.
 	sandbox.writeFile(u"models/ggml-base.bin"_s, "<html>Not found</html>");
 	const QByteArray found = finding(doctor(sandbox), "ggml-base.bin is no speech model");
@@ -169,6 +180,7 @@ void DoctorTest::hearsAClipOnTrial()
 void DoctorTest::tellsWrongSettings()
 {
 	Sandbox sandbox;
+	useIdleFfmpeg(sandbox);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_ENCODER"_s, u"h265"_s);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_OUTPTU"_s, u"/shorts"_s);
 	sandbox.writeFile(u"settings.ini"_s, "LINK_MS=soon\nCAMERA=left\n");
@@ -188,16 +200,6 @@ void DoctorTest::findsAFolderThatCannotBeWritten()
 	const Run run = doctor(sandbox);
 	QCOMPARE(run.exitCode, 1);
 	QVERIFY2(finding(run, "can't be written to").startsWith("PROBLEM  Shorts: "), run.output.constData());
-}
-
-void DoctorTest::leavesNothingBehind()
-{
-	const Sandbox sandbox;
-	doctor(sandbox);
-	QCOMPARE(sandbox.shortsFolderContent(), QStringList());
-	QStringList entries = QDir(sandbox.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-	entries.sort();
-	QCOMPARE(entries, (QStringList{u"Shorts"_s, u"sample-helper.log"_s}));
 }
 
 KESTRUNE_TEST(DoctorTest)

@@ -204,7 +204,7 @@ void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish()
 	const Run run = workshop.clip();
 	QCOMPARE(eventName(run), u"done"_s);
 	QCOMPARE(note(run), u"h264_vaapi failed, used libx264"_s);
-	QCOMPARE(videos::brightness(shortPath(run)).size(), 25);
+	QCOMPARE(videos::brightness(shortPath(run)).size(), videos::framesPerSecond);
 }
 
 void EncodingTest::encodesInSoftwareWhenNoHardwareWorks()
