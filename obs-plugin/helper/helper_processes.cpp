@@ -8,6 +8,7 @@
 #include "helper/helper_processes.hpp"
 #include "helper/helper_texts.hpp"
 #include "helper/hidden_process.hpp"
+#include "module/log.hpp"
 
 #include <chrono>
 #include <memory>
@@ -17,10 +18,13 @@
 using namespace std::chrono_literals;
 
 namespace {
-/// How long one run's output may hold the user interface, apart from an event's own callback.
-constexpr auto longestTurn = 20ms;
-/// How much is read at once. On Windows any amount may be waiting.
+/// How long one run's output may hold the user interface, apart from an event's own callback: both fit into a frame at
+/// 60 fps.
+constexpr auto longestTurn = 10ms;
 constexpr qint64 pieceSize_bytes = 65536;
+/// How much may wait to be read. A full pipe makes a helper wait, but Qt for Windows empties the pipe at once and keeps
+/// whatever comes in OBS's memory.
+constexpr qint64 mostWaiting_bytes = 32 * 1024 * 1024;
 
 /// One run, shared by its handlers.
 struct HelperRun : std::enable_shared_from_this<HelperRun> {
@@ -68,6 +72,7 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 	void takeTurn()
 	{
 		scheduled = false;
+		stopFlood();
 		const QDeadlineTimer deadline(longestTurn);
 		while (!isOver() && (deliverEvent() || readPiece())) {
 			if (deadline.hasExpired()) {
@@ -77,6 +82,15 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 		}
 		if (!isOver() && end) {
 			finish(*std::exchange(end, std::nullopt));
+		}
+	}
+
+	void stopFlood() const
+	{
+		if (process && process->bytesAvailable() > mostWaiting_bytes) {
+			moduleLog(LOG_WARNING, "ended a helper run that wrote faster than it can be read");
+			process->kill();
+			process->skip(process->bytesAvailable());
 		}
 	}
 
