@@ -36,6 +36,8 @@ struct Font {
 	const char *family{};
 	/// Families of a single weight are heavy as they are.
 	bool bold{};
+	/// For letters that fill less of their line than others.
+	double scale{1};
 };
 
 constexpr Layer glow{"&H80D62BFF", "&H60D62BFF", "&HFF000000", 1, 16, 0, R"({\blur10})"};
@@ -51,7 +53,7 @@ constexpr std::array<Style, 5> styles{{
 constexpr std::array<Font, 4> fonts{{{"bebas", "Bebas Neue", false},
 				     {"montserrat", "Montserrat", true},
 				     {"inter", "Inter", true},
-				     {"bangers", "Bangers", false}}};
+				     {"bangers", "Bangers", false, 1.4}}};
 
 /// The row with the key; the first one for a key that is in no row.
 template<typename Row, std::size_t Size> const Row &rowOf(const std::array<Row, Size> &rows, const QString &key)
@@ -94,7 +96,7 @@ QString styleLine(const Style &style, std::size_t layer, const Font &font)
 	// A font family that is not installed is replaced by the nearest one that is. The 5 is "centred on its place".
 	return u"Style: Layer%1,%2,%3,%4,%4,%5,%6,%7,0,0,0,100,100,0,0,%8,%9,%10,5,60,60,0,1\n"_s.arg(layer)
 		.arg(QLatin1String(font.family))
-		.arg(style.fontSize_px)
+		.arg(qRound(style.fontSize_px * font.scale))
 		.arg(QLatin1String(paint.letters), QLatin1String(paint.outline), QLatin1String(paint.shadow))
 		.arg(font.bold ? -1 : 0)
 		.arg(paint.border)
@@ -102,10 +104,10 @@ QString styleLine(const Style &style, std::size_t layer, const Font &font)
 		.arg(paint.shadowDepth_px);
 }
 
-QString cueLines(const Style &style, const Cue &cue, int y)
+QString cueLines(const Style &style, const Font &font, const Cue &cue, int y)
 {
 	const QString text = captiontext::breakLines(style.upperCase ? cue.text.toUpper() : cue.text);
-	const int fontSize_px = static_cast<int>(style.fontSize_px * captiontext::fontScale(text));
+	const int fontSize_px = static_cast<int>(style.fontSize_px * font.scale * captiontext::fontScale(text));
 	QString lines{};
 	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
 		lines += u"Dialogue: %1,%2,%3,Layer%1,,0,0,0,,{\\pos(%4,%5)\\fs%6}%7"_s.arg(layer)
@@ -155,13 +157,14 @@ int captionMiddle_px(const Look &look)
 QByteArray captionScript(const Look &look, const QList<Cue> &cues)
 {
 	const Style &style = rowOf(styles, look.style);
+	const Font &font = rowOf(fonts, look.font);
 	QString styleLines{};
 	for (std::size_t layer = 0; layer < style.layerCount; ++layer) {
-		styleLines += styleLine(style, layer, rowOf(fonts, look.font));
+		styleLines += styleLine(style, layer, font);
 	}
 	QString events{};
 	for (const Cue &cue : cues) {
-		events += cueLines(style, cue, captionMiddle_px(look));
+		events += cueLines(style, font, cue, captionMiddle_px(look));
 	}
 	return captiontext::makeScript(shortWidth_px, shortHeight_px, styleLines, events);
 }

@@ -19,6 +19,7 @@ private Q_SLOTS:
 	void breaksLongWords_data();
 	void breaksLongWords();
 	void setsLongTextsSmaller();
+	void setsSmallLettersLarger();
 	void cutsEndlessTextsOff();
 };
 
@@ -106,6 +107,12 @@ void CaptionsTest::setsLongTextsSmaller()
 	QVERIFY(captiontext::fontScale(QString(65, QLatin1Char('x'))) < 1.0);
 	QVERIFY(captiontext::fontScale(u"a\nb\nc\nd\ne"_s) < 1.0);
 	QCOMPARE(captiontext::fontScale(QString(10000, QLatin1Char('x'))), 0.5);
+}
+
+void CaptionsTest::setsSmallLettersLarger()
+{
+	QVERIFY(eventsOf("meme", "auto", u"Hi"_s, "inter").first().contains(u"\\fs100}"_s));
+	QVERIFY(eventsOf("meme", "auto", u"Hi"_s, "bangers").first().contains(u"\\fs140}"_s));
 }
 
 void CaptionsTest::cutsEndlessTextsOff()
