@@ -62,7 +62,9 @@ QByteArray plainPng(const QByteArray &png)
 		return {};
 	}
 
-	QByteArray kept = png.first(pngSignature_bytes);
+	QByteArray kept;
+	kept.reserve(png.size());
+	kept += QByteArrayView(png).first(pngSignature_bytes);
 	qsizetype start = pngSignature_bytes;
 	bool hasTransparency = false;
 	for (int chunks = 0; png.size() - start >= lengthAndType_bytes; ++chunks) {
@@ -75,7 +77,7 @@ QByteArray plainPng(const QByteArray &png)
 		const bool isNeeded = (type[0] & 0x20) == 0;
 		const bool isFirstTransparency = type == "tRNS" && !hasTransparency;
 		if (isNeeded || isFirstTransparency) {
-			kept += png.mid(start, length);
+			kept += QByteArrayView(png).sliced(start, qMin(length, png.size() - start));
 		}
 		hasTransparency = hasTransparency || isFirstTransparency;
 		start += qMin(length, png.size() - start);

@@ -36,11 +36,20 @@ QByteArray fileContents(const QString &path)
 	return file.read(largestFile_bytes);
 }
 
-QByteArray formatOf(QByteArray contents)
+/// What Qt calls the format, by the first bytes; empty for formats that are not shown. Qt itself would load all of its
+/// plugins, and have each look at the file.
+QByteArray formatOf(const QByteArray &contents)
 {
-	QBuffer buffer(&contents);
-	buffer.open(QIODevice::ReadOnly);
-	return QImageReader::imageFormat(&buffer);
+	if (contents.startsWith("\x89PNG\r\n\x1a\n")) {
+		return "png";
+	}
+	if (contents.startsWith("\xff\xd8\xff")) {
+		return "jpeg";
+	}
+	if (contents.startsWith("BM")) {
+		return "bmp";
+	}
+	return contents.startsWith("P3") || contents.startsWith("P6") ? "ppm" : QByteArray();
 }
 } // namespace
 
@@ -48,12 +57,11 @@ QImage readPreviewPicture(const QString &path, QSize room_px)
 {
 	QByteArray contents = fileContents(path);
 	const QByteArray format = formatOf(contents);
-	// Only then its size: to tell that of a drawing, Qt draws it.
 	if (format == "png") {
 		contents = plainPng(contents);
 	} else if (format == "jpeg") {
 		contents = plainJpeg(contents);
-	} else if (format != "bmp" && format != "ppm") {
+	} else if (format.isEmpty()) {
 		return {};
 	}
 

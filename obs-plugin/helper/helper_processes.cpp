@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 namespace {
 /// How long one run's output may hold the user interface, apart from an event's own callback: both fit into a frame at
 /// 60 fps.
-constexpr auto longestTurn = 10ms;
+constexpr auto longestTurn = 8ms;
 constexpr qint64 pieceSize_bytes = 65536;
 /// How much may wait to be read. A full pipe makes a helper wait, but Qt for Windows empties the pipe at once and keeps
 /// whatever comes in OBS's memory.

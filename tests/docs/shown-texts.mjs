@@ -17,6 +17,7 @@ const notShown = [
   /^<(a |br)$/, // what a link and a line break begin with
   /^[^A-Za-z]*$/, // separators
   /^\(\^/, // patterns
+  /^x[0-9a-f]{2}/, // bytes
 ];
 
 /** Single literals that no reader sees either. */
@@ -25,8 +26,8 @@ const notShownEither = [
   ...["SimpleOutput", "AdvOut", "RecRB", "RecRBTime", "enabled Replay Buffer (%d s) in the profile"],
   // Beginnings that other texts are looked for by.
   ...["Ready", "Update"],
-  // A part of PNG pictures.
-  "IHDR",
+  // Parts of pictures.
+  ...["IHDR", "BM", "P3", "P6"],
   // The unit after a number, and the names of keys.
   ...[" s", "Ctrl", "Alt", "Shift", "Win", "F%1"],
 ];
