@@ -45,7 +45,7 @@ async function measured(program, args) {
   const script = '{ time "$@" >"$0" 2>&1; } 2>&1 || { cat "$0" >&2; exit 1; }';
   const log = path.join(folder, "log");
   const times = await run("bash", ["-c", script, log, program, ...args], { env, limitMs: 1_200_000 });
-  const [time_s, user_s, system_s] = times.trim().split(" ").map(Number);
+  const [time_s, user_s, system_s] = times.trim().split("\n").at(-1).split(" ").map(Number);
   return { time_s, processor_s: user_s + system_s };
 }
 
