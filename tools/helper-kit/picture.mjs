@@ -26,7 +26,14 @@ async function headOf(file) {
 
 /** Returns findings for an existing file. */
 export async function complaintsAboutPicture(file) {
-  const { head, size } = await headOf(file);
+  try {
+    return complaintsAbout(file, await headOf(file));
+  } catch ({ code }) {
+    return [error(`the preview cannot be read (${code}), so the dock hides it: ${file}`)];
+  }
+}
+
+function complaintsAbout(file, { head, size }) {
   const begins = (signature) => head.toString("hex").startsWith(signature);
   if (size > largestFile_bytes) {
     return [error(`the preview has ${size} bytes; the dock hides pictures of more than 9 MiB: ${file}`)];

@@ -6,12 +6,17 @@ import { error } from "./findings.mjs";
 
 const effect = `The user reads "Couldn't start the Kestrune helper (blocked by antivirus?). Reinstall from …/addons".`;
 
+/** Undefined for a program that may be run but not read. */
 function beginningOf(file) {
-  const handle = openSync(file);
-  const buffer = Buffer.alloc(256);
-  const length = readSync(handle, buffer, 0, buffer.length, 0);
-  closeSync(handle);
-  return buffer.toString("latin1", 0, length);
+  try {
+    const handle = openSync(file);
+    const buffer = Buffer.alloc(256);
+    const length = readSync(handle, buffer, 0, buffer.length, 0);
+    closeSync(handle);
+    return buffer.toString("latin1", 0, length);
+  } catch {
+    return undefined;
+  }
 }
 
 function isInPath(program) {
@@ -33,6 +38,9 @@ function slipOfFirstLine(line) {
 
 function slipOf(program) {
   const beginning = beginningOf(program);
+  if (beginning === undefined) {
+    return undefined;
+  }
   if (beginning.startsWith("MZ")) {
     return "it is a program for Windows";
   }
