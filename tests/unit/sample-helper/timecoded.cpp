@@ -110,8 +110,8 @@ QList<int> numbersOf(const QString &path)
 	for (qsizetype picture = 0; picture + size <= bytes.size(); picture += size) {
 		int number = 0;
 		for (int square = 0; square < squares; ++square) {
-			const int x = static_cast<int>((leftOf(square) + squareWidth_px / 2 - cutLeft_px) * scale);
-			const int y = static_cast<int>((topOf(square) + squareHeight_px / 2) * scale);
+			const int x = static_cast<int>((leftOf(square) + squareWidth_px / 2.0 - cutLeft_px) * scale);
+			const int y = static_cast<int>((topOf(square) + squareHeight_px / 2.0) * scale);
 			const auto at = picture + y * static_cast<qsizetype>(shortWidth_px) + x;
 			number |= (static_cast<unsigned char>(bytes[at]) > 127 ? 1 : 0) << square;
 		}
