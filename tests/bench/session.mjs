@@ -39,7 +39,7 @@ export async function createSession(name, { modules, websocket = false, env = {}
     profile.SimpleOutput = { ...profile.SimpleOutput, ...replayBuffer };
   });
   if (!websocket) {
-    await session.home.disableModules(["obs-websocket"]);
+    await session.home.disableModule("obs-websocket");
   }
   return session;
 }

@@ -10,7 +10,7 @@ describe("OBS without obs-websocket", () => {
     test = await TestSession.create("without-websocket", { helper: fakeHelper("recording-helper") });
     await test.runSampleHelper("--link");
     await test.switchReplayBufferOn();
-    await test.session.home.disableModules(["obs-websocket"]);
+    await test.session.home.disableModule("obs-websocket");
     // OBS logs debug lines only on request.
     await test.session.startObs(["--verbose"]);
     await test.session.obs.waitForLine(/\[kestrune\] Kestrune loaded/);

@@ -60,9 +60,9 @@ export class ObsHome {
     await writeFile(this.userFile, formatIni(settings));
   }
 
-  /** Disables some of OBS's modules, as in its plugin manager. OBS must not be running. */
-  async disableModules(names) {
-    const entries = names.map((name) => ({
+  /** Disables one of OBS's modules, as in its plugin manager. OBS must not be running. */
+  async disableModule(name) {
+    const entry = {
       display_name: name,
       module_name: name,
       id: "",
@@ -72,8 +72,8 @@ export class ObsHome {
       outputs: [],
       services: [],
       sources: [],
-    }));
-    await this.#write(path.join(this.#config, "plugin_manager", "modules.json"), JSON.stringify(entries));
+    };
+    await this.#write(path.join(this.#config, "plugin_manager", "modules.json"), JSON.stringify([entry]));
   }
 
   /** The profile on disk, by section; all values are strings. */
