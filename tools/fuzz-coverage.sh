@@ -38,11 +38,11 @@ count()
 			| .path |= capture($pattern).part]
 		| group_by(.path)[]
 		| {path: .[0].path, covered: map(.covered) | add, count: map(.count) | add}
-		| [.path, "\(.covered) of \(.count) lines", "\(.covered * 100 / .count | floor) %"] | @tsv
+		| "| \(.path) | \(.covered) of \(.count) | \(.covered * 100 / .count | floor) % |"
 	' "$profiles/all.json"
 }
 
-{
-	count '^(?<part>.*)/[^/]*$'
-	count '^(?<part>[^/]*)/'
-} | column -t -s $'\t'
+echo "| folder | lines reached | share |"
+echo "|---|---|---|"
+count '^(?<part>.*)/[^/]*$'
+count '^(?<part>[^/]*)/'

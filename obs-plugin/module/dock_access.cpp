@@ -7,13 +7,13 @@
 namespace {
 // Not std::mutex: compiled with a newer MSVC toolset, it crashes on an older runtime library.
 QMutex dockMutex;
-QObject *dock = nullptr;
+QObject *dockPointer = nullptr;
 } // namespace
 
 QObject *currentDock()
 {
 	const QMutexLocker lock(&dockMutex);
-	return dock;
+	return dockPointer;
 }
 
 bool dockExists()
@@ -24,14 +24,14 @@ bool dockExists()
 void setCurrentDock(QObject *newDock)
 {
 	const QMutexLocker lock(&dockMutex);
-	dock = newDock;
+	dockPointer = newDock;
 }
 
 void forgetDock(const QObject *destroyed)
 {
 	const QMutexLocker lock(&dockMutex);
-	if (dock == destroyed) {
-		dock = nullptr;
+	if (dockPointer == destroyed) {
+		dockPointer = nullptr;
 	}
 }
 
@@ -39,11 +39,11 @@ bool invokeDockSlot(const char *name)
 {
 	// Queuing only posts an event, so no dock code runs under the lock.
 	const QMutexLocker lock(&dockMutex);
-	if (!dock) {
+	if (!dockPointer) {
 		return false;
 	}
 
-	[[maybe_unused]] const bool queued = QMetaObject::invokeMethod(dock, name, Qt::QueuedConnection);
+	[[maybe_unused]] const bool queued = QMetaObject::invokeMethod(dockPointer, name, Qt::QueuedConnection);
 	Q_ASSERT_X(queued, name, "the dock has no such slot");
 	return true;
 }
