@@ -27,10 +27,11 @@ QComboBox *addBox(QFormLayout *form, const QString &label, const QString &object
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
+	// Before the policy, with which Qt makes the box's list: it would be styled alone and then again in the dock.
+	form->addRow(label, box);
 	// Not as wide as its longest entry: the helper may name any, and Qt measures them all.
 	box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
 	box->setMinimumContentsLength(smallestBox_characters);
-	form->addRow(label, box);
 	return box;
 }
 
@@ -91,13 +92,13 @@ void ChoicesSection::buildClipLength(QBoxLayout *content)
 	auto *form = new QFormLayout;
 	form->setContentsMargins(0, 0, 0, 0);
 	form->setVerticalSpacing(3);
+	content->addLayout(form);
 
 	lengthBox_ = addBox(form, u"Clip length"_s, u"seconds"_s);
 	for (const int length_s : clipLengths_s) {
 		lengthBox_->addItem(u"Last %1 s"_s.arg(length_s), length_s);
 	}
 	lengthBox_->setCurrentIndex(lengthBox_->findData(defaultClipLength_s));
-	content->addLayout(form);
 }
 
 void ChoicesSection::buildCaptions(QFormLayout *form)

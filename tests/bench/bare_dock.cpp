@@ -14,8 +14,8 @@ void addBoxes(QWidget *dock)
 	auto *column = new QVBoxLayout(dock);
 	for (int number = 0; number < 5; ++number) {
 		auto *box = new QComboBox;
-		box->addItems({"First", "Second", "Third", "Fourth", "Fifth"});
 		column->addWidget(box);
+		box->addItems({"First", "Second", "Third", "Fourth", "Fifth"});
 	}
 }
 } // namespace
