@@ -79,11 +79,9 @@ ChoicesSection::ChoicesSection(QBoxLayout *content, QObject *dock, HelperRunner 
 	: helper_(helper)
 {
 	buildClipLength(content);
-	buildCaptions(sectionForm(addSection(content, u"Layout && captions"_s, u"styleSection"_s, dock)));
-
-	previewTimer_ = new QTimer(dock);
-	previewTimer_->setSingleShot(true);
-	connect(previewTimer_, &QTimer::timeout, this, &ChoicesSection::refreshPreview);
+	QFormLayout *form = sectionForm(addSection(content, u"Layout && captions"_s, u"styleSection"_s, dock));
+	buildCaptions(form);
+	buildPreview(form, dock);
 	connectBoxes();
 }
 
@@ -111,9 +109,15 @@ void ChoicesSection::buildCaptions(QFormLayout *form)
 	fillChoices(styleBox_, styleTable);
 	fillChoices(fontBox_, fontTable);
 	fillChoices(positionBox_, positionTable);
+}
 
+void ChoicesSection::buildPreview(QFormLayout *form, QObject *dock)
+{
 	preview_ = new PreviewLabel;
 	form->addRow(preview_);
+	previewTimer_ = new QTimer(dock);
+	previewTimer_->setSingleShot(true);
+	connect(previewTimer_, &QTimer::timeout, this, &ChoicesSection::refreshPreview);
 }
 
 void ChoicesSection::connectBoxes()

@@ -38,6 +38,7 @@ public:
 private:
 	void buildClipLength(QBoxLayout *content);
 	void buildCaptions(QFormLayout *form);
+	void buildPreview(QFormLayout *form, QObject *dock);
 	void connectBoxes();
 	void onChoiceChanged();
 
