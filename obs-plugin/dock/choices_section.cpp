@@ -27,7 +27,8 @@ QComboBox *addBox(QFormLayout *form, const QString &label, const QString &object
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
-	// Before the policy, with which Qt makes the box's list: it would be styled alone and then again in the dock.
+	// First into the form: the policy makes Qt build the box's list, which would be styled now and again in the
+	// dock.
 	form->addRow(label, box);
 	// Not as wide as its longest entry: the helper may name any, and Qt measures them all.
 	box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

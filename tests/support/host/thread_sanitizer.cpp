@@ -12,8 +12,8 @@ std::chrono::nanoseconds now(clockid_t clock)
 }
 } // namespace
 
-// Qt joins its threads by this function, which ThreadSanitizer doesn't know. It would still take those threads for
-// living ones and abort as soon as the C library gives one's id to a new thread. So Qt gets this one instead.
+// Qt joins its threads with this function, which ThreadSanitizer doesn't know: it would think that they still run, and
+// abort as soon as the C library gives the id of one to a new thread. So Qt gets this definition instead.
 extern "C" __attribute__((visibility("default"))) int pthread_clockjoin_np(pthread_t thread, void **result,
 									   clockid_t clock, const timespec *limit)
 {
