@@ -1,4 +1,5 @@
-// What a helper or an imported scene collection may say to freeze OBS: it answers on, and its window stays as it is.
+// What a helper or an imported scene collection may say to freeze OBS: OBS keeps responding, and its window stays as it
+// is.
 
 import assert from "node:assert/strict";
 import { mkdir, rm, writeFile } from "node:fs/promises";
@@ -41,7 +42,7 @@ describe("OBS under hostile input", () => {
       scene.hotkeys = { "libobs.show_scene_item.1": [clipHotkey.record] };
     });
     await test.startObs();
-    await test.dock.waitForStatus("Not connected. Click Connect account (one click in your browser).");
+    await test.waitForStatusQueries();
     // The question after each link attempt stays unanswered, so that the attempt's text stays.
     await rm(path.join(test.session.folder, "answers", "--status"));
     width = await windowWidth();

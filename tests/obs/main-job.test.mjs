@@ -24,6 +24,8 @@ describe("a fresh OBS with the module and the sample helper", () => {
     test = await TestSession.create("main-job", {
       helper: fakeHelper("recording-helper"),
       canvas: { width: 640, height: 360, fps: 30 },
+      // What is shown until then must be seen, however busy the machine is.
+      extraEnv: { KESTRUNE_SAMPLE_HELPER_LINK_MS: "10000" },
     });
     await test.startObs();
   });
@@ -49,6 +51,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
   });
 
   it("links the account when the user clicks on Connect account", async () => {
+    await test.waitForStatusQueries();
     await test.dock.click({ text: "Connect account" });
     const waiting = /^Finish in your browser \(code ([A-Z]{4}-\d{4})\)\. Waiting…$/;
     await test.dock.waitForStatus(waiting);

@@ -123,14 +123,19 @@ export class TestSession {
     this.dock = new Dock(this.websocket, this.session.input);
   }
 
-  /** Waits until the account is linked, the Replay Buffer runs, and OBS's start no longer changes the status line. */
-  async waitForReadiness() {
-    await this.dock.waitForWidget({ name: "clipBtn", enabled: true });
+  /** Waits until both status queries of OBS's start have ended: their answers overwrite the status line. */
+  async waitForStatusQueries() {
     const runsOfStart = this.#statusRunsBeforeStart + 2;
     await waitFor("both status queries", async () => {
       return (await this.helperCalls("--status")).length >= runsOfStart;
     });
     await this.waitForIdleHelper();
+  }
+
+  /** Waits until the account is linked, the Replay Buffer runs, and OBS's start no longer changes the status line. */
+  async waitForReadiness() {
+    await this.dock.waitForWidget({ name: "clipBtn", enabled: true });
+    await this.waitForStatusQueries();
     // The module checks again 1.5 s after starting the Replay Buffer.
     await sleep(1600);
     await this.dock.waitForStatus(readyStatus);
