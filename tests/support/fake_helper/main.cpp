@@ -87,8 +87,9 @@ int main(int argc, char **argv)
 	const QCoreApplication application(argc, argv);
 	writeBytesUnchanged();
 	const QStringList arguments = QCoreApplication::arguments().mid(1);
-	note(arguments);
+	// Read the script before the call can be seen: a test that has seen it may replace the script for the next one.
 	const QJsonArray steps = script(arguments);
+	note(arguments);
 	for (const QJsonValue &step : steps) {
 		perform(step.toObject());
 	}
