@@ -71,9 +71,16 @@ void HotkeySection::startHotkeyCapture()
 	refreshHotkeyUi();
 }
 
-bool HotkeySection::filterEvent(const QObject *watched, const QEvent *event)
+bool HotkeySection::filterEvent(const QObject *watched, QEvent *event)
 {
-	if (!capturing_ || watched != setButton_ || event->type() != QEvent::KeyPress) {
+	if (!capturing_ || watched != setButton_) {
+		return false;
+	}
+	if (event->type() == QEvent::ShortcutOverride) {
+		// Otherwise Qt would trigger the menu item of OBS that has this shortcut, and no key press would come.
+		event->accept();
+	}
+	if (event->type() != QEvent::KeyPress) {
 		return false;
 	}
 

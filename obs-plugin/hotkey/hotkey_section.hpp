@@ -21,8 +21,8 @@ public:
 	/// Shows the bindings that the hotkey has now.
 	void refreshHotkeyUi();
 	/// Looks at an event before it reaches `watched`, as the dock's event filter does; true when a capture has used
-	/// it.
-	bool filterEvent(const QObject *watched, const QEvent *event);
+	/// it. A capture also claims shortcuts.
+	bool filterEvent(const QObject *watched, QEvent *event);
 
 private:
 	void endHotkeyCapture();

@@ -91,6 +91,18 @@ describe("the clip hotkey", () => {
     assert.deepEqual({ hotkey, hotkey_offered }, { hotkey: [record], hotkey_offered: true });
   });
 
+  it("can be a key that OBS has a shortcut for", async () => {
+    await test.dock.click({ text: "Change" });
+    await test.dock.waitForWidget({ text: captureText });
+    // OBS's shortcut for the full screen.
+    await test.session.input.tap("f11");
+    await label("Hotkey: F11");
+    await test.dock.click({ text: "Change" });
+    await test.dock.waitForWidget({ text: captureText });
+    await test.session.input.tap(...keys);
+    await label("Hotkey: Ctrl+Shift+F8");
+  });
+
   it("clips", async () => {
     await assertClips(...keys);
   });

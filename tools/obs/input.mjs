@@ -21,6 +21,7 @@ const keyCodes = {
   alt: 64,
   f8: 74,
   f9: 75,
+  f11: 95,
   up: 111,
   down: 116,
   calculator: 148,

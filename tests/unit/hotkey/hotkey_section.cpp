@@ -1,6 +1,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
+#include <QSignalSpy>
 
 #include "host/dock_test.hpp"
 #include "host/hotkeys.hpp"
@@ -122,6 +124,28 @@ private Q_SLOTS:
 		QVERIFY(statusIs(u"Hotkey set: "_s + text + u" (also in Settings → Hotkeys)."_s, informationColour));
 		QCOMPARE(preferences()[u"hotkey"][0][u"key"].toString(), binding.section(u' ', 1));
 		QCOMPARE(preferences()[u"hotkey_offered"].toBool(), true);
+	}
+
+	void shortcutsOfObsCanBeBound()
+	{
+		QWidget *window = dock()->window();
+		window->activateWindow();
+		QVERIFY(QTest::qWaitForWindowActive(window));
+		const QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), window);
+		const QSignalSpy menuItem(&shortcut, &QShortcut::activated);
+		const auto pressOnKeyboard = [window] {
+			QTest::keyClick(window->windowHandle(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+		};
+		pressOnKeyboard();
+		QCOMPARE(menuItem.size(), 1);
+
+		startCapture();
+		pressOnKeyboard();
+		QCOMPARE(menuItem.size(), 1);
+		QCOMPARE(bindings(), QStringList{u"6 OBS_KEY_C"_s});
+
+		pressOnKeyboard();
+		QCOMPARE(menuItem.size(), 2);
 	}
 
 	void aNewBindingReplacesAllOthers()
