@@ -37,10 +37,9 @@ ChatSection::ChatSection(QBoxLayout *content, QObject *dock, HelperRunner &helpe
 	: helper_(helper)
 	, account_(account)
 	, onTrigger_(std::move(onTrigger))
+	, triggerTimer_(new QTimer(dock))
 {
 	buildForm(sectionForm(addSection(content, u"Twitch chat command (mods + you)"_s, u"chatBox"_s, dock)));
-
-	triggerTimer_ = new QTimer(dock);
 	connect(triggerTimer_, &QTimer::timeout, this, &ChatSection::pollTriggers);
 }
 
@@ -73,7 +72,7 @@ void ChatSection::buildForm(QFormLayout *form)
 void ChatSection::loadChat()
 {
 	if (account_.isLinked()) {
-		helper_.runHelper({u"--chat-get"_s}, [this](const QJsonObject &event) { onChatEvent(event); });
+		helper_.ask({u"--chat-get"_s}, u"chat"_s, [this](const QJsonObject &chat) { renderChatState(chat); });
 	}
 }
 
@@ -82,14 +81,7 @@ void ChatSection::saveChat()
 	const QString settings =
 		chatSettingsJson(enabled_->isChecked(), command_->text(), cooldown_->value(), cap_->value());
 	showChatState(u"Saving…"_s);
-	helper_.runHelper({u"--chat-set"_s, settings}, [this](const QJsonObject &event) { onChatEvent(event); });
-}
-
-void ChatSection::onChatEvent(const QJsonObject &event)
-{
-	if (event[u"event"].toString() == u"chat") {
-		renderChatState(event);
-	}
+	helper_.ask({u"--chat-set"_s, settings}, u"chat"_s, [this](const QJsonObject &chat) { renderChatState(chat); });
 }
 
 void ChatSection::renderChatState(const QJsonObject &chat)
@@ -128,8 +120,8 @@ void ChatSection::pollTriggers()
 		return;
 	}
 
-	// If the helper is missing or does not start, the run never ends and polling stops until OBS restarts.
-	// Otherwise the dock would report that every five seconds.
+	// If the helper is missing or does not start, the run never ends and polling stops until OBS restarts. That is
+	// intended: otherwise the dock would report it every five seconds.
 	pollInFlight_ = true;
 	helper_.runHelper(
 		{u"--poll-triggers"_s}, [this](const QJsonObject &event) { onTriggersEvent(event); },

@@ -31,7 +31,6 @@ public:
 
 private:
 	void buildForm(QFormLayout *form);
-	void onChatEvent(const QJsonObject &event);
 	void renderChatState(const QJsonObject &chat);
 	void showChatState(const QString &text);
 	void onTriggersEvent(const QJsonObject &event) const;

@@ -60,7 +60,7 @@ void ClipFlow::clipThat()
 
 	// A second press requests another save; whatever OBS reports as saved counts.
 	clipPending_ = true;
-	parts_.status.setStatus(savingText(parts_.choices.choices().length_s), false);
+	parts_.status.setStatus(savingText(parts_.choices.lengthText()), false);
 	obs_frontend_replay_buffer_save();
 	watchSave();
 }

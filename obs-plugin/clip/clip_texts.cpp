@@ -16,9 +16,10 @@ QString pressClipThatText()
 	return u"Ready. Press Clip that or your Kestrune hotkey."_s;
 }
 
-QString savingText(int length_s)
+QString savingText(const QString &length)
 {
-	return u"Saving the last %1 s…"_s.arg(length_s);
+	// Without its "Last ".
+	return u"Saving the last "_s + length.mid(5) + u"…"_s;
 }
 
 QString shortReadyText(const QJsonObject &done)

@@ -12,8 +12,8 @@ QString waitingForBrowserText(const QString &code);
 /// When the user can clip.
 QString pressClipThatText();
 
-/// While OBS saves the last `length_s` seconds.
-QString savingText(int length_s);
+/// While OBS saves a clip of the length that the user chose, "Last 30 s".
+QString savingText(const QString &length);
 
 /// For a Short that the helper reports as ready ("done").
 QString shortReadyText(const QJsonObject &done);

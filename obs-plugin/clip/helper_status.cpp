@@ -21,20 +21,16 @@ HelperStatus::HelperStatus(HelperRunner &helper, const Parts &parts, std::functi
 
 void HelperStatus::refreshStatus()
 {
-	helper_.runHelper({u"--status"_s}, [this](const QJsonObject &event) { applyStatus(event); });
+	helper_.ask({u"--status"_s}, u"status"_s, [this](const QJsonObject &status) { applyStatus(status); });
 }
 
-void HelperStatus::applyStatus(const QJsonObject &event)
+void HelperStatus::applyStatus(const QJsonObject &status)
 {
-	if (event[u"event"].toString() != u"status") {
-		return;
-	}
-
 	// Starting the Replay Buffer may destroy the dock.
 	const QPointer<HelperStatus> alive(this);
-	parts_.account.applyStatus(event);
+	parts_.account.applyStatus(status);
 	if (parts_.account.isLinked()) {
-		applyLinkedStatus(event);
+		applyLinkedStatus(status);
 	} else {
 		parts_.status.setStatus(u"Not connected. Click Connect account (one click in your browser)."_s, false);
 	}

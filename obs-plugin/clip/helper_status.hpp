@@ -30,7 +30,7 @@ public:
 	void refreshStatus();
 
 private:
-	void applyStatus(const QJsonObject &event);
+	void applyStatus(const QJsonObject &status);
 	void applyLinkedStatus(const QJsonObject &status);
 
 	HelperRunner &helper_;

@@ -8,6 +8,6 @@
 inline constexpr int minimumReplayTime_s = 120;
 static_assert(minimumReplayTime_s >= clipLengths_s.back());
 
-/// Enables the Replay Buffer, with at least minimumReplayTime_s, in both output modes. True if anything changed; the
-/// caller saves the profile.
+/// Makes sure that both output modes have the Replay Buffer on, for minimumReplayTime_s or longer. One that is off or
+/// shorter is set to exactly that. True if anything changed; the caller saves the profile.
 bool enableReplayBuffer(config_t *profile);

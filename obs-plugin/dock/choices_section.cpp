@@ -27,8 +27,8 @@ QComboBox *addBox(QFormLayout *form, const QString &label, const QString &object
 {
 	auto *box = new QComboBox;
 	box->setObjectName(objectName);
-	// First into the form: the policy makes Qt build the box's list, which would be styled now and again in the
-	// dock.
+	// Add it to the form first: the policy makes Qt build the box's list, which would otherwise be styled twice,
+	// now and again inside the dock.
 	form->addRow(label, box);
 	// Not as wide as its longest entry: the helper may name any, and Qt measures them all.
 	box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -141,6 +141,11 @@ ClipChoices ChoicesSection::choices() const
 		.captionPosition = currentKey(positionBox_)};
 }
 
+QString ChoicesSection::lengthText() const
+{
+	return lengthBox_->currentText();
+}
+
 void ChoicesSection::loadPrefs()
 {
 	const std::optional<ClipChoices> stored = storedChoices();
@@ -148,31 +153,26 @@ void ChoicesSection::loadPrefs()
 		return;
 	}
 
-	const int index = lengthBox_->findData(stored->length_s);
+	preferred_ = *stored;
+	const int index = lengthBox_->findData(preferred_.length_s);
 	lengthBox_->setCurrentIndex(index >= 0 ? index : lengthBox_->findData(defaultClipLength_s));
-	preferredLayout_ = stored->layout;
-	preferredStyle_ = stored->style;
-	preferredFont_ = stored->font;
-	selectByKey(layoutBox_, preferredLayout_);
-	selectByKey(styleBox_, preferredStyle_);
-	selectByKey(fontBox_, preferredFont_);
-	selectByKey(positionBox_, stored->captionPosition);
+	selectByKey(layoutBox_, preferred_.layout);
+	selectByKey(styleBox_, preferred_.style);
+	selectByKey(fontBox_, preferred_.font);
+	selectByKey(positionBox_, preferred_.captionPosition);
 }
 
 void ChoicesSection::savePrefs()
 {
-	const ClipChoices chosen = choices();
-	preferredLayout_ = chosen.layout;
-	preferredStyle_ = chosen.style;
-	preferredFont_ = chosen.font;
-	storeChoices(chosen);
+	preferred_ = choices();
+	storeChoices(preferred_);
 }
 
 void ChoicesSection::refill(const QJsonObject &status)
 {
-	refillFrom(status, layoutBox_, layoutTable, u"layouts", u"layout", preferredLayout_);
-	refillFrom(status, styleBox_, styleTable, u"styles", u"style", preferredStyle_);
-	refillFrom(status, fontBox_, fontTable, u"fonts", u"font", preferredFont_);
+	refillFrom(status, layoutBox_, layoutTable, u"layouts", u"layout", preferred_.layout);
+	refillFrom(status, styleBox_, styleTable, u"styles", u"style", preferred_.style);
+	refillFrom(status, fontBox_, fontTable, u"fonts", u"font", preferred_.font);
 }
 
 void ChoicesSection::decorateChoices()
@@ -208,7 +208,8 @@ void ChoicesSection::refreshPreview()
 	}
 
 	const ClipChoices chosen = choices();
-	helper_.runHelper({u"--preview"_s, u"--layout"_s, chosen.layout, u"--style"_s, chosen.style, u"--font"_s,
-			   chosen.font, u"--caption-position"_s, chosen.captionPosition},
-			  [this](const QJsonObject &event) { preview_->showPreview(event); });
+	helper_.ask({u"--preview"_s, u"--layout"_s, chosen.layout, u"--style"_s, chosen.style, u"--font"_s, chosen.font,
+		     u"--caption-position"_s, chosen.captionPosition},
+		    u"preview"_s,
+		    [this](const QJsonObject &preview) { preview_->showPicture(preview[u"path"].toString()); });
 }

@@ -19,6 +19,8 @@ public:
 	ChoicesSection(QBoxLayout *content, QObject *dock, HelperRunner &helper);
 
 	ClipChoices choices() const;
+	/// What the user sees of the clip length, such as "Last 30 s".
+	QString lengthText() const;
 
 	/// Selects the saved choices.
 	void loadPrefs();
@@ -51,7 +53,5 @@ private:
 	PreviewLabel *preview_{nullptr};
 	QTimer *previewTimer_{nullptr};
 	/// The user's own choices; empty if never made.
-	QString preferredLayout_{};
-	QString preferredStyle_{};
-	QString preferredFont_{};
+	ClipChoices preferred_{};
 };

@@ -2,40 +2,17 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "chat/chat_section.hpp"
-#include "clip/account.hpp"
 #include "clip/clip_button.hpp"
-#include "clip/clip_flow.hpp"
-#include "clip/helper_status.hpp"
-#include "clip/replay_buffer.hpp"
-#include "dock/choices_section.hpp"
 #include "dock/kestrune_dock.hpp"
-#include "dock/recent_section.hpp"
 #include "dock/status_line.hpp"
 #include "helper/helper_processes.hpp"
 #include "hotkey/clip_hotkey.hpp"
-#include "hotkey/hotkey_section.hpp"
 #include "module/dock_access.hpp"
-#include "update/installer.hpp"
-#include "update/update_button.hpp"
-#include "update/updater.hpp"
 
 #include <chrono>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace {
-/// Calls `function` of `part`; does nothing while OBS takes the dock, before there are parts.
-template<typename Part, typename Function, typename... Arguments>
-void callPart(const std::unique_ptr<Part> &part, Function function, Arguments... arguments)
-{
-	if (part) {
-		std::invoke(function, *part, arguments...);
-	}
-}
-} // namespace
 
 KestruneDock::KestruneDock(QWidget *parent, const std::function<bool(QWidget *dock)> &handOver,
 			   std::unique_ptr<HelperRunner> helper)
@@ -145,115 +122,6 @@ void KestruneDock::startWork()
 
 bool KestruneDock::eventFilter(QObject *watched, QEvent *event)
 {
+	// A hotkey capture looks for key presses.
 	return (hotkey_ && hotkey_->filterEvent(watched, event)) || QWidget::eventFilter(watched, event);
-}
-
-void KestruneDock::onReplaySaved()
-{
-	callPart(clips_, &ClipFlow::onReplaySaved);
-}
-
-void KestruneDock::onReplayBufferStarted()
-{
-	callPart(replayBuffer_, &ReplayBuffer::onStarted);
-}
-
-void KestruneDock::onReplayBufferStopped()
-{
-	callPart(replayBuffer_, &ReplayBuffer::onStopped);
-}
-
-void KestruneDock::clipThat()
-{
-	callPart(clips_, &ClipFlow::clipThat);
-}
-
-void KestruneDock::refreshStatus()
-{
-	callPart(helperStatus_, &HelperStatus::refreshStatus);
-}
-
-void KestruneDock::refreshRecent()
-{
-	callPart(recent_, &RecentSection::refreshRecent);
-}
-
-void KestruneDock::updateClipButton()
-{
-	callPart(clips_, &ClipFlow::updateClipButton);
-}
-
-void KestruneDock::checkUpdate()
-{
-	callPart(updater_, &Updater::checkUpdate);
-}
-
-void KestruneDock::installUpdate()
-{
-	callPart(updater_, &Updater::installUpdate);
-}
-
-void KestruneDock::startHotkeyCapture()
-{
-	callPart(hotkey_, &HotkeySection::startHotkeyCapture);
-}
-
-void KestruneDock::refreshPreview()
-{
-	callPart(choices_, &ChoicesSection::refreshPreview);
-}
-
-void KestruneDock::loadChat()
-{
-	callPart(chat_, &ChatSection::loadChat);
-}
-
-void KestruneDock::saveChat()
-{
-	callPart(chat_, &ChatSection::saveChat);
-}
-
-void KestruneDock::pollTriggers()
-{
-	callPart(chat_, &ChatSection::pollTriggers);
-}
-
-void KestruneDock::decorateChoices()
-{
-	callPart(choices_, &ChoicesSection::decorateChoices);
-}
-
-void KestruneDock::refreshHotkeyUi()
-{
-	callPart(hotkey_, &HotkeySection::refreshHotkeyUi);
-}
-
-void KestruneDock::runInstaller(const QString &installerPath)
-{
-	callPart(installer_, &Installer::runInstaller, installerPath);
-}
-
-void KestruneDock::installerFinished(int exitCode)
-{
-	callPart(installer_, &Installer::installerFinished, exitCode);
-}
-
-void KestruneDock::pollInstaller()
-{
-	callPart(installer_, &Installer::pollInstaller);
-}
-
-void KestruneDock::connectAccount()
-{
-	callPart(account_, &Account::connectAccount);
-}
-
-void KestruneDock::openFolder()
-{
-	callPart(recent_, &RecentSection::openFolder);
-}
-
-void KestruneDock::savePrefs()
-{
-	callPart(choices_, &ChoicesSection::savePrefs);
 }

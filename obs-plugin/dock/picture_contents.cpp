@@ -12,21 +12,21 @@ constexpr qsizetype pngBitDepth = 24;
 constexpr qsizetype pngInterlace = 28;
 constexpr qsizetype pngHeader_bytes = 33;
 
-constexpr qsizetype largestJpeg_bytes = 4 * 1024 * 1024;
+constexpr qsizetype largestJpeg_bytes = qsizetype{4} * 1024 * 1024;
 constexpr uchar jpegMarker = 0xff;
 constexpr uchar startOfScan = 0xda;
 
 /// 16 bits make twice the work, and so does interlacing.
 bool isTooLaborious(const QByteArray &png)
 {
-	constexpr quint64 most = 2 * 1080 * 1920;
+	constexpr quint64 most = quint64{2} * 1080 * 1920;
 	const quint64 pixels = static_cast<quint64>(qFromBigEndian<quint32>(png.constData() + pngWidth)) *
 			       qFromBigEndian<quint32>(png.constData() + pngHeight);
-	const quint64 factor = (png[pngBitDepth] == 16 ? 2U : 1U) * (png[pngInterlace] != 0 ? 2U : 1U);
+	const quint64 factor = quint64{png[pngBitDepth] == 16 ? 2U : 1U} * (png[pngInterlace] != 0 ? 2U : 1U);
 	return pixels > most / factor;
 }
 
-/// Markers behind `start`, without those that stand for a byte or restart the decoder.
+/// Markers behind `start`, not counting escaped 0xff bytes and restart markers.
 int markersFrom(QByteArrayView jpeg, qsizetype start)
 {
 	int count = 0;

@@ -1,4 +1,3 @@
-#include <QJsonObject>
 #include <QPixmap>
 
 #include "dock/preview_label.hpp"
@@ -18,13 +17,9 @@ PreviewLabel::PreviewLabel()
 	hide();
 }
 
-void PreviewLabel::showPreview(const QJsonObject &event)
+void PreviewLabel::showPicture(const QString &path)
 {
-	if (event[u"event"].toString() != u"preview") {
-		return;
-	}
-
-	const QImage picture = readPreviewPicture(event[u"path"].toString(), largestPreview_px);
+	const QImage picture = readPreviewPicture(path, largestPreview_px);
 	if (picture.isNull()) {
 		hide();
 		return;

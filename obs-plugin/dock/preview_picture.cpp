@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // A PNG or BMP of 1080x1920 px with transparency that cannot be packed still fits.
-constexpr qint64 largestFile_bytes = 9 * 1024 * 1024;
-constexpr qint64 largestPicture_px = 2 * 1080 * 1920;
+constexpr qint64 largestFile_bytes = qint64{9} * 1024 * 1024;
+constexpr qint64 largestPicture_px = qint64{2} * 1080 * 1920;
 
 /// Whether the path names a drive or folder of this computer: `C:\…` or `/…`. To open another computer's file may take
 /// minutes. A shortcut is asked for its target, wherever that is.
@@ -27,7 +27,7 @@ QByteArray fileContents(const QString &path)
 	if (!isLocal(path)) {
 		return {};
 	}
-	// A pipe would be waited for, for ever; what the system makes up while it is read has no size.
+	// Opening a pipe would block for ever; files that the system generates while they are read report no size.
 	const QFileInfo info(path);
 	QFile file(path);
 	if (!info.isFile() || info.size() == 0 || info.size() > largestFile_bytes || !file.open(QIODevice::ReadOnly)) {
@@ -67,7 +67,11 @@ QImage readPreviewPicture(const QString &path, QSize room_px)
 
 	QBuffer buffer(&contents);
 	QImageReader reader(&buffer, format);
-	const QSize size_px = reader.size();
+	QSize size_px = reader.size();
+	// The height of a BMP that is stored from top to bottom is negative.
+	if (size_px.height() < 0 && size_px.height() > -largestPicture_px) {
+		size_px.setHeight(-size_px.height());
+	}
 	if (size_px.isEmpty() || static_cast<qint64>(size_px.width()) * size_px.height() > largestPicture_px) {
 		return {};
 	}

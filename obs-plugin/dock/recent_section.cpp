@@ -21,11 +21,11 @@ constexpr int mostClips = 10'000;
 
 RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
 	: helper_(helper)
+	, list_(new QListWidget)
 {
 	QVBoxLayout *column =
 		sectionColumn(addSection(content, u"Recent clips && output folder"_s, u"recentSection"_s, dock));
 
-	list_ = new QListWidget;
 	list_->setMinimumHeight(60);
 	list_->setMaximumHeight(120);
 	// Else Qt measures each of thousands of names.
@@ -48,18 +48,14 @@ RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &h
 
 void RecentSection::refreshRecent()
 {
-	helper_.runHelper({u"--recent"_s}, [this](const QJsonObject &event) { showRecent(event); });
+	helper_.ask({u"--recent"_s}, u"recent"_s, [this](const QJsonObject &recent) { showRecent(recent); });
 }
 
-void RecentSection::showRecent(const QJsonObject &event)
+void RecentSection::showRecent(const QJsonObject &recent)
 {
-	if (event[u"event"].toString() != u"recent") {
-		return;
-	}
-
-	outputFolder_ = event[u"folder"].toString();
+	outputFolder_ = recent[u"folder"].toString();
 	list_->clear();
-	const QJsonArray clips = event[u"items"].toArray();
+	const QJsonArray clips = recent[u"items"].toArray();
 	for (const QJsonValue clip : clips) {
 		if (list_->count() == mostClips) {
 			break;

@@ -18,7 +18,7 @@ public:
 	void openFolder() const;
 
 private:
-	void showRecent(const QJsonObject &event);
+	void showRecent(const QJsonObject &recent);
 	void openCurrentClip() const;
 	static void openClip(const QListWidgetItem *item);
 

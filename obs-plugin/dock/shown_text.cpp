@@ -21,21 +21,7 @@ QString cut(const QString &text, qsizetype longest)
 	return text.first(longest - (splits ? 1 : 0)) + u'…';
 }
 
-bool endsLine(QChar character)
-{
-	switch (character.unicode()) {
-	case u'\n':
-	case u'\r':
-	case u'\v':
-	case u'\f':
-	case 0x85:
-	case QChar::LineSeparator:
-	case QChar::ParagraphSeparator:
-		return true;
-	default:
-		return false;
-	}
-}
+constexpr QStringView lineEnds = u"\n\r\v\f\x85\u2028\u2029";
 
 qsizetype toolTipArea(const QString &text)
 {
@@ -44,7 +30,7 @@ qsizetype toolTipArea(const QString &text)
 	qsizetype longest = 0;
 	qsizetype width = 0;
 	for (const QChar character : broken) {
-		if (endsLine(character)) {
+		if (lineEnds.contains(character)) {
 			++lines;
 			width = 0;
 		} else {

@@ -10,8 +10,8 @@ inline constexpr qsizetype longestShownText = 4000;
 /// minute.
 QString shownText(const QString &text);
 
-/// Whether Qt may read the markup in `text`: there is none, or inline tags without attributes alone. Others open files,
-/// on other computers as well, and tables in tables take minutes to lay out.
+/// Whether Qt may read the markup in `text`: it has none, or only inline tags without attributes. Other tags can open
+/// files, even on other computers, and nested tables can take minutes to lay out.
 bool hasHarmlessMarkup(const QString &text);
 
 /// `text` as a tooltip may be given it: cut like a shown text, or shorter when it would need a window of many

@@ -14,7 +14,7 @@ void StatusLine::setStatus(const QString &text, bool error)
 {
 	showText(shownText(text));
 	const QString style = error ? u"color:#ff6b81"_s : u"color:#8a90a6"_s;
-	// Qt takes its time over a style sheet even when it is the one that is set.
+	// Setting a style sheet is slow even if it does not change.
 	if (styleSheet() != style) {
 		setStyleSheet(style);
 	}

@@ -2,7 +2,7 @@
 
 #include "dock/text_label.hpp"
 
-/// The dock's one line for messages to the user.
+/// The dock's one line for messages to the user. Whoever handles an event decides what it says: `git grep setStatus`.
 class StatusLine : public TextLabel {
 public:
 	StatusLine();

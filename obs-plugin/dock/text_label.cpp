@@ -14,7 +14,7 @@ TextLabel::TextLabel(const QString &text)
 
 void TextLabel::showText(const QString &text)
 {
-	// A new format is applied to the old text first, and that may be one with other markup.
+	// A new format is applied to the old text first, which may have other markup: so go through plain text.
 	setTextFormat(Qt::PlainText);
 	setText(text);
 	if (hasHarmlessMarkup(text)) {

@@ -10,7 +10,7 @@
 class EventStream {
 public:
 	/// No real event comes near it. A line of 256 MiB would take OBS a gigabyte, and two seconds to parse.
-	static constexpr qsizetype longestLine_bytes = 5 * 1024 * 1024;
+	static constexpr qsizetype longestLine_bytes = qsizetype{5} * 1024 * 1024;
 
 	void append(QByteArrayView bytes) { buffer_.append(bytes); }
 

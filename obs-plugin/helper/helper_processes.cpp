@@ -18,21 +18,16 @@
 using namespace std::chrono_literals;
 
 namespace {
-/// How long one run's output may hold the user interface, apart from an event's own callback: both fit into a frame at
-/// 60 fps.
+/// How long one run's output may hold the user interface. A callback of the same length still fits into the same frame
+/// at 60 fps.
 constexpr auto longestTurn = 8ms;
 constexpr qint64 pieceSize_bytes = 65536;
 /// How much may wait to be read. A full pipe makes a helper wait, but Qt for Windows empties the pipe at once and keeps
 /// whatever comes in OBS's memory.
-constexpr qint64 mostWaiting_bytes = 32 * 1024 * 1024;
+constexpr qint64 mostWaiting_bytes = qint64{32} * 1024 * 1024;
 
 /// One run, shared by its handlers.
 struct HelperRun : std::enable_shared_from_this<HelperRun> {
-	struct End {
-		int exitCode{0};
-		QProcess::ExitStatus exitStatus{QProcess::NormalExit};
-	};
-
 	/// Null once the runner and the dock are gone.
 	QPointer<HelperProcesses> runner{};
 	/// Null once the process object is gone: after its end, or with the dock.
@@ -42,8 +37,8 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 	bool spoke{false};
 	/// Set while a turn is queued.
 	bool scheduled{false};
-	/// The end of the process, while output of it may be left.
-	std::optional<End> end{};
+	/// Set by the end of the process; output of it may be left.
+	bool ended{false};
 	HelperRunner::EventCallback onEvent{};
 	HelperRunner::FinishCallback onFinish{};
 	std::function<void(const QString &text)> onFailure{};
@@ -68,7 +63,7 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 		}
 	}
 
-	/// Delivers the output that has come, then the end, for as long as a turn may take.
+	/// Delivers the available output, and then the end, for about longestTurn.
 	void takeTurn()
 	{
 		scheduled = false;
@@ -80,8 +75,8 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 				return;
 			}
 		}
-		if (!isOver() && end) {
-			finish(*std::exchange(end, std::nullopt));
+		if (!isOver() && std::exchange(ended, false)) {
+			finish(process->exitCode());
 		}
 	}
 
@@ -115,13 +110,13 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 		return true;
 	}
 
-	void finish(const End &ended)
+	void finish(int exitCode)
 	{
-		if (!spoke && (ended.exitCode != 0 || ended.exitStatus == QProcess::CrashExit)) {
-			onFailure(helperStoppedText(ended.exitCode));
+		if (!spoke && (exitCode != 0 || process->exitStatus() == QProcess::CrashExit)) {
+			onFailure(helperStoppedText(exitCode));
 		}
 		if (onFinish) {
-			onFinish(ended.exitCode);
+			onFinish(exitCode);
 		}
 		if (process) {
 			process->deleteLater();
@@ -157,13 +152,13 @@ bool HelperProcesses::runHelper(const QStringList &arguments, EventCallback onEv
 	run->onFinish = std::move(onFinish);
 	run->onFailure = onFailure_;
 
-	// The runner is the context, and is destroyed before the dock's children, so nobody hears of processes killed
-	// with the dock.
+	// The process is a child of the dock: Qt kills it with the dock, when OBS exits. The runner is the connections'
+	// context and is destroyed before that, so no handler runs for processes that are killed with the dock.
 	connect(process, &QProcess::errorOccurred, this,
 		[run](QProcess::ProcessError error) { run->onErrorOccurred(error); });
 	connect(process, &QProcess::readyReadStandardOutput, this, [run] { run->schedule(); });
-	connect(process, &QProcess::finished, this, [run](int exitCode, QProcess::ExitStatus exitStatus) {
-		run->end = {exitCode, exitStatus};
+	connect(process, &QProcess::finished, this, [run] {
+		run->ended = true;
 		run->schedule();
 	});
 

@@ -11,7 +11,6 @@ public:
 	/// not start, or ends without any event.
 	HelperProcesses(QObject *dock, std::function<void(const QString &text)> onFailure);
 
-	using HelperRunner::runHelper;
 	bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) override;
 	bool isInstalled() const override;
 

@@ -1,11 +1,9 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QStringList>
 
 #include <functional>
-#include <utility>
-
-class QJsonObject;
 
 /// Runs the helper, once per request. Runs may overlap and have no time limit. Tests have their own runner.
 /// User-interface thread.
@@ -22,9 +20,15 @@ public:
 	/// be empty) from the event loop; a callback may run its own event loop. False if the helper is missing: the
 	/// user is told, and neither callback is ever called.
 	virtual bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) = 0;
-	bool runHelper(const QStringList &arguments, EventCallback onEvent)
+	/// Runs the helper for events of one `kind` only; all others are ignored, and so is the end.
+	void ask(const QStringList &arguments, const QString &kind, const EventCallback &onAnswer)
 	{
-		return runHelper(arguments, std::move(onEvent), {});
+		const auto onEvent = [kind, onAnswer](const QJsonObject &event) {
+			if (event[u"event"].toString() == kind) {
+				onAnswer(event);
+			}
+		};
+		runHelper(arguments, onEvent, {});
 	}
 
 	/// Whether the helper program exists.

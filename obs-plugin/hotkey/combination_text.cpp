@@ -1,7 +1,8 @@
 #include <QStringList>
 
-#include "hotkey/clip_hotkey.hpp"
 #include "hotkey/combination_text.hpp"
+
+#include <obs.h>
 
 using namespace Qt::StringLiterals;
 

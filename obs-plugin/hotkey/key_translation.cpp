@@ -50,18 +50,9 @@ obs_key_t obsKeyFromQtKey(int qtKey)
 
 uint32_t obsModifiers(Qt::KeyboardModifiers modifiers)
 {
-	uint32_t obs = INTERACT_NONE;
-	if (modifiers.testFlag(Qt::ControlModifier)) {
-		obs |= INTERACT_CONTROL_KEY;
-	}
-	if (modifiers.testFlag(Qt::ShiftModifier)) {
-		obs |= INTERACT_SHIFT_KEY;
-	}
-	if (modifiers.testFlag(Qt::AltModifier)) {
-		obs |= INTERACT_ALT_KEY;
-	}
-	if (modifiers.testFlag(Qt::MetaModifier)) {
-		obs |= INTERACT_COMMAND_KEY;
-	}
-	return obs;
+	const auto bit = [modifiers](Qt::KeyboardModifier modifier, uint32_t obsModifier) {
+		return modifiers.testFlag(modifier) ? obsModifier : 0U;
+	};
+	return bit(Qt::ControlModifier, INTERACT_CONTROL_KEY) | bit(Qt::ShiftModifier, INTERACT_SHIFT_KEY) |
+	       bit(Qt::AltModifier, INTERACT_ALT_KEY) | bit(Qt::MetaModifier, INTERACT_COMMAND_KEY);
 }

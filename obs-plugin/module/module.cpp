@@ -16,32 +16,13 @@
 namespace {
 constexpr uint32_t oldestApiVersion = MAKE_SEMANTIC_VERSION(31, 1, 1);
 static_assert(LIBOBS_API_VER >= oldestApiVersion, "Kestrune needs the headers of OBS Studio 31.1.1 or newer");
-
-lookup_t *locale = nullptr;
 } // namespace
+
+OBS_MODULE_USE_DEFAULT_LOCALE("kestrune", "en-US")
 
 MODULE_EXPORT uint32_t obs_module_ver()
 {
 	return oldestApiVersion;
-}
-
-MODULE_EXPORT void obs_module_set_locale(const char *localeName)
-{
-	if (locale) {
-		text_lookup_destroy(locale);
-	}
-	locale = obs_module_load_locale(obs_current_module(), "en-US", localeName);
-}
-
-MODULE_EXPORT void obs_module_free_locale()
-{
-	text_lookup_destroy(locale);
-	locale = nullptr;
-}
-
-MODULE_EXPORT bool obs_module_get_string(const char *key, const char **out)
-{
-	return text_lookup_getstr(locale, key, out);
 }
 
 MODULE_EXPORT const char *obs_module_name()
@@ -90,6 +71,5 @@ MODULE_EXPORT void obs_module_unload()
 	obs_frontend_remove_event_callback(onFrontendEvent, nullptr);
 	obs_frontend_remove_save_callback(saveOrLoadClipHotkey, nullptr);
 	unregisterClipHotkey();
-	forgetWebsocketVendor();
 	setCurrentDock(nullptr);
 }

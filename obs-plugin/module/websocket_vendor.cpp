@@ -24,9 +24,6 @@ struct RequestCallback {
 	void *privateData{nullptr};
 };
 
-proc_handler_t *websocketHandler = nullptr;
-void *vendor = nullptr;
-
 void answerClipThat(obs_data_t *, obs_data_t *response, void *)
 {
 	obs_data_set_bool(response, "ok", invokeDockSlot("clipThat"));
@@ -53,57 +50,45 @@ Calldata newCalldata()
 	return {calldata_create(), calldata_destroy};
 }
 
-bool findWebsocketHandler()
+/// Null without obs-websocket.
+proc_handler_t *findWebsocketHandler()
 {
-	if (websocketHandler) {
-		return true;
-	}
-
 	const Calldata call = newCalldata();
 	if (!proc_handler_call(obs_get_proc_handler(), "obs_websocket_api_get_ph", call.get())) {
 		blog(LOG_DEBUG, "Unable to fetch obs-websocket proc handler object. obs-websocket not installed?");
 	}
-	websocketHandler = static_cast<proc_handler_t *>(calldata_ptr(call.get(), "ph"));
-	return websocketHandler != nullptr;
+	return static_cast<proc_handler_t *>(calldata_ptr(call.get(), "ph"));
 }
 
-void registerRequest(const char *type, RequestCallback *callback)
+/// Null if obs-websocket refuses the vendor.
+void *registerVendor(proc_handler_t *websocket)
+{
+	const Calldata call = newCalldata();
+	calldata_set_string(call.get(), "name", "Kestrune");
+	proc_handler_call(websocket, "vendor_register", call.get());
+	return calldata_ptr(call.get(), "vendor");
+}
+
+void registerRequest(proc_handler_t *websocket, void *vendor, const char *type, RequestCallback *callback)
 {
 	const Calldata call = newCalldata();
 	calldata_set_string(call.get(), "type", type);
 	calldata_set_ptr(call.get(), "callback", callback);
 	calldata_set_ptr(call.get(), "vendor", vendor);
-	proc_handler_call(websocketHandler, "vendor_request_register", call.get());
-}
-
-void registerVendor()
-{
-	if (!findWebsocketHandler()) {
-		return;
-	}
-
-	const Calldata call = newCalldata();
-	calldata_set_string(call.get(), "name", "Kestrune");
-	proc_handler_call(websocketHandler, "vendor_register", call.get());
-	vendor = calldata_ptr(call.get(), "vendor");
+	proc_handler_call(websocket, "vendor_request_register", call.get());
 }
 } // namespace
 
 void registerWebsocketVendor()
 {
-	registerVendor();
+	proc_handler_t *websocket = findWebsocketHandler();
+	void *vendor = websocket ? registerVendor(websocket) : nullptr;
 	if (!vendor) {
 		moduleLog(LOG_INFO, "obs-websocket not available; vendor requests disabled");
 		return;
 	}
 
-	registerRequest("ClipThat", &clipThatCallback);
-	registerRequest("GetStatus", &getStatusCallback);
+	registerRequest(websocket, vendor, "ClipThat", &clipThatCallback);
+	registerRequest(websocket, vendor, "GetStatus", &getStatusCallback);
 	moduleLog(LOG_INFO, "obs-websocket vendor \"Kestrune\" registered (ClipThat, GetStatus)");
-}
-
-void forgetWebsocketVendor()
-{
-	vendor = nullptr;
-	websocketHandler = nullptr;
 }

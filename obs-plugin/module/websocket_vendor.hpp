@@ -1,8 +1,5 @@
 #pragma once
 
-/// Registers the vendor "Kestrune" with obs-websocket, if that is loaded. Call after all modules have loaded.
-/// User-interface thread.
+/// Registers the vendor "Kestrune" with obs-websocket, if that is loaded. Call after all modules have loaded. Nothing
+/// is unregistered: when this module is unloaded, obs-websocket may be gone already. User-interface thread.
 void registerWebsocketVendor();
-
-/// Forgets obs-websocket, which may be gone already, so nothing is unregistered. User-interface thread, at unload.
-void forgetWebsocketVendor();

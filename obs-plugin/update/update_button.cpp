@@ -10,29 +10,17 @@ using namespace Qt::StringLiterals;
 
 QString updateStateName(UpdateState state)
 {
-	switch (state) {
-	case UpdateState::None:
-		return {};
-	case UpdateState::Available:
-		return u"available"_s;
-	case UpdateState::Downloading:
-		return u"downloading"_s;
-	case UpdateState::Installing:
-		return u"installing"_s;
-	case UpdateState::Done:
-		return u"done"_s;
-	case UpdateState::Error:
-		return u"error"_s;
-	}
-	return {};
+	static const QStringList names{QString(),       u"available"_s, u"downloading"_s,
+				       u"installing"_s, u"done"_s,      u"error"_s};
+	return names[static_cast<qsizetype>(state)];
 }
 
 UpdateButton::UpdateButton(QBoxLayout *layout, StatusLine &status, StateCallback onStateChanged,
 			   std::function<void()> onClicked)
 	: status_(status)
 	, onStateChanged_(std::move(onStateChanged))
+	, button_(new QPushButton)
 {
-	button_ = new QPushButton;
 	button_->setObjectName(u"updateBtn"_s);
 	button_->hide();
 	button_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);

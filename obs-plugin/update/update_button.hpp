@@ -2,13 +2,14 @@
 
 #include <QObject>
 
+#include <cstdint>
 #include <functional>
 
 class QBoxLayout;
 class QPushButton;
 class StatusLine;
 
-enum class UpdateState { None, Available, Downloading, Installing, Done, Error };
+enum class UpdateState : std::uint8_t { None, Available, Downloading, Installing, Done, Error };
 
 /// The state's name in the dock's signal; empty for None.
 QString updateStateName(UpdateState state);

@@ -22,15 +22,12 @@ void Updater::checkUpdate()
 	if (!helper_.isInstalled() || button_.isUnderWayOrDone()) {
 		return;
 	}
-	helper_.runHelper({u"--check-update"_s}, [this](const QJsonObject &event) { onCheckEvent(event); });
-}
-
-void Updater::onCheckEvent(const QJsonObject &event)
-{
-	if (event[u"event"].toString() == u"update" && event[u"update"].toBool()) {
-		button_.setLatestVersion(event[u"latest"].toString());
-		button_.offerUpdate(event[u"notes"].toString());
-	}
+	helper_.ask({u"--check-update"_s}, u"update"_s, [this](const QJsonObject &update) {
+		if (update[u"update"].toBool()) {
+			button_.setLatestVersion(update[u"latest"].toString());
+			button_.offerUpdate(update[u"notes"].toString());
+		}
+	});
 }
 
 void Updater::installUpdate()

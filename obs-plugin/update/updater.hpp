@@ -18,8 +18,7 @@ public:
 	void installUpdate();
 
 private:
-	void onCheckEvent(const QJsonObject &event);
-	/// The event that decides the download sets `settled`.
+	/// Sets `settled` if the event ends the download, well or badly.
 	void onDownloadEvent(const QJsonObject &event, bool &settled);
 	void onDownloadFinished(int exitCode, bool settled);
 

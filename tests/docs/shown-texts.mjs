@@ -18,6 +18,7 @@ const notShown = [
   /^[^A-Za-z]*$/, // separators
   /^\(\^/, // patterns
   /^x[0-9a-f]{2}/, // bytes
+  /^nrvf/, // ends of lines
 ];
 
 /** Single literals that no reader sees either. */

@@ -1,4 +1,4 @@
-// What is defined here are the functions themselves, not calls of them that are to be checked.
+// This file defines the functions themselves: their calls must not be replaced by checked ones.
 #undef _FORTIFY_SOURCE
 
 #include "cost.hpp"

@@ -10,7 +10,7 @@ struct CostBounds {
 	/// Of the processor. Sanitizers and coverage are allowed five times as much.
 	int time_ms{100};
 	/// By how much memory may grow, at any moment. It is counted under AddressSanitizer alone.
-	std::size_t memory_bytes{64 * 1024 * 1024};
+	std::size_t memory_bytes{std::size_t{64} * 1024 * 1024};
 	/// Whether a file may be opened with these flags, or looked at (O_PATH). None may when this is empty.
 	std::function<bool(const char *path, int flags)> mayOpen{};
 };

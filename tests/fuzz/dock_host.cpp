@@ -24,7 +24,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// Left alone when a fuzzer exits, which is in the middle of everything: then Qt would be taken down in the wrong order.
+// Never destroyed: a fuzzer exits in the middle of things, and Qt would be torn down in the wrong order.
 QApplication *application = nullptr;
 ObsSession *session = nullptr;
 

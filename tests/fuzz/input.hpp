@@ -24,7 +24,7 @@ void writeFile(const QString &path, const QByteArray &bytes);
 /// The bytes of a file; null when there is none.
 QByteArray readFile(const QString &path);
 
-/// From now on nothing is printed but the reason of a finding: complaints about odd inputs are what is owed to us here.
+/// From now on nothing is printed but the reason of a finding: warnings about odd inputs are expected here.
 void printFindingsOnly();
 
 /// Ends the run of the fuzzer when something has leaked. Call it for each input: it looks now and then, because a look

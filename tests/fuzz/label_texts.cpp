@@ -16,6 +16,7 @@
 #include "hotkey/clip_hotkey.hpp"
 
 #include <array>
+#include <cstdint>
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +32,7 @@ struct Way {
 	const char *command{};
 	const char *slot{};
 	QJsonObject (*event)(const QString &text){};
-	enum class ToolTip { None, Update, Clips } toolTip{ToolTip::None};
+	enum class ToolTip : std::uint8_t { None, Update, Clips } toolTip{ToolTip::None};
 };
 
 QJsonObject event(const QString &kind, QJsonObject members)
@@ -132,7 +133,7 @@ void showByHotkey(const FuzzDock &dock, const QString &text)
 void showByEvent(const FuzzDock &dock, const Way &way, const QString &text)
 {
 	if (way.letter == 'f') {
-		// Nobody is asked about chat messages before.
+		// Triggers are only polled after such an answer.
 		dock.answer("--chat-get", "loadChat", line(chat(u"command"_s, u"!rune"_s, true)), true);
 	}
 	dock.answer(way.command, way.slot, line(way.event(text)), false);

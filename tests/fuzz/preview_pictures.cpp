@@ -81,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	};
 	{
 		const CostWatch watch({.mayOpen = mayOpen});
-		label.showPreview({{u"event"_s, u"preview"_s}, {u"path"_s, QString::fromStdString(path)}});
+		label.showPicture(QString::fromStdString(path));
 		FuzzDock::settle();
 	}
 	const QSize shown = label.pixmap().size();

@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Of a handle that the one who started this program has let it have.
+/// The type of a handle that this program may have inherited.
 qint64 typeOf(HANDLE handle)
 {
 	return GetFileType(handle);

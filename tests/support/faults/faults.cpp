@@ -12,12 +12,13 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 namespace {
-enum class Kind { None, Kill, Full, Denied };
+enum class Kind : std::uint8_t { None, Kill, Full, Denied };
 
 /// What a call needs; decides which faults can hit it.
 struct Needs {

@@ -16,7 +16,6 @@ public:
 		EventStream stream{};
 	};
 
-	using HelperRunner::runHelper;
 	bool runHelper(const QStringList &arguments, EventCallback onEvent, FinishCallback onFinish) override;
 	bool isInstalled() const override { return installed_; }
 

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-/// How long tests wait for what must happen; only a test that fails waits so long.
+/// How long tests wait for an expected event; only a failing test waits this long.
 inline constexpr int patience_ms = 60000;
 
 // Qt waits 5 s, which is too short on a busy machine.

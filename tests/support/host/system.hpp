@@ -12,5 +12,5 @@ QString newPipe(const QString &path);
 /// Whether the process runs, or has ended and was not waited for.
 bool isAlive(qint64 processId);
 
-/// Makes up for what the system under the tests does wrong and the one of users does not. Called before libobs starts.
+/// Works around defects of the tests' system (Wine) that users' systems do not have. Called before libobs starts.
 void mendSystem();

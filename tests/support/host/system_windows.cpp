@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 namespace {
-/// Wine's ReplaceFileW fails whenever it is to keep no backup; libobs saves OBS's settings so.
+/// Wine's ReplaceFileW fails when no backup is wanted, which is how libobs saves OBS's settings.
 BOOL WINAPI replaceFile(LPCWSTR replaced, LPCWSTR replacement, LPCWSTR backup, DWORD flags, LPVOID, LPVOID)
 {
 	if (backup || GetFileAttributesW(replaced) == INVALID_FILE_ATTRIBUTES) {

@@ -82,6 +82,18 @@ private Q_SLOTS:
 		QVERIFY(statusIs(text, informationColour));
 	}
 
+	void namesTheLengthAsTheBoxShowsIt()
+	{
+		QVERIFY(loadReady());
+		auto *box = child<QComboBox>(u"seconds"_s);
+		box->setItemText(box->currentIndex(), u"Last minute"_s);
+		invoke("clipThat");
+		QVERIFY(statusIs(u"Saving the last minute…"_s, informationColour));
+		box->setCurrentIndex(-1);
+		invoke("clipThat");
+		QVERIFY(statusIs(u"Saving the last …"_s, informationColour));
+	}
+
 	void handsTheReplayToTheHelper()
 	{
 		QVERIFY(loadReady());

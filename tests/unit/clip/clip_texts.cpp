@@ -42,8 +42,8 @@ private Q_SLOTS:
 
 	void savingText()
 	{
-		QCOMPARE(::savingText(30), u"Saving the last 30 s…"_s);
-		QCOMPARE(::savingText(120), u"Saving the last 120 s…"_s);
+		QCOMPARE(::savingText(u"Last 30 s"_s), u"Saving the last 30 s…"_s);
+		QCOMPARE(::savingText(u"Last 120 s"_s), u"Saving the last 120 s…"_s);
 	}
 };
 

@@ -21,7 +21,7 @@ void addHostileMarkup()
 }
 } // namespace
 
-/// Texts that mean harm: the dock answers on, and OBS's window stays as it is.
+/// Malicious texts: the dock keeps responding, and OBS's window stays as it is.
 class HostileTextsTest : public DockTest {
 	Q_OBJECT
 

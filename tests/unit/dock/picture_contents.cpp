@@ -85,7 +85,7 @@ private Q_SLOTS:
 		QTest::newRow("many markers behind the picture") << encoded("jpg") + segment('\xfe', {}).repeated(1000);
 		QTest::newRow("arithmetic coding") << jpegWith(segment('\xc9', "x"));
 		QTest::newRow("no picture") << encoded("jpg").first(100);
-		QTest::newRow("large") << encoded("jpg") + QByteArray(4 * 1024 * 1024, 'x');
+		QTest::newRow("large") << encoded("jpg") + QByteArray(qsizetype{4} * 1024 * 1024, 'x');
 		QTest::newRow("two bytes") << QByteArray("\xff\xd8");
 		QTest::newRow("length beyond the end") << QByteArray("\xff\xd8\xff\xe0\xff\xff");
 	}

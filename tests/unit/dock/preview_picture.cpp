@@ -2,6 +2,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include "dock/preview_picture.hpp"
 #include "host/system.hpp"
@@ -82,6 +83,13 @@ private Q_SLOTS:
 		QCOMPARE(read(plain({90, 160}, format.constData())).size(), QSize(159, 284));
 	}
 
+	void readsABitmapStoredFromTopToBottom()
+	{
+		QByteArray bitmap = plain({90, 160}, "bmp");
+		qToLittleEndian(qint32{-160}, bitmap.data() + 22); // its height
+		QCOMPARE(read(bitmap).size(), QSize(159, 284));
+	}
+
 	void keepsWhatIsTransparent()
 	{
 		QImage image(90, 160, QImage::Format_Indexed8);
@@ -98,7 +106,7 @@ private Q_SLOTS:
 		QTest::newRow("drawing") << drawing();
 		QTest::newRow("many pixels") << plain({8000, 8000}, "png");
 		QTest::newRow("truncated in its header") << plain({90, 160}, "png").first(20);
-		QTest::newRow("large file") << plain({90, 160}, "png") + QByteArray(9 * 1024 * 1024, 'x');
+		QTest::newRow("large file") << plain({90, 160}, "png") + QByteArray(qsizetype{9} * 1024 * 1024, 'x');
 	}
 	void refusesWhatIsNoSmallPicture()
 	{

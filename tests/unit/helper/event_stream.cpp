@@ -98,7 +98,7 @@ private Q_SLOTS:
 	{
 		QTest::addColumn<qsizetype>("piece_bytes");
 		QTest::newRow("at once") << 2 * EventStream::longestLine_bytes;
-		QTest::newRow("in pieces") << qsizetype{64 * 1024};
+		QTest::newRow("in pieces") << qsizetype{64} * 1024;
 	}
 	void dropsALineThatIsTooLong()
 	{
@@ -129,7 +129,7 @@ private Q_SLOTS:
 		stream.append("\"}\n");
 		const std::optional<QJsonObject> event = stream.next();
 		QVERIFY(event);
-		QCOMPARE((*event)[u"a"].toString().size(), 4 * 1024 * 1024);
+		QCOMPARE((*event)[u"a"].toString().size(), qsizetype{4} * 1024 * 1024);
 	}
 };
 
