@@ -16,7 +16,7 @@ namespace {
 /// Twice as high as the longest captions, so that a font with wide letters has room, too.
 constexpr int stripHeight_px = 960;
 
-/// The cues one second after the other, for a picture per second: the first shows the first, one more shows none.
+/// The cues re-timed to one second each, so that frame N of the drawing shows cue N; one more frame shows none.
 QList<Cue> onePerSecond(const QList<Cue> &cues)
 {
 	QList<Cue> result{};
@@ -32,7 +32,7 @@ QByteArray schedule(const QList<Cue> &cues)
 {
 	QString text = u"ffconcat version 1.0\n"_s;
 	const auto show = [&text](qsizetype picture, qint64 time_ms) {
-		// Exact to the millisecond, not to the picture of a film.
+		// Exact to the millisecond, not to a frame at 25 fps.
 		text += u"file caption-%1.png\noption framerate 1000\nduration %2\n"_s.arg(picture).arg(
 			static_cast<double>(time_ms) / 1000, 0, 'f', 3);
 	};
@@ -47,7 +47,7 @@ QByteArray schedule(const QList<Cue> &cues)
 		now_ms = cue.end_ms;
 	}
 	// Longer than any Short: ffmpeg stops when the first of its inputs ends.
-	show(none, 24 * 3600 * 1000);
+	show(none, qint64{24} * 3600 * 1000);
 	show(none, 1000);
 	return text.toUtf8();
 }

@@ -8,15 +8,14 @@
 
 struct Look;
 
-/// Captions as ffmpeg lays them over a Short; empty without captions.
+/// Captions as ffmpeg overlays them on a Short; empty without captions.
 struct CaptionPictures {
 	/// Arguments of a further input, the second.
 	QStringList input{};
-	/// The filter that lays that over the composed picture, with what joins them in front.
+	/// The filter that overlays that input on the composed picture, including the label that links them.
 	QString filter{};
 };
 
-/// Draws each cue into a picture file in `folder`, where ffmpeg will run: drawing it again for each picture of the
-/// Short would take a third of the time of the encoding. The cues are in order, at most one at any moment. Throws
-/// Failure.
+/// Draws each cue into a picture file in `folder`, where ffmpeg will run: drawing it again for each frame of the Short
+/// would take a third of the time of the encoding. The cues are in order, at most one at any moment. Throws Failure.
 CaptionPictures drawCaptions(const Look &look, const QList<Cue> &cues, const QString &folder);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The subtitles of a long film take a tenth of that.
+/// Even a long film's subtitles take only a tenth of this.
 constexpr qint64 largestSidecarBytes = 1'000'000;
 
 /// The subtitle file beside the replay; empty when there is none.

@@ -19,12 +19,12 @@ namespace phrases {
 /// Of captiontext::lineWidth each.
 constexpr int mostLines = 2;
 
-/// Five sixths of a second: what is shown for less flickers.
+/// Five sixths of a second: anything shown for less flickers.
 constexpr qint64 shortest_ms = 833;
 constexpr qint64 longest_ms = 7000;
 /// A phrase stays as long as it takes to read it at this speed, if the next one leaves the time.
 constexpr int lettersPerSecond = 17;
-/// Between two phrases (two pictures at 25 per second), so that the eye sees that the text changes.
+/// Between two phrases (two frames at 25 fps), so that the eye sees that the text changes.
 constexpr qint64 gap_ms = 80;
 /// A longer silence shows no caption; a shorter one is filled up to the gap.
 constexpr qint64 silence_ms = 500;

@@ -30,7 +30,7 @@ bool isNoise(const QString &text)
 QList<Span> spansOf(const QJsonArray &tokens)
 {
 	QList<Span> spans{};
-	for (const QJsonValue &value : tokens) {
+	for (const QJsonValue value : tokens) {
 		const QJsonObject token = value.toObject();
 		const QString text = token[QLatin1String("text")].toString();
 		if (text.startsWith(QLatin1String("[_"))) {
@@ -87,14 +87,14 @@ QList<Word> wordsOf(const QJsonObject &segment)
 
 std::optional<QList<Word>> spokenWords(const QByteArray &answer)
 {
-	// What is no UTF-8 (see above) would make all of it unreadable.
+	// Invalid UTF-8 (see above) would make the whole document unreadable.
 	const QJsonObject root = QJsonDocument::fromJson(QString::fromUtf8(answer).toUtf8()).object();
 	const QJsonValue segments = root[QLatin1String("transcription")];
 	if (!segments.isArray()) {
 		return std::nullopt;
 	}
 	QList<Word> words{};
-	for (const QJsonValue &segment : segments.toArray()) {
+	for (const QJsonValue segment : segments.toArray()) {
 		words += wordsOf(segment.toObject());
 	}
 	return words;

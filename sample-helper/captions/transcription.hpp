@@ -13,7 +13,7 @@ namespace transcription {
 /// Whether somebody has put a model where it is found, or has set the program.
 bool isWanted();
 
-/// What is said in the excerpt, with times from its beginning. `folder` is for files in between. Throws Failure.
+/// What is said in the excerpt, with times from its beginning. `folder` is for temporary files. Throws Failure.
 QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder);
 
 } // namespace transcription

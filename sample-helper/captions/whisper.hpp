@@ -16,7 +16,7 @@ QString program();
 /// it understands most. Empty when there is none.
 QString model();
 
-/// Whether a file begins as models do. Half of one does, too.
+/// Whether a file begins as models do. A truncated download passes as well.
 bool looksLikeModel(const QString &path);
 
 } // namespace whisper

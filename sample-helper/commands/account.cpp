@@ -42,16 +42,16 @@ Link currentLink()
 {
 	const QString value = state::read(accountFile).value(linkKey).toString();
 	if (value == linkedValue) {
-		return Link::linked;
+		return Link::Linked;
 	}
-	return value == revokedValue ? Link::revoked : Link::unlinked;
+	return value == revokedValue ? Link::Revoked : Link::Unlinked;
 }
 
 int runStatus(const QCommandLineParser &)
 {
 	const Link link = currentLink();
 	const Look look = storedLook();
-	QJsonObject members{{u"linked"_s, link == Link::linked},
+	QJsonObject members{{u"linked"_s, link == Link::Linked},
 			    {u"offline"_s, environment::isOffline()},
 			    {u"layout"_s, look.layout},
 			    {u"style"_s, look.style},
@@ -59,9 +59,9 @@ int runStatus(const QCommandLineParser &)
 			    {u"layouts"_s, QJsonArray::fromStringList(layoutKeys())},
 			    {u"styles"_s, QJsonArray::fromStringList(styleKeys())},
 			    {u"fonts"_s, QJsonArray::fromStringList(fontKeys())}};
-	if (link == Link::linked) {
+	if (link == Link::Linked) {
 		members[u"login"_s] = u"sample"_s;
-	} else if (link == Link::revoked) {
+	} else if (link == Link::Revoked) {
 		members[u"error"_s] = u"revoked"_s;
 	}
 	sendEvent(u"status"_s, members);

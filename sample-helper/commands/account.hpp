@@ -5,7 +5,7 @@
 class QCommandLineParser;
 
 /// Whether this device counts as linked to an account.
-enum class Link : std::uint8_t { unlinked, linked, revoked };
+enum class Link : std::uint8_t { Unlinked, Linked, Revoked };
 
 /// The stored state of the link.
 Link currentLink();

@@ -136,12 +136,12 @@ int runProcess(const QCommandLineParser &parser)
 
 	const QJsonArray formatted{path};
 	const Link link = currentLink();
-	if (link == Link::revoked) {
+	if (link == Link::Revoked) {
 		throw Failure(u"this device was revoked. The Short is %1."_s.arg(path),
 			      {{u"relink"_s, true}, {u"formatted"_s, formatted}});
 	}
 	const bool isOffline = environment::isOffline();
-	if (link == Link::unlinked && !isOffline) {
+	if (link == Link::Unlinked && !isOffline) {
 		notes += u"kept on this computer, no account is connected"_s;
 	}
 	QJsonObject members{{u"formatted"_s, formatted}};

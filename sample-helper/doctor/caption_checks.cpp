@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A family or a font's name without what two ways of writing it may differ in.
-QString bare(QString name)
+/// A family's or font's name without spaces and the like, to compare names that are written differently.
+QString bare(const QString &name)
 {
 	static const QRegularExpression marks(u"[^a-z0-9]"_s);
 	return name.toLower().remove(marks);

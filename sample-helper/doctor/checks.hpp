@@ -4,7 +4,7 @@
 
 class Report;
 
-/// The parts of --doctor. Each tells the report what it finds. `folder` is for files in between.
+/// The parts of --doctor. Each tells the report what it finds. `folder` is for temporary files.
 
 /// Settings that make no sense, in the file or among the environment variables.
 void checkSettings(Report &report);

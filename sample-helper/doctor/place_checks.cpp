@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A minute takes about a tenth of that.
+/// A Short of a minute takes about a tenth of this.
 constexpr qint64 plentyOfRoom_bytes = 1'000'000'000;
 constexpr qint64 leastRoom_bytes = 100'000'000;
 

@@ -22,7 +22,7 @@ public:
 	/// No Short can be made.
 	void problem(const QString &text, const QString &remedy);
 
-	/// The last words, by what has been found.
+	/// Prints the verdict.
 	void conclude();
 
 	bool canMakeShorts() const { return problems_ == 0; }

@@ -1,4 +1,4 @@
 #include "support/background_process.hpp"
 
-// Nothing that works alike on all other systems.
+// No mechanism works on all other systems.
 void runInBackground(QProcess &) {}

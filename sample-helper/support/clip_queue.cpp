@@ -38,8 +38,8 @@ QList<qint64> drawnNumbers()
 	return numbers;
 }
 
-/// Whether the run that drew a ticket still lives; the ticket of a dead one goes away. Never asked of tickets behind
-/// one's own, which may just be drawn.
+/// Whether the run that drew the ticket is alive; removes a dead run's ticket. Never ask about tickets after your own:
+/// they may not be locked yet.
 bool isAlive(qint64 number)
 {
 	QFile ticket(ticketPath(number));
@@ -54,8 +54,7 @@ bool isAlive(qint64 number)
 	return false;
 }
 
-/// Draws the number behind all others; null when that cannot be. Only one run at a time may draw, or two could have the
-/// same number.
+/// Draws the next number; null if that fails. Only one run at a time may draw, or two could have the same number.
 std::unique_ptr<QFile> drawTicket(qint64 &number)
 {
 	constexpr int limit_ms = 10000;

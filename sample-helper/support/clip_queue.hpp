@@ -4,8 +4,8 @@
 
 #include <memory>
 
-/// A place in the queue of clips, given free with the object: each takes all of the processor that OBS and a game
-/// leave, so they are made one after the other (as many at a time as environment::clipsAtOnce() says), first come,
+/// A place in the queue of clips, released when the object is destroyed: each takes all of the processor that OBS and a
+/// game leave, so they are made one after the other (as many at a time as environment::clipsAtOnce() says), first come,
 /// first served. Runs that were killed wait no longer and hold nobody up.
 class ClipTurn {
 public:

@@ -25,7 +25,7 @@ bool isOffline();
 /// The folder of ffmpeg and ffprobe; empty to search for them.
 QString ffmpegFolder();
 
-/// Where the camera is, "x,y,width,height" as fractions of the picture; empty when not set. Anything may stand there.
+/// Where the camera is, "x,y,width,height" as fractions of the picture; empty when not set. Not validated.
 QString camera();
 
 /// ffmpeg's name of the video encoder to use; empty to find one.
@@ -40,7 +40,7 @@ int queueLimit_ms();
 /// How long ffmpeg may take to show what it can do.
 int trialLimit_ms();
 
-/// How long ffmpeg may go on without anything coming of it.
+/// How long ffmpeg may run without any progress.
 int stillLimit_ms();
 
 /// whisper.cpp's program for the command line and its model file; empty when not set.
@@ -53,10 +53,10 @@ int whisperLimit_ms();
 /// How long a confirmation of the account link takes.
 int linkDelay_ms();
 
-/// How long after the question the consent to read the chat counts as given.
+/// How long after the request the consent to read the chat counts as given.
 int consentDelay_ms();
 
-/// How long a download is stretched to.
+/// How long a download is made to take.
 int downloadDelay_ms();
 
 /// The folder that offers a release to update to. It may not exist.

@@ -11,7 +11,7 @@ class QFileDevice;
 namespace files {
 
 /// The largest file that is read whole.
-constexpr qint64 largestSmallFile_bytes = 1024 * 1024;
+constexpr qint64 largestSmallFile_bytes = qint64{1024} * 1024;
 
 /// Makes a folder and its missing parents.
 void makeFolder(const QString &path);

@@ -21,7 +21,7 @@ std::error_code flushToDisk(QFile &file);
 /// The error numbers that mean "no room on the disk".
 QList<int> diskFullErrors();
 
-/// This folder under a name with which the system starts a program in it.
+/// A name for this folder that can be a program's working folder (Windows limits its length).
 QString asWorkingFolder(const QString &folder);
 
 } // namespace platform

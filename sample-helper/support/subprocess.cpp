@@ -11,7 +11,7 @@
 namespace subprocess {
 namespace {
 
-constexpr qsizetype largestErrorOutput_bytes = 64 * 1024;
+constexpr qsizetype largestErrorOutput_bytes = qsizetype{64} * 1024;
 /// How often limits are looked at.
 constexpr int glance_ms = 200;
 constexpr qint64 longestGap_ms = 3000;
@@ -20,13 +20,13 @@ constexpr qint64 longestGap_ms = 3000;
 void keepLast(QByteArray &kept, const QByteArray &more, qsizetype limit_bytes)
 {
 	kept += more;
-	// Moving the rest each time would cost more than the memory.
+	// Trimming on every call would cost more time than the memory is worth.
 	if (kept.size() > 2 * limit_bytes) {
 		kept = kept.last(limit_bytes);
 	}
 }
 
-/// What has come of a program so far.
+/// A program's output so far.
 class Output {
 public:
 	/// QProcess would keep all that comes until the program ends; so it is taken as it comes.
@@ -55,7 +55,7 @@ private:
 	QByteArray errors_{};
 };
 
-/// Watches whether anything comes of a program.
+/// Watches whether a program makes progress.
 class Watch {
 public:
 	explicit Watch(const Limits &limits)
@@ -69,7 +69,7 @@ public:
 	/// The limit that is exceeded now; Finished when none is.
 	Outcome look(const Output &output)
 	{
-		// A look this late means a suspension, which was the program's as well.
+		// A look this late means that we were suspended, and the program with us.
 		if (sinceLook_.restart() > longestGap_ms) {
 			total_.start();
 			still_.start();

@@ -34,7 +34,7 @@ struct Limits {
 };
 
 /// More of a program's output is not kept in memory. What is said last counts most.
-constexpr qsizetype largestOutput_bytes = 16 * 1024 * 1024;
+constexpr qsizetype largestOutput_bytes = qsizetype{16} * 1024 * 1024;
 
 /// Runs a program in `workingFolder` (the current one when empty) and waits for its end. It leaves the processor to
 /// others when they need it, and ends at once when this program is killed. What it says on standard error goes to the

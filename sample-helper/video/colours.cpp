@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// White of ordinary pictures is as bright as the 203 nits that HDR is made with for it; what is brighter, up to the
-/// 1000 nits that OBS sets by default, is pressed together above it.
+/// HDR shows ordinary white at 203 nits; brighter values, up to the 1000 nits that OBS sets by default, are compressed
+/// above it.
 QString toneMapping()
 {
 	// Videos with such brightness have the primaries of BT.2020, said or not.

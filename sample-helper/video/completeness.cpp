@@ -10,22 +10,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using ffmpeg::Picture;
+using ffmpeg::Frame;
 
-double endOf(const QList<Picture> &pictures)
+double endOf(const QList<Frame> &frames)
 {
-	return pictures.isEmpty() ? 0 : pictures.last().time_s + pictures.last().duration_s;
+	return frames.isEmpty() ? 0 : frames.last().time_s + frames.last().duration_s;
 }
 
 /// How long the picture stands still in a Short of this length, in all: where the replay has none, and where some could
 /// not be decoded.
 double standstill_s(const Excerpt &excerpt, const Reading &reading, double length_s)
 {
-	if (excerpt.pictures == 0 || reading.pictures == 0) {
+	if (excerpt.frames == 0 || reading.frames == 0) {
 		return 0;
 	}
-	const double each_s = (excerpt.length_s - excerpt.gaps_s) / static_cast<double>(excerpt.pictures);
-	const double unread_s = static_cast<double>(excerpt.pictures - reading.pictures) * each_s;
+	const double each_s = (excerpt.length_s - excerpt.gaps_s) / static_cast<double>(excerpt.frames);
+	const double unread_s = static_cast<double>(excerpt.frames - reading.frames) * each_s;
 	return excerpt.gaps_s + unread_s - (excerpt.length_s - length_s);
 }
 
@@ -39,11 +39,11 @@ QString oneDecimal(double number)
 bool isPlayable(const QString &file, const Excerpt &excerpt)
 {
 	const std::optional<ffmpeg::Video> video = ffmpeg::lookInto(file);
-	if (!video || endOf(ffmpeg::pictures(file, video->videoStream)) < excerpt.length_s - noticeable_s) {
+	if (!video || endOf(ffmpeg::frames(file, video->videoStream)) < excerpt.length_s - noticeable_s) {
 		return false;
 	}
 	try {
-		// Key pictures alone: they show as well whether what was written is video.
+		// Keyframes alone: they show as well whether what was written is video.
 		ffmpeg::run({u"-xerror"_s, u"-skip_frame"_s, u"nokey"_s, u"-i"_s, ffmpeg::fileAddress(file), u"-map"_s,
 			     u"0:v"_s, u"-f"_s, u"null"_s, u"-"_s},
 			    {});
@@ -57,9 +57,9 @@ void noteWhatIsMissing(const QString &file, const Excerpt &excerpt, const Readin
 		       QStringList &notes)
 {
 	const std::optional<ffmpeg::Video> video = ffmpeg::lookInto(file);
-	const double length_s = video ? endOf(ffmpeg::pictures(file, video->videoStream)) : 0;
-	if (length_s <= 0) {
-		throw Failure(u"ffmpeg found no pictures in %1."_s.arg(QFileInfo(excerpt.replay).fileName()));
+	const double length_s = video ? endOf(ffmpeg::frames(file, video->videoStream)) : 0;
+	if (!video || length_s <= 0) {
+		throw Failure(u"ffmpeg found no frames in %1."_s.arg(QFileInfo(excerpt.replay).fileName()));
 	}
 	const bool hasRest = length_s > excerpt.length_s - noticeable_s;
 	if (length_s < asked_s - noticeable_s) {

@@ -11,6 +11,6 @@ struct Reading;
 bool isPlayable(const QString &file, const Excerpt &excerpt);
 
 /// Mentions in `notes` what a Short lacks of the `asked_s` seconds that were asked for: a viewer would see it, a
-/// streamer should know before. Throws Failure when it has no pictures.
+/// streamer should know before. Throws Failure when it has no frames.
 void noteWhatIsMissing(const QString &file, const Excerpt &excerpt, const Reading &reading, int asked_s,
 		       QStringList &notes);

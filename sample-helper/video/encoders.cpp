@@ -41,7 +41,7 @@ const Encoder &softwareEncoder()
 
 bool canEncode(const Encoder &encoder)
 {
-	// That there is no such card is nothing to log with each clip.
+	// A missing card is not worth a log line for every clip.
 	return ffmpeg::succeeds(splitArguments("-v quiet") + encoder.device +
 				QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s,
 					    u"color=s=%1x%2:r=30"_s.arg(shortWidth_px).arg(shortHeight_px), u"-vf"_s,

@@ -8,7 +8,7 @@
 struct Encoder {
 	/// ffmpeg's name for it.
 	QString name{};
-	/// Filters that bring a picture to where the encoder wants it.
+	/// Filters that bring a frame to where the encoder wants it.
 	QString filters{};
 	/// Arguments in front of the inputs.
 	QStringList device{};
@@ -22,7 +22,7 @@ const QList<Encoder> &encoders();
 /// libx264, which works everywhere.
 const Encoder &softwareEncoder();
 
-/// Whether a picture of a Short's size goes through: an encoder that is compiled in needs its hardware and driver too.
+/// Whether a frame of a Short's size goes through: an encoder that is compiled in needs its hardware and driver too.
 /// Throws Failure when ffmpeg is missing.
 bool canEncode(const Encoder &encoder);
 

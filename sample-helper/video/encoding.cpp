@@ -31,12 +31,12 @@ QStringList soundArguments(const ffmpeg::Video &video)
 	return arguments;
 }
 
-/// The way from the file's pictures and sound to those of the Short.
+/// The way from the file's frames and sound to those of the Short.
 QString wholeGraph(const Excerpt &excerpt, const Encoder &encoder, const Composition &composition)
 {
 	const auto &[conversion, marks] = composition.colours;
 	QString graph = u"[0:%1]%2,%3[source];%4%5%6,%7[short]"_s.arg(excerpt.video.videoStream)
-				.arg(pictureCut(excerpt), conversion, composition.layout, composition.captions.filter,
+				.arg(videoCut(excerpt), conversion, composition.layout, composition.captions.filter,
 				     marks, encoder.filters);
 	if (excerpt.video.audioStream >= 0) {
 		graph += u";[0:%1]%2[sound]"_s.arg(excerpt.video.audioStream).arg(soundCut(excerpt));
@@ -66,16 +66,16 @@ QStringList arguments(const Excerpt &excerpt, const Encoder &encoder, const Comp
 			   ffmpeg::fileAddress(target)};
 }
 
-/// The last number that ffmpeg told for this in its lines such as "frame=250".
+/// The last number that ffmpeg reported for `name`, in lines such as "frame=250".
 qsizetype lastNumber(const QByteArray &progress, const QByteArray &name)
 {
 	const qsizetype at = progress.lastIndexOf('\n' + name + '=');
 	return at < 0 ? 0 : progress.sliced(at + name.size() + 2).split('\n').first().trimmed().toLongLong();
 }
 
-/// How many pictures of the replay could be read: those that were encoded, but for those that ffmpeg repeated or left
+/// How many frames of the replay could be read: those that were encoded, but for those that ffmpeg repeated or left
 /// out to keep the frame rate.
-qsizetype picturesRead(const QString &folder)
+qsizetype framesRead(const QString &folder)
 {
 	QFile file(QDir(folder).filePath(progressFile));
 	if (!file.open(QIODevice::ReadOnly)) {
@@ -95,7 +95,7 @@ Reading encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composi
 	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
 	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,
 	      elapsed_s, excerpt.length_s / elapsed_s);
-	return {picturesRead(folder), isDoubtful};
+	return {framesRead(folder), isDoubtful};
 }
 
 } // namespace

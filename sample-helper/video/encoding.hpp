@@ -8,7 +8,7 @@
 
 struct Excerpt;
 
-/// How the pictures of a replay become those of a Short, as filters.
+/// How the frames of a replay become those of a Short, as filters.
 struct Composition {
 	Colours colours{};
 	/// Begins with [source]; see layoutGraph().
@@ -18,8 +18,8 @@ struct Composition {
 
 /// How much of the replay could be read.
 struct Reading {
-	/// How many of the excerpt's pictures; 0 when that is unknown.
-	qsizetype pictures{};
+	/// How many of the excerpt's frames; 0 when that is unknown.
+	qsizetype frames{};
 	/// Whether ffmpeg complained of what it read.
 	bool isDoubtful{};
 };

@@ -11,31 +11,31 @@
 struct Excerpt {
 	QString replay{};
 	ffmpeg::Video video{};
-	/// The time of its first picture, from the beginning of the replay.
+	/// The time of its first frame, from the beginning of the replay.
 	double start_s{};
 	double length_s{};
-	/// How many pictures it has; 0 when unknown.
-	qsizetype pictures{};
-	/// How long in all none follows where some should.
+	/// How many frames it has; 0 when unknown.
+	qsizetype frames{};
+	/// Total length of the gaps, where frames are missing.
 	double gaps_s{};
-	/// Where reading has to begin so that all of its pictures can be decoded, as the file counts; nothing is its
-	/// beginning.
+	/// Where reading must begin, in the file's own time, so that all of its frames can be decoded; nothing: at the
+	/// file's beginning.
 	std::optional<double> readFrom_s{};
 };
 
-/// Nobody misses less of a clip than that.
+/// Shorter gaps go unnoticed.
 constexpr double noticeable_s = 0.25;
 
-/// The last seconds of a replay, or all of it when it is shorter: from one picture to the end of another. Where nothing
+/// The last seconds of a replay, or all of it when it is shorter: from one frame to the end of another. Where nothing
 /// tells how long the replay is, its first seconds: better than none. Throws Failure when it is no video.
 Excerpt lastSecondsOf(const QString &replay, int length_s);
 
 /// The arguments that make ffmpeg read the excerpt, with times that are 0 at its start. What is read is a bit more: see
-/// pictureCut() and soundCut().
+/// videoCut() and soundCut().
 QStringList inputArguments(const Excerpt &excerpt);
 
-/// The filter that leaves exactly the excerpt of the pictures.
-QString pictureCut(const Excerpt &excerpt);
+/// The filter that leaves exactly the excerpt of the frames.
+QString videoCut(const Excerpt &excerpt);
 
 /// The filters that leave exactly the excerpt of the sound, with silence where some is missing.
 QString soundCut(const Excerpt &excerpt);

@@ -80,7 +80,7 @@ QString explain(const subprocess::Result &result, const QString &writtenFile)
 		return u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s;
 	}
 	if (errorOutput.contains(QLatin1String("received no packets"))) {
-		return u"ffmpeg found no pictures in the replay."_s;
+		return u"ffmpeg found no frames in the replay."_s;
 	}
 	const QString words = lastWords(errorOutput, writtenFile);
 	return words.isEmpty() ? u"ffmpeg stopped unexpectedly."_s : u"ffmpeg failed: %1."_s.arg(words);

@@ -49,8 +49,8 @@ void addStream(Video &video, const QJsonObject &stream, int index)
 	}
 }
 
-/// A line such as "0.040000,0.000000,0.040000,K__"; nothing where a picture has no time.
-std::optional<Picture> parsePicture(const QByteArray &line)
+/// A line such as "0.040000,0.000000,0.040000,K__"; nothing where a frame has no time.
+std::optional<Frame> parseFrame(const QByteArray &line)
 {
 	const QList<QByteArray> parts = line.trimmed().split(',');
 	bool hasTime = false;
@@ -60,7 +60,7 @@ std::optional<Picture> parsePicture(const QByteArray &line)
 	}
 	bool hasDecodeTime = false;
 	const double decode_s = parts[1].toDouble(&hasDecodeTime);
-	return Picture{time_s, parts[2].toDouble(), hasDecodeTime ? decode_s : time_s, parts[3].startsWith('K')};
+	return Frame{time_s, parts[2].toDouble(), hasDecodeTime ? decode_s : time_s, parts[3].startsWith('K')};
 }
 
 } // namespace
@@ -83,7 +83,7 @@ std::optional<Video> lookInto(const QString &path)
 	return video.videoStream >= 0 && isMovie ? std::optional(video) : std::nullopt;
 }
 
-QList<Picture> pictures(const QString &path, int stream, std::optional<double> from_s)
+QList<Frame> frames(const QString &path, int stream, std::optional<double> from_s)
 {
 	QStringList arguments{u"-select_streams"_s,
 			      QString::number(stream),
@@ -94,14 +94,14 @@ QList<Picture> pictures(const QString &path, int stream, std::optional<double> f
 	if (from_s) {
 		arguments << u"-read_intervals"_s << QString::number(*from_s, 'f', 3) + QLatin1Char('%');
 	}
-	QList<Picture> result{};
+	QList<Frame> result{};
 	for (const QByteArray &line : ask(arguments << fileAddress(path)).split('\n')) {
-		if (const std::optional<Picture> picture = parsePicture(line)) {
-			result += *picture;
+		if (const std::optional<Frame> frame = parseFrame(line)) {
+			result += *frame;
 		}
 	}
 	std::stable_sort(result.begin(), result.end(),
-			 [](const Picture &left, const Picture &right) { return left.time_s < right.time_s; });
+			 [](const Frame &left, const Frame &right) { return left.time_s < right.time_s; });
 	if (result.size() > 1 && result.last().duration_s <= 0) {
 		result.last().duration_s = result.last().time_s - result[result.size() - 2].time_s;
 	}

@@ -24,23 +24,23 @@ struct Video {
 	QString hdrTransfer{};
 };
 
-/// A picture as it is stored. Times are the file's own: they count from Video::start_s.
-struct Picture {
+/// A frame as it is stored. Times are the file's own: they count from Video::start_s.
+struct Frame {
 	double time_s{};
 	/// 0 when unknown, but for the last.
 	double duration_s{};
-	/// When it is to be decoded: earlier, if later pictures are stored in front of it.
+	/// When it is to be decoded: earlier, if later frames are stored in front of it.
 	double decode_s{};
 	/// Can be decoded without any other.
-	bool isKey{};
+	bool isKeyframe{};
 };
 
-/// Looks into a video file; nothing if it is no video. Throws Failure when ffprobe is missing or hangs.
+/// Probes a video file; nothing if it is no video. Throws Failure when ffprobe is missing or hangs.
 std::optional<Video> lookInto(const QString &path);
 
-/// The pictures of a stream in the order they are shown, those with times; from `from_s` on when that is given, as far
+/// The frames of a stream in the order they are shown, those with times; from `from_s` on when that is given, as far
 /// as the format can be searched. Only the stored data is read, nothing is decoded. Throws Failure when ffprobe is
 /// missing or hangs.
-QList<Picture> pictures(const QString &path, int stream, std::optional<double> from_s = std::nullopt);
+QList<Frame> frames(const QString &path, int stream, std::optional<double> from_s = std::nullopt);
 
 } // namespace ffmpeg

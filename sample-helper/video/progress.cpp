@@ -51,7 +51,7 @@ ProgressLog::ProgressLog(const QString &file, double length_s, int interval_ms)
 
 std::optional<double> madeTime_s(const QByteArray &progress)
 {
-	// In microseconds; "N/A" before the first picture.
+	// In microseconds; "N/A" before the first frame.
 	const QByteArray name = "out_time_us=";
 	const qsizetype line = progress.lastIndexOf(name);
 	const qsizetype end = progress.indexOf('\n', line);
@@ -70,7 +70,7 @@ QString progressText(double made_s, double length_s, double elapsed_s)
 	const QString text = u"%1 of %2 s made (%3 %)"_s.arg(made * length_s, 0, 'f', 0)
 				     .arg(length_s, 0, 'f', 0)
 				     .arg(made * 100, 0, 'f', 0);
-	// From so little nobody can tell.
+	// Too little to estimate from.
 	constexpr double leastShare = 0.01;
 	return made < leastShare ? text : text + u", about %1 s to go"_s.arg(elapsed_s / made - elapsed_s, 0, 'f', 0);
 }

@@ -9,7 +9,7 @@ import { median, number, row, spread } from "./row.mjs";
 import { builtFolder, createSession, kestrune } from "./session.mjs";
 
 const starts = Number(process.argv[2] ?? 5);
-// The module's timers ask the helper for the last time 2.5 s after the dock was built, but for the update check.
+// The module's timers ask the helper for the last time 2.5 s after the dock was built, apart from the update check.
 const settled_ms = 4000;
 const idle_ms = 2000;
 const idle_share = 0.05;

@@ -19,7 +19,7 @@ const clipSeconds = 30;
 // Every few minutes, and often enough that a short day has something of everything, too.
 const turnEvery_s = Math.min(180, length_s / 30);
 const suspend_s = Math.min(600, length_s / 6);
-// The Replay Buffer needs some pictures.
+// The Replay Buffer needs some frames.
 const shortestPause_ms = 4000;
 
 assert.ok(length_s > 0, `${hours} is no number of hours`);

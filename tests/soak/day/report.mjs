@@ -55,7 +55,7 @@ export function printReport({ samples, clips, suspension, sinks, faults }) {
     console.log(`${who === "station" ? "with" : "without"} the module: ${counts(whole)}`);
     console.log(`  of that in the suspension: ${counts(suspension?.[who])}`);
     console.log(`  ${((100 * whole.processor_s) / end.seconds).toFixed(1)} % of a processor`);
-    console.log(`  pictures that the sink took, stream by stream: ${sinks[who].join(", ")}`);
+    console.log(`  frames that the sink took, stream by stream: ${sinks[who].join(", ")}`);
   }
   faults.forEach((fault) => console.log(`FAULT: ${fault}`));
 }

@@ -30,7 +30,7 @@ export class Sink {
     return this.#child.pid;
   }
 
-  /** The pictures of each stream that has come so far. */
+  /** The frames of each stream that has come so far. */
   get streams() {
     return this.#frames.filter((frames) => frames > 0);
   }

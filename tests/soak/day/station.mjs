@@ -71,7 +71,7 @@ export class Station {
     return this.test.websocket.call(name, data);
   }
 
-  /** Sends OBS's pictures to the sink from now on. */
+  /** Sends OBS's frames to the sink from now on. */
   async goOnAir() {
     const { server, key } = this.sink;
     await this.request("SetStreamServiceSettings", {
@@ -105,7 +105,7 @@ export class Station {
     }
     await this.request("StartReplayBuffer");
     await this.#waitFor("the Replay Buffer", () => this.isBufferActive());
-    // It needs some pictures.
+    // It needs some frames.
     await sleep(4000);
   }
 

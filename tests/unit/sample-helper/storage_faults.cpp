@@ -223,7 +223,7 @@ void HelperFaultsTest::changesSettingsOrNothing()
 		store(sandbox, u"chat.json"_s, oldChat);
 		const Run run = runWith(sandbox, plan, setCommand);
 		expectOldOrNewSettings(sandbox, run, plan);
-		// The next change goes well.
+		// The next change succeeds.
 		expect(sandbox.run(setCommand).exitCode == 0, plan, "the next change");
 		expect(stored(sandbox, u"chat.json"_s) == newChat(), plan, "the next settings");
 		return hasStruck(run);
@@ -252,7 +252,7 @@ void HelperFaultsTest::makesAWholeShortOrNone()
 		expect(videos::checksum(videos::silent()) == replay, plan, "the replay");
 		expectAWholeShortOrNone(sandbox, run, finished, plan);
 		expectOldOrNewLook(sandbox, plan);
-		// The next clip goes well, and clears away what this one left.
+		// The next clip succeeds, and clears away what this one left.
 		expect(eventName(sandbox.run(clip)) == u"done"_s, plan, "the next clip");
 		expect(sandbox.shortsFolderContent().filter(u".part"_s).isEmpty(), plan, "half-made Shorts");
 		expect(QDir(sandbox.path()).entryList({u"run-*"_s}).isEmpty(), plan, "scratch folders");

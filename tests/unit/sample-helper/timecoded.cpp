@@ -33,9 +33,9 @@ int topOf(int square)
 	return 3 + square % rows * 36;
 }
 
-QString pictures()
+QString frames()
 {
-	QString filters = u"color=c=black:s=%1x%2:r=%3"_s.arg(width_px).arg(height_px).arg(picturesPerSecond);
+	QString filters = u"color=c=black:s=%1x%2:r=%3"_s.arg(width_px).arg(height_px).arg(framesPerSecond);
 	for (int square = 0; square < squares; ++square) {
 		const QString when = square == squares - 1 ? u"1"_s : u"bitand(n,%1)"_s.arg(1 << square);
 		filters += u",drawbox=x=%1:y=%2:w=%3:h=%4:c=white:t=fill:enable='%5'"_s.arg(leftOf(square))
@@ -62,7 +62,7 @@ QString folder()
 	return folder.path();
 }
 
-/// The pictures and sound that all replays with this key interval share.
+/// The frames and sound that all replays with this key interval share.
 QString source(int keyInterval)
 {
 	const QString path = folder() + u"/source-%1.mkv"_s.arg(keyInterval);
@@ -70,7 +70,7 @@ QString source(int keyInterval)
 		videos::ffmpeg({u"-f"_s,
 				u"lavfi"_s,
 				u"-i"_s,
-				pictures(),
+				frames(),
 				u"-f"_s,
 				u"lavfi"_s,
 				u"-i"_s,
@@ -107,15 +107,15 @@ QList<int> numbersOf(const QString &path)
 	constexpr double cutLeft_px = (width_px - shortWidth_px / scale) / 2;
 	const auto size = static_cast<qsizetype>(shortWidth_px * shortHeight_px);
 	QList<int> numbers{};
-	for (qsizetype picture = 0; picture + size <= bytes.size(); picture += size) {
+	for (qsizetype frame = 0; frame + size <= bytes.size(); frame += size) {
 		int number = 0;
 		for (int square = 0; square < squares; ++square) {
 			const int x = static_cast<int>((leftOf(square) + squareWidth_px / 2.0 - cutLeft_px) * scale);
 			const int y = static_cast<int>((topOf(square) + squareHeight_px / 2.0) * scale);
-			const auto at = picture + y * static_cast<qsizetype>(shortWidth_px) + x;
+			const auto at = frame + y * static_cast<qsizetype>(shortWidth_px) + x;
 			number |= (static_cast<unsigned char>(bytes[at]) > 127 ? 1 : 0) << square;
 		}
-		// Without the square that is always white it is none of our pictures.
+		// Without the square that is always white it is none of our frames.
 		constexpr int always = 1 << (squares - 1);
 		numbers += (number & always) != 0 ? number - always : -1;
 	}
@@ -167,7 +167,7 @@ QString replay(const Kind &kind)
 
 Content contentOf(const QString &path)
 {
-	return {numbersOf(path), videos::pictureTimes_s(path), beepsOf(path)};
+	return {numbersOf(path), videos::frameTimes_s(path), beepsOf(path)};
 }
 
 } // namespace timecoded

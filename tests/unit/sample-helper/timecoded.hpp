@@ -4,25 +4,25 @@
 #include <QString>
 #include <QStringList>
 
-/// Replays whose every picture shows its number, as black and white squares, and that beep at known times: what a Short
+/// Replays whose every frame shows its number, as black and white squares, and that beep at known times: what a Short
 /// of them shows and sounds like tells exactly which part it is.
 namespace timecoded {
 
-constexpr int picturesPerSecond = 10;
+constexpr int framesPerSecond = 10;
 constexpr int length_s = 40;
 
-/// When beeps begin, from the first picture.
+/// When beeps begin, from the first frame.
 QList<double> beeps_s();
 
-/// A replay of these squares and beeps: H.264 with pictures stored out of order, and AAC.
+/// A replay of these squares and beeps: H.264 with frames stored out of order, and AAC.
 struct Kind {
 	/// What ffmpeg calls the container.
 	const char *format{};
 	/// Further options of ffmpeg for it.
 	const char *options{""};
-	/// The time of the first picture.
+	/// The time of the first frame.
 	double start_s{};
-	/// A key picture comes after so many pictures.
+	/// A keyframe comes after so many frames.
 	int keyInterval{250};
 };
 
@@ -34,7 +34,7 @@ QString replay(const Kind &kind);
 
 /// What a Short (layout "gameplay", no captions) of such a replay shows and sounds like.
 struct Content {
-	/// The numbers of its pictures, and when they are shown.
+	/// The numbers of its frames, and when they are shown.
 	QList<int> numbers{};
 	QList<double> times_s{};
 	/// When beeps begin.

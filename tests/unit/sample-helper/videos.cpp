@@ -148,7 +148,7 @@ QList<int> brightness(const QString &path)
 	return result;
 }
 
-QList<double> pictureTimes_s(const QString &path)
+QList<double> frameTimes_s(const QString &path)
 {
 	const QByteArray answer =
 		outputOf(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-select_streams"_s, u"v:0"_s, u"-show_entries"_s,

@@ -51,7 +51,7 @@ Details details(const QString &path);
 QList<int> brightness(const QString &path);
 
 /// When each frame is shown, in order.
-QList<double> pictureTimes_s(const QString &path);
+QList<double> frameTimes_s(const QString &path);
 
 /// RMS amplitude of each channel.
 QList<double> loudness(const QString &path);
@@ -59,7 +59,7 @@ QList<double> loudness(const QString &path);
 /// The first frame as RGB, three bytes per pixel.
 QByteArray firstFrame(const QString &path);
 
-/// Whether the index precedes the pictures, so that playback can start while loading.
+/// Whether the index precedes the frames, so that playback can start while loading.
 bool isFastStart(const QString &path);
 
 QByteArray ffmpeg(const QStringList &arguments);

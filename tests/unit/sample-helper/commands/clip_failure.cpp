@@ -189,9 +189,9 @@ void ClipFailureTest::reportsWhatFfmpegSays_data()
 {
 	QTest::addColumn<QByteArray>("said");
 	QTest::addColumn<QString>("text");
-	QTest::newRow("no pictures") << QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] Nothing was written into output file, "
-						   "because at least one of its streams received no packets.")
-				     << u"ffmpeg found no pictures in the replay."_s;
+	QTest::newRow("no frames") << QByteArray("[out#0/mp4 @ 0x55d0c0ffee00] Nothing was written into output file, "
+						 "because at least one of its streams received no packets.")
+				   << u"ffmpeg found no frames in the replay."_s;
 	QTest::newRow("origins") << QByteArray("[vost#0:0/libx264 @ 0x55d0c0ffee00] [enc:libx264 @ 0x55d0c0ffee01] "
 					       "Could not open encoder before EOF.")
 				 << u"ffmpeg failed: Could not open encoder before EOF."_s;

@@ -54,7 +54,7 @@ void SubprocessTest::keepsTheEndOfALongOutput()
 	QCOMPARE(result.output.size(), subprocess::largestOutput_bytes);
 	QVERIFY(result.output.endsWith("\0out\n"));
 	QVERIFY(result.errorOutput.endsWith(u"err"_s));
-	QVERIFY(result.errorOutput.size() <= 64 * 1024);
+	QVERIFY(result.errorOutput.size() <= qsizetype{64} * 1024);
 }
 
 void SubprocessTest::stopsWhatStandsStill()

@@ -37,7 +37,7 @@ void ColoursTest::mapsHdrToOrdinaryColours()
 	QCOMPARE(details.colourTransfer, u"bt709"_s);
 	QCOMPARE(details.colourPrimaries, u"bt709"_s);
 	QCOMPARE(details.colourMatrix, u"bt709"_s);
-	// 203 nits are the white of ordinary pictures, less what is pressed together for what is brighter.
+	// 203 nits are the white of ordinary pictures, less what is compressed for what is brighter.
 	const int level = videos::brightness(shortPath(run)).first();
 	QVERIFY2(level > 200 && level < 250, qPrintable(QString::number(level)));
 }

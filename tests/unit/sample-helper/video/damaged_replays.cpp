@@ -31,17 +31,16 @@ QByteArray bytesOf(const QString &path)
 	return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// How many of the asked seconds are not shown: each picture counts for as long as it should.
+/// How many of the asked seconds are not shown: each frame counts for as long as it should.
 double missing_s(const timecoded::Content &content, int asked_s)
 {
 	QList<int> seen{};
 	for (const int number : content.numbers) {
-		if (number >= (timecoded::length_s - asked_s) * timecoded::picturesPerSecond &&
-		    !seen.contains(number)) {
+		if (number >= (timecoded::length_s - asked_s) * timecoded::framesPerSecond && !seen.contains(number)) {
 			seen += number;
 		}
 	}
-	return asked_s - static_cast<double>(seen.size()) / timecoded::picturesPerSecond;
+	return asked_s - static_cast<double>(seen.size()) / timecoded::framesPerSecond;
 }
 
 Run lastSeconds(const Sandbox &sandbox, const QString &replay, int asked_s)

@@ -188,10 +188,10 @@ void EncodingTest::goesOnInSoftwareWhenHardwareWritesRubbish_data()
 	QTest::addColumn<QByteArray>("script");
 	QTest::newRow("no video") << QByteArray("echo rubbish > \"${last#file:}\"; exit");
 	QTest::newRow("nothing") << QByteArray("exit");
-	QTest::newRow("too few pictures")
-		<< QByteArray("exec ffmpeg -v error -y -f lavfi -i color=s=1080x1920:r=25 -t 0.2 -f mp4 \"$last\"");
-	// What is stored where the pictures are is no video, the index around it is whole.
-	QTest::newRow("pictures that are none") << QByteArray(
+	QTest::newRow("too few frames") << QByteArray(
+		"exec ffmpeg -v error -y -f lavfi -i color=s=1080x1920:r=25 -t 0.2 -f mp4 \"$last\"");
+	// Where the frames should be there is no video, but the index around it is whole.
+	QTest::newRow("frames that are rubbish") << QByteArray(
 		"ffmpeg -v error -y -f lavfi -i testsrc2=s=1080x1920:r=25 -t 1 -f mp4 \"$last\"\n"
 		"f=${last#file:}; head -c 3000 /dev/zero | dd of=\"$f\" bs=1 seek=2000 conv=notrunc; exit");
 }

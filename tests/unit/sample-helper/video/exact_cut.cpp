@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// A Short begins and ends with the right picture and has the right sound, whatever the replay is stored in.
+/// A Short begins and ends with the right frame and has the right sound, whatever the replay is stored in.
 class ExactCutTest : public QObject {
 	Q_OBJECT
 
@@ -22,11 +22,11 @@ namespace {
 
 void addRow(const char *name, const timecoded::Kind &kind, int asked_s)
 {
-	QTest::addRow("%s from %g s, a key picture every %d, last %d s", name, kind.start_s, kind.keyInterval, asked_s)
+	QTest::addRow("%s from %g s, a keyframe every %d, last %d s", name, kind.start_s, kind.keyInterval, asked_s)
 		<< timecoded::replay(kind) << asked_s;
 }
 
-/// When the beeps among the last seconds begin, from the first of their pictures.
+/// When the beeps among the last seconds begin, from the first of their frames.
 QList<double> beepsOfTheLast(int seconds)
 {
 	QList<double> beeps{};
@@ -70,7 +70,7 @@ void ExactCutTest::cutsEveryContainerExactly_data()
 		{"mkv", "matroska"}, {"mp4", "mp4"}, {"fragmented mp4", "mp4", timecoded::fragmented},
 		{"mov", "mov"},      {"flv", "flv"}, {"ts", "mpegts"}};
 	for (const Container &container : containers) {
-		// With key pictures at 0 and 25 s only; at 0 and 35 s only, that is, before and after the cut.
+		// With keyframes at 0 and 25 s only; at 0 and 35 s only, that is, before and after the cut.
 		addRow(container.name, {container.format, container.options, 0, 250}, 3);
 		addRow(container.name, {container.format, container.options, 600, 350}, 7);
 		addRow(container.name, {container.format, container.options, 1.5, 20}, 3);
@@ -89,18 +89,18 @@ void ExactCutTest::cutsEveryContainerExactly()
 	QCOMPARE(note(run), QString());
 
 	const timecoded::Content content = timecoded::contentOf(shortPath(run));
-	const int first = (timecoded::length_s - asked_s) * timecoded::picturesPerSecond;
+	const int first = (timecoded::length_s - asked_s) * timecoded::framesPerSecond;
 	QList<int> numbers{};
 	QList<double> times_s{};
-	for (int i = 0; i < asked_s * timecoded::picturesPerSecond; ++i) {
+	for (int i = 0; i < asked_s * timecoded::framesPerSecond; ++i) {
 		numbers += first + i;
-		times_s += static_cast<double>(i) / timecoded::picturesPerSecond;
+		times_s += static_cast<double>(i) / timecoded::framesPerSecond;
 	}
 	QCOMPARE(content.numbers, numbers);
 	QVERIFY2(areNear(content.times_s, times_s, 0.002), qPrintable(listed(content.times_s)));
 	QVERIFY2(areNear(content.beeps_s, beepsOfTheLast(asked_s), 0.04), qPrintable(listed(content.beeps_s)));
 	const double length_s = videos::details(shortPath(run)).duration_s;
-	QVERIFY2(std::abs(length_s - asked_s) < 1.0 / timecoded::picturesPerSecond,
+	QVERIFY2(std::abs(length_s - asked_s) < 1.0 / timecoded::framesPerSecond,
 		 qPrintable(QString::number(length_s)));
 }
 

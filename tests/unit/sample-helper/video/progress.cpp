@@ -24,7 +24,7 @@ void ProgressTest::readsTheLastTime_data()
 	QTest::addColumn<QByteArray>("progress");
 	QTest::addColumn<double>("made_s");
 	QTest::newRow("nothing yet") << QByteArray() << -1.0;
-	QTest::newRow("no picture yet") << QByteArray("frame=0\nout_time_us=N/A\nprogress=continue\n") << -1.0;
+	QTest::newRow("no frame yet") << QByteArray("frame=0\nout_time_us=N/A\nprogress=continue\n") << -1.0;
 	QTest::newRow("one block") << QByteArray("frame=30\nout_time_us=1500000\nprogress=continue\n") << 1.5;
 	QTest::newRow("the last block") << QByteArray("out_time_us=1500000\nx=1\nout_time_us=2500000\n") << 2.5;
 	QTest::newRow("half a line") << QByteArray("x=1\nout_time_us=25") << -1.0;
