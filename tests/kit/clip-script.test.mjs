@@ -9,7 +9,7 @@ import { createServer } from "node:net";
 import path from "node:path";
 import { describe, it } from "node:test";
 import { findFreePort } from "../../tools/obs/free-port.mjs";
-import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
+import { placeClipScript, runClipScript } from "../support/clip-script.mjs";
 import { temporaryFolder } from "./support/helper-check.mjs";
 
 const pythonScript = path.resolve(import.meta.dirname, "..", "..", "docs", "examples", "clip.py");

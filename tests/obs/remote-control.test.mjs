@@ -5,7 +5,7 @@ import { writeFile } from "node:fs/promises";
 import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { placeClipScript, runClipScript } from "../support/clip_script.mjs";
+import { placeClipScript, runClipScript } from "../support/clip-script.mjs";
 import { assertCleanEnd, countLeaksWithoutModule } from "./support/clean-end.mjs";
 import { assertShort } from "./support/shorts.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";

@@ -4,7 +4,7 @@ import { error, quoted, warning } from "./findings.mjs";
 import { linesOfOneText, slipOf, textBeforeEvent } from "./json-slips.mjs";
 import { isObject } from "./schema.mjs";
 
-// Qt takes a byte order mark before JSON for what it is, and so does this.
+// Qt skips a byte order mark before JSON, and so does this.
 const utf8 = new TextDecoder("utf-8", { fatal: true });
 const longestLine_bytes = 5 * 1024 * 1024;
 const dropped = "The dock drops such a line.";

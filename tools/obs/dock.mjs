@@ -5,7 +5,7 @@ import { sleep, waitFor } from "./wait.mjs";
 export const errorColour = "color:#ff6b81";
 export const informationColour = "color:#8a90a6";
 
-/** Which of these texts shows when a clip is possible is a matter of timing. */
+/** Which of these texts is shown when a clip is possible depends on timing. */
 export const readyStatus = /^(Replay Buffer on\. Ready to clip|Ready\. Press Clip that or your Kestrune hotkey)\.$/;
 
 // Qt takes a click soon after the opening of a list as part of a double click.

@@ -1,4 +1,4 @@
-// Helpers that start, run or end in a way that the dock cannot do with.
+// Helpers that start, run or end in a way that the dock cannot cope with.
 
 const right = `echo '{"event":"recent","folder":"/"}'`;
 const stopped = "it ended with exit code";

@@ -17,7 +17,7 @@ export const prepare = (home) => switchReplayBufferOn(home);
 export const shots = [
   {
     name: "dock",
-    // Without the status bar: what it says of this machine is beside the point.
+    // Without the status bar: its figures depend on the machine.
     area: { x: 0, y: 0, width: 1280, height: 828 },
     async reach(stage) {
       await stage.settle();
