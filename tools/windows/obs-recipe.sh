@@ -9,7 +9,7 @@ cp tools/windows/obs/package.json tools/windows/obs/package-lock.json "$target"
 
 package=$target/node_modules/noobs
 mv "$package"/dist/{bin,data,obs-plugins} "$package/include" "$target"
-# Qt of another compiler, which would come into the way of the tests' own.
+# Qt of another compiler, which would get in the way of the tests' own.
 rm -r "$target"/bin/Qt6*.dll "$target/node_modules"
 for header in obs.hpp obs-frontend-api.h util/util.hpp; do
 	cp "/usr/include/obs/$header" "$target/include/$header"
