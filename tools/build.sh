@@ -8,6 +8,11 @@ shift
 build_dir=build/$preset
 made_in="$KESTRUNE_ROOT_ID in $PWD"
 
+# Two builds in one folder would disturb each other. The lock is beside it, because the folder may be removed.
+mkdir -p build
+exec {lock}>"build/.$preset.lock"
+flock "$lock"
+
 # Object files of another root do not fit this one's headers and libraries.
 if [[ -d $build_dir && $(cat "$build_dir/.made-in" 2>/dev/null) != "$made_in" ]]; then
 	rm -rf "$build_dir"

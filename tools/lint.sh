@@ -77,8 +77,8 @@ check_cpp()
 	if ((${#patterns[@]} == 0)); then
 		return
 	fi
-	# Sources include moc's output.
-	tools/build.sh lint && run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
+	# Sources include moc's output. Unbuffered, so that a run of an hour shows where it is.
+	tools/build.sh lint && PYTHONUNBUFFERED=1 run-clang-tidy -quiet -p build/lint -warnings-as-errors='*' \
 		-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
 }
 

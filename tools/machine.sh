@@ -50,6 +50,16 @@ have_package_lists()
 	[[ -n $(apt_indexes FILENAME) ]]
 }
 
+# Runs a command while no other ./run changes what is installed.
+alone_with_apt()
+{
+	local lock
+	exec {lock}>"$cache/.apt.lock"
+	flock "$lock"
+	"$@"
+	exec {lock}>&-
+}
+
 package_lists_are_fresh=no
 
 # An unreachable source does not matter as long as the packages install.
@@ -64,7 +74,8 @@ refresh_package_lists()
 ensure_package_lists()
 {
 	if ! have_package_lists && can_be_admin; then
-		step "Reading Debian's package lists (a few seconds)" "Then run ./run again." refresh_package_lists
+		alone_with_apt step "Reading Debian's package lists (a few seconds)" "Then run ./run again." \
+			refresh_package_lists
 	fi
 }
 
@@ -87,7 +98,7 @@ install_packages()
 	fi
 	local by_hand="apt-get update && apt-get install --no-install-recommends ${missing[*]}"
 	can_be_admin || fail "${missing[*]} not installed, and there is no sudo; as root, run: $by_hand"
-	step "Installing ${missing[*]} ($duration)" "As root, run: $by_hand; then call ./run again." \
+	alone_with_apt step "Installing ${missing[*]} ($duration)" "As root, run: $by_hand; then call ./run again." \
 		install_now "${missing[@]}"
 }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # test.sh [STAGE [NAME...]]...: builds and runs the tests of these stages (docs, unit, kit, sanitize, thread, obs), by
-# default all, or only those named: files, or folders of tests/unit. Runs in the build root.
+# default all of them. NAME limits a stage to a test file or a folder of tests/unit. Runs in the build root.
 set -euo pipefail
 shopt -s nullglob
 
@@ -50,8 +50,12 @@ unit_tests()
 	local preset=$1 name file files=() folder targets=() pattern=
 	shift
 	for name; do
-		files=("tests/unit/$name.cpp" tests/unit/*/{,*/}"$name.cpp" "tests/unit/$name"/{,*/}*.cpp)
-		[[ -e ${files[0]} ]] || files=("${files[@]:1}")
+		if [[ -d tests/unit/$name ]]; then
+			files=("tests/unit/$name"/{,*/}*.cpp)
+		else
+			files=(tests/unit/{,*/,*/*/}"$name.cpp")
+			[[ -e ${files[0]} ]] || files=("${files[@]:1}")
+		fi
 		if ((${#files[@]} == 0)); then
 			echo "test: no unit test '$name': neither a file nor a folder in tests/unit" >&2
 			return 2

@@ -25,6 +25,9 @@ select_root()
 	shift
 	root_lists=("${@/#/"$checkout/"}")
 	root=$roots/$root_suite-$(root_list | sha256sum | head -c 12)
+	# Roots of different releases may be made at the same time.
+	new_root=$roots/.$root_suite.new
+	scratch_path=$roots/.$root_suite.scratch
 	root_cost="about 3 minutes, 2 GB"
 	small_root=
 }
@@ -67,19 +70,19 @@ apt_proxy_options()
 # path is stored for a later call to clean up.
 open_scratch()
 {
-	mktemp -d "${TMPDIR:-/var/tmp}/kestrune-root.XXXXXX" >"$roots/.scratch"
-	chmod 1777 "$(<"$roots/.scratch")"
+	mktemp -d "${TMPDIR:-/var/tmp}/kestrune-root.XXXXXX" >"$scratch_path"
+	chmod 1777 "$(<"$scratch_path")"
 }
 
 remove_unfinished()
 {
-	rm -rf --one-file-system "$roots/.new"
-	if [[ ! -s $roots/.scratch ]]; then
+	rm -rf --one-file-system "$new_root"
+	if [[ ! -s $scratch_path ]]; then
 		return
 	fi
-	local removal=(rm -rf --one-file-system "$(<"$roots/.scratch")")
+	local removal=(rm -rf --one-file-system "$(<"$scratch_path")")
 	"${removal[@]}" 2>/dev/null || mmdebstrap --unshare-helper "${removal[@]}" 2>/dev/null || as_admin "${removal[@]}"
-	rm -f "$roots/.scratch"
+	rm -f "$scratch_path"
 }
 
 # Unpacks an archive, so that the caller owns the whole root however it is made.
@@ -99,8 +102,8 @@ fill_root()
 		mode=root
 	fi
 	open_scratch
-	mkdir "$roots/.new"
-	"${runner[@]}" TMPDIR="$(<"$roots/.scratch")" mmdebstrap --mode=$mode --format=tar --variant=apt \
+	mkdir "$new_root"
+	"${runner[@]}" TMPDIR="$(<"$scratch_path")" mmdebstrap --mode=$mode --format=tar --variant=apt \
 		--aptopt='APT::Install-Recommends "false"' \
 		--aptopt='Acquire::Check-Valid-Until "false"' \
 		--aptopt='Acquire::Retries "3"' \
@@ -112,9 +115,9 @@ fill_root()
 		--include="$(root_packages | paste -sd ,)" \
 		"${source_options[@]}" \
 		"$root_suite" - "${archives[@]}" |
-		tar --extract --preserve-permissions --exclude='./dev/*' --directory="$roots/.new" &&
-		touch "$roots/.new/etc/resolv.conf" "$roots/.new/etc/hosts" &&
-		write_root_id "$roots/.new"
+		tar --extract --preserve-permissions --exclude='./dev/*' --directory="$new_root" &&
+		touch "$new_root/etc/resolv.conf" "$new_root/etc/hosts" &&
+		write_root_id "$new_root"
 }
 
 # A root takes 2 GB. Removes those unused for a month.
@@ -134,16 +137,16 @@ extend_root()
 {
 	local packages=()
 	mapfile -t packages < <(root_packages)
-	rm -rf --one-file-system "$roots/.new"
-	cp --archive --link "$small_root" "$roots/.new" &&
-		as_admin_of "$roots/.new" sh -ec '
+	rm -rf --one-file-system "$new_root"
+	cp --archive --link "$small_root" "$new_root" &&
+		as_admin_of "$new_root" sh -ec '
 			apt-get -o APT::Sandbox::User=root update
 			apt-get -o APT::Sandbox::User=root install -y --no-install-recommends "$@"
 			apt-get clean
 			rm -rf /var/lib/apt/lists/*' sh "${packages[@]}" || return
-	if [[ -n $(comm -23 <(installed_in "$small_root") <(installed_in "$roots/.new")) ]]; then
-		rm "$roots/.new/etc/kestrune-root"
-		write_root_id "$roots/.new"
+	if [[ -n $(comm -23 <(installed_in "$small_root") <(installed_in "$new_root")) ]]; then
+		rm "$new_root/etc/kestrune-root"
+		write_root_id "$new_root"
 	fi
 }
 
@@ -155,7 +158,8 @@ write_root_id()
 make_root()
 {
 	local lock mirror
-	exec {lock}>"$roots/.lock"
+	mkdir -p "$roots"
+	exec {lock}>"$roots/.$root_suite.lock"
 	if ! flock --nonblock "$lock"; then
 		say "Waiting for another ./run, which is making the build root…"
 		flock "$lock"
@@ -163,7 +167,7 @@ make_root()
 	if [[ ! -d $root && -d $small_root ]]; then
 		step "Adding the development packages to the build root (about a minute)" \
 			"Check the network and free disk space, then run ./run again." extend_root
-		mv "$roots/.new" "$root"
+		mv "$new_root" "$root"
 	elif [[ ! -d $root ]]; then
 		mirror=$(debian_mirror)
 		[[ -n $mirror ]] || fail "apt has no Debian mirror here; name one: KESTRUNE_MIRROR=http://… ./run …"
@@ -172,7 +176,7 @@ make_root()
 		step "Making the build root ($root_cost, in $roots)" \
 			"Check the network (the mirror is $mirror) and free disk space, then run ./run again." \
 			fill_root "$mirror"
-		mv "$roots/.new" "$root"
+		mv "$new_root" "$root"
 		remove_unfinished
 		trap - EXIT
 		remove_old_roots

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
 # Decides where commands run (on the machine, or in a root entered by bwrap or proot) and prepares that.
 
-# OBS refuses modules that report a newer API version than its own.
-oldest_obs=31.1
+# Older headers stop the build: see obs-plugin/module/module.cpp.
+oldest_obs=31.1.1
 
 new_enough()
 {
@@ -44,6 +44,7 @@ choose_entrance()
 use_root()
 {
 	if [[ ! -d $root ]]; then
+		ensure_package_lists
 		install_packages "under a minute" mmdebstrap bubblewrap uidmap mount
 	fi
 	if ! choose_entrance; then
@@ -58,11 +59,15 @@ use_root()
 	root_id=$(<"$root/etc/kestrune-root")
 }
 
+require_apt()
+{
+	command -v apt-get >/dev/null || fail "apt-get is missing; this needs Debian 12 or newer"
+}
+
 # Prepares the selected root for in_root; sets `entrance` and `root_id`.
 prepare_root()
 {
-	command -v apt-get >/dev/null || fail "apt-get is missing; this needs Debian 12 or newer"
-	mkdir -p "$roots"
+	require_apt
 	if new_enough "$(installed_obs)"; then
 		use_machine
 		return
@@ -78,9 +83,10 @@ prepare_root()
 	use_root
 }
 
-# Switches to the root for the Windows tests.
+# Switches to the root for Windows, and makes it if needed.
 prepare_windows_root()
 {
 	select_root trixie tools/root/windows-packages.txt
+	require_apt
 	use_root
 }

@@ -30,7 +30,10 @@ ensure_qt()
 	local lock
 	qt_for_windows=$cache/qt-mingw-$({ cat "${qt_recipe[@]}" && printf '%s' "${root##*/}"; } | sha256sum | head -c 12)
 	exec {lock}>"$cache/.qt-mingw.lock"
-	flock "$lock"
+	if ! flock --nonblock "$lock"; then
+		say "Waiting for another ./run, which is building Qt for Windows…"
+		flock "$lock"
+	fi
 	if [[ ! -d $qt_for_windows ]]; then
 		say "Building Qt for Windows (about 10 minutes on 2 cores, 100 MB in $cache, once)…"
 		build_qt || fail "building Qt failed; see the end of $setup_log, then run ./run again."
