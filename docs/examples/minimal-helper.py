@@ -16,7 +16,7 @@ def tell(**event):
 def process(replay, seconds):
     short = shorts / f"{Path(replay).stem} {uuid.uuid4().hex[:8]}.mp4"
     unfinished = short.with_suffix(".part")
-    # The end is all of a replay that is shorter than this.
+    # If the replay is shorter, ffmpeg takes all of it.
     cut = ["ffmpeg", "-v", "error", "-sseof", f"-{seconds}", "-i", replay, "-vf", "crop=ih*9/16:ih,scale=1080:1920"]
     subprocess.run([*cut, "-f", "mp4", unfinished], check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     unfinished.rename(short)
