@@ -60,6 +60,8 @@ void perform(const QJsonObject &step)
 		while (!folder().exists(step[u"gate"].toString())) {
 			std::this_thread::sleep_for(2ms);
 		}
+	} else if (action == u"open") {
+		append(folder().filePath(step[u"gate"].toString()), {});
 	} else if (action == u"repeat") {
 		for (int left = step[u"count"].toInt(); left > 0; --left) {
 			write(stdout, bytes);

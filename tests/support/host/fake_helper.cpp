@@ -37,6 +37,11 @@ HelperScript &HelperScript::await(const QString &gate)
 	return add(u"await"_s, {{u"gate"_s, gate}});
 }
 
+HelperScript &HelperScript::open(const QString &gate)
+{
+	return add(u"open"_s, {{u"gate"_s, gate}});
+}
+
 HelperScript &HelperScript::flood(const QByteArray &bytes)
 {
 	return add(u"flood"_s, {{u"bytes"_s, QString::fromLatin1(bytes.toBase64())}});
@@ -107,6 +112,11 @@ void FakeHelper::open(const QString &gate) const
 	if (!file.open(QIODevice::WriteOnly)) {
 		qFatal("cannot open gate %s", qUtf8Printable(gate));
 	}
+}
+
+bool FakeHelper::isOpen(const QString &gate) const
+{
+	return QFileInfo::exists(folder_.filePath(gate));
 }
 
 QList<QJsonObject> FakeHelper::records(const QString &command) const

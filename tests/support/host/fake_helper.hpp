@@ -14,6 +14,8 @@ public:
 	HelperScript &complain(const QByteArray &bytes);
 	/// Waits for FakeHelper::open(gate).
 	HelperScript &await(const QString &gate);
+	/// Says that the run has come this far: FakeHelper::isOpen(gate).
+	HelperScript &open(const QString &gate);
 	/// Writes `bytes` repeatedly until the pipe closes.
 	HelperScript &flood(const QByteArray &bytes);
 	HelperScript &repeat(const QByteArray &bytes, int count);
@@ -42,6 +44,8 @@ public:
 	void on(const QString &command, const HelperScript &script) const;
 	/// Releases runs that wait for this gate.
 	void open(const QString &gate) const;
+	/// Whether a run, or the test, has opened this gate.
+	bool isOpen(const QString &gate) const;
 
 	/// The arguments of the runs so far, in order; optionally of one command.
 	QList<QStringList> runs(const QString &command = {}) const;
