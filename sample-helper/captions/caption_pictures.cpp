@@ -12,7 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// Twice as high as the longest captions, so that a font with wide letters has room, too.
 constexpr int stripHeight_px = 960;
 
@@ -66,7 +65,6 @@ QString drawing(int top_px)
 	       "[product][divisor]blend=all_mode=divide[colour];[opacity]extractplanes=g[alpha];"
 	       "[colour][alpha]alphamerge,format=rgba[captions]"_s;
 }
-
 } // namespace
 
 CaptionPictures drawCaptions(const Look &look, const QList<Cue> &cues, const QString &folder)

@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// Even a long film's subtitles take only a tenth of this.
 constexpr qint64 largestSidecarBytes = 1'000'000;
 
@@ -52,7 +51,6 @@ QList<Cue> momentOf(const Excerpt &excerpt)
 	const QString moment = QFileInfo(excerpt.replay).lastModified().toString(u"HH:mm"_s);
 	return {{0, qRound64(excerpt.length_s * 1000), u"Clipped at %1"_s.arg(moment)}};
 }
-
 } // namespace
 
 QList<Cue> captionsOf(const Excerpt &excerpt, const QString &folder, QStringList &notes)

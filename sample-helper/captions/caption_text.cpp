@@ -9,7 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace captiontext {
 namespace {
-
 /// How many lines stay clear of the rest of the picture at full size.
 constexpr int fullSizeLines = 4;
 /// What fits at half size.
@@ -21,7 +20,6 @@ int widthOfLetter(char32_t letter)
 	constexpr char32_t firstWideLetter = 0x2e80;
 	return letter >= firstWideLetter ? 2 : 1;
 }
-
 } // namespace
 
 int widthOf(const QString &text)
@@ -134,5 +132,4 @@ QString escape(const QString &text)
 	}
 	return result;
 }
-
 } // namespace captiontext

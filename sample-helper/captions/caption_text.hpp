@@ -6,7 +6,6 @@
 
 /// Text and times as the script format of ffmpeg's "ass" filter (Advanced SubStation Alpha) wants them.
 namespace captiontext {
-
 /// About as much fits on a line at full size.
 constexpr int lineWidth = 16;
 
@@ -31,5 +30,4 @@ double fontScale(const QString &text);
 
 /// The text for an event line: shown letter by letter, whatever commands it looks like.
 QString escape(const QString &text);
-
 } // namespace captiontext

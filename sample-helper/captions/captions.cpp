@@ -8,7 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// How letters are painted, in the words of the script format: colours are &H, alpha (00 is opaque), blue, green, red.
 struct Layer {
 	const char *letters{};
@@ -121,7 +120,6 @@ QString cueLines(const Style &style, const Font &font, const Cue &cue, int y)
 	}
 	return lines;
 }
-
 } // namespace
 
 QStringList styleKeys()

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace phrases {
 namespace {
-
 using Words = QList<Word>;
 
 constexpr int mostWidth = mostLines * captiontext::lineWidth;
@@ -183,7 +182,6 @@ qint64 neededTime_ms(const QString &text, qint64 spoken_ms)
 	const qint64 reading_ms = captiontext::widthOf(text) * 1000LL / lettersPerSecond;
 	return std::min(std::max({shortest_ms, reading_ms, spoken_ms}), longest_ms);
 }
-
 } // namespace
 
 QList<Cue> phrasesOf(const QList<Word> &words, qint64 length_ms)
@@ -210,5 +208,4 @@ QList<Cue> phrasesOf(const QList<Word> &words, qint64 length_ms)
 	}
 	return cues;
 }
-
 } // namespace phrases

@@ -15,7 +15,6 @@ struct Word {
 
 /// Captions that can be read while they are shown, by the usual rules of subtitles for a picture as narrow as a Short.
 namespace phrases {
-
 /// Of captiontext::lineWidth each.
 constexpr int mostLines = 2;
 
@@ -32,5 +31,4 @@ constexpr qint64 silence_ms = 500;
 /// The words as captions for a clip of this length: one at a time, each of at most two lines. They end with a sentence,
 /// at a pause or a comma, else where both halves are about equal.
 QList<Cue> phrasesOf(const QList<Word> &words, qint64 length_ms);
-
 } // namespace phrases

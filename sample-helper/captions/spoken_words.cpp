@@ -8,7 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 struct Span {
 	qint64 start_ms{};
 	qint64 end_ms{};
@@ -82,7 +81,6 @@ QList<Word> wordsOf(const QJsonObject &segment)
 	}
 	return words;
 }
-
 } // namespace
 
 std::optional<QList<Word>> spokenWords(const QByteArray &answer)

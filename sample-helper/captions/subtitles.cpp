@@ -10,7 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 QString decode(const QByteArray &file)
 {
 	QStringDecoder decoder(QStringConverter::encodingForData(file).value_or(QStringConverter::Utf8));
@@ -91,7 +90,6 @@ QString textFrom(const QStringList &lines, qsizetype line)
 	}
 	return text.join(QLatin1Char('\n'));
 }
-
 } // namespace
 
 bool isText(const QByteArray &file)

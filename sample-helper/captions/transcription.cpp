@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace transcription {
 namespace {
-
 /// Writes speech.wav. whisper.cpp hears one channel at 16 kHz.
 void extractSound(const Excerpt &excerpt, const QString &folder)
 {
@@ -99,7 +98,6 @@ QString reason(const subprocess::Result &result)
 	}
 	return u"failed"_s;
 }
-
 } // namespace
 
 bool isWanted()
@@ -127,5 +125,4 @@ QList<Cue> transcribe(const Excerpt &excerpt, const QString &folder)
 	}
 	return phrases::phrasesOf(*words, qRound64(excerpt.length_s * 1000));
 }
-
 } // namespace transcription

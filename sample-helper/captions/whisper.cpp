@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace whisper {
-
 QString programFolder()
 {
 	return environment::stateFolder() + u"/whisper"_s;
@@ -48,5 +47,4 @@ bool looksLikeModel(const QString &path)
 	QFile file(path);
 	return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && file.read(mark.size()) == mark;
 }
-
 } // namespace whisper

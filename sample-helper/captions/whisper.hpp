@@ -4,7 +4,6 @@
 
 /// Where whisper.cpp's program and its model are.
 namespace whisper {
-
 /// The folders in the state folder that both are looked for in, if nothing says otherwise.
 QString programFolder();
 QString modelFolder();
@@ -18,5 +17,4 @@ QString model();
 
 /// Whether a file begins as models do. A truncated download passes as well.
 bool looksLikeModel(const QString &path);
-
 } // namespace whisper

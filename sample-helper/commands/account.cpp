@@ -13,7 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr QLatin1StringView accountFile("account.json");
 constexpr QLatin1StringView linkKey("link");
 constexpr QLatin1StringView linkedValue("linked");
@@ -35,7 +34,6 @@ QString randomCode()
 	}
 	return code + u"-%1"_s.arg(random->bounded(10000), 4, 10, QLatin1Char('0'));
 }
-
 } // namespace
 
 Link currentLink()

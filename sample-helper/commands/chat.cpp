@@ -15,7 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr QLatin1StringView chatFile("chat.json");
 constexpr QLatin1StringView enabledKey("enabled");
 constexpr QLatin1StringView commandKey("command");
@@ -186,7 +185,6 @@ QJsonArray takeTriggers(QJsonObject &chat)
 	}
 	return triggers;
 }
-
 } // namespace
 
 int runChatGet(const QCommandLineParser &)

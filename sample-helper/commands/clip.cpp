@@ -24,7 +24,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr int longestClip_s = 3600;
 
 int requestedLength_s(const QCommandLineParser &parser)
@@ -116,7 +115,6 @@ void rememberLook(const Look &look, QStringList &notes)
 		notes += u"its look isn't remembered, %1"_s.arg(failure.clause());
 	}
 }
-
 } // namespace
 
 int runProcess(const QCommandLineParser &parser)

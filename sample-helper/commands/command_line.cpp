@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 void describe(QCommandLineParser &parser)
 {
 	for (const Command &command : commands()) {
@@ -50,7 +49,6 @@ const Command &wantedCommand(const QCommandLineParser &parser)
 	}
 	return *wanted;
 }
-
 } // namespace
 
 int runCommandLine(const QStringList &arguments)

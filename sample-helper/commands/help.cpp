@@ -8,7 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr const char *introduction = R"(Usage: sample-helper COMMAND [OPTION]...
 
 Makes captioned vertical Shorts of OBS replays for the Kestrune dock, without
@@ -79,7 +78,6 @@ QString optionLines(std::span<const Option> options)
 	}
 	return text;
 }
-
 } // namespace
 
 QString helpText()

@@ -18,7 +18,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 // Long enough for a streamer to flip through the looks, short enough for a newly installed font to show up.
 constexpr qint64 cacheLifetime_s = 3600;
 
@@ -110,7 +109,6 @@ void render(const Look &look, const Region &camera, const QString &target)
 		    scratch.path());
 	files::move(scratch.filePath(u"preview.png"_s), target);
 }
-
 } // namespace
 
 int runPreview(const QCommandLineParser &parser)

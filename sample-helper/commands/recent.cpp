@@ -11,14 +11,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// When a file was made. A time more than a day ahead comes from a clock that was wrong and counts as the oldest, or
 /// such a Short would stay on top for that long. Smaller differences may be another computer's clock.
 QDateTime timeOf(const QFileInfo &file, const QDateTime &now)
 {
 	return file.lastModified() < now.addDays(1) ? file.lastModified() : QDateTime::fromSecsSinceEpoch(0);
 }
-
 } // namespace
 
 int runRecent(const QCommandLineParser &)

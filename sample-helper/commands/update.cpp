@@ -17,7 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 struct Release {
 	QString version{};
 	QString notes{};
@@ -116,7 +115,6 @@ QString download(const Release &release)
 	}
 	return target.fileName();
 }
-
 } // namespace
 
 int runCheckUpdate(const QCommandLineParser &)

@@ -19,7 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// A family's or font's name without spaces and the like, to compare names that are written differently.
 QString bare(const QString &name)
 {
@@ -77,7 +76,6 @@ void checkHearing(Report &report, const QString &folder)
 			     remedies::model(whisper::modelFolder()));
 	}
 }
-
 } // namespace
 
 void checkCaptions(Report &report, const QString &folder)

@@ -14,7 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// A Short of a minute takes about a tenth of this.
 constexpr qint64 plentyOfRoom_bytes = 1'000'000'000;
 constexpr qint64 leastRoom_bytes = 100'000'000;
@@ -58,7 +57,6 @@ QStringList wrongChoices()
 	}
 	return notes;
 }
-
 } // namespace
 
 void checkSettings(Report &report)

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace remedies {
 namespace {
-
 /// ID and ID_LIKE of /etc/os-release, for example {"linuxmint", "ubuntu", "debian"}.
 QStringList systemNames(const QByteArray &osRelease)
 {
@@ -32,7 +31,6 @@ QString fontPackage(const QString &family)
 						      {u"Inter"_s, u"fonts-inter"_s}};
 	return packages.value(family);
 }
-
 } // namespace
 
 System systemOf(const QByteArray &osRelease)
@@ -133,5 +131,4 @@ QString model(const QString &folder)
 	return u"curl -L --create-dirs -o \"%1\" "
 	       "https://huggingface.co/ggerganov/whisper.cpp/resolve/main/ggml-base.bin"_s.arg(target);
 }
-
 } // namespace remedies

@@ -7,7 +7,6 @@
 
 /// How a streamer gets what is missing: one command or address, for the system that this runs on.
 namespace remedies {
-
 enum class System : std::uint8_t { Debian, Fedora, Arch, Windows, Other };
 
 /// The system by the content of /etc/os-release. Ubuntu and its like count as Debian.
@@ -31,5 +30,4 @@ QString whisper(const QString &folder, System system);
 
 /// A speech model, put into `folder`.
 QString model(const QString &folder);
-
 } // namespace remedies

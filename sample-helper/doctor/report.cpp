@@ -7,7 +7,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 void printLine(const QString &text)
 {
 	const QByteArray bytes = text.toUtf8() + '\n';
@@ -19,7 +18,6 @@ QString counted(int count, const QString &noun)
 {
 	return count == 1 ? u"one "_s + noun : u"%1 %2s"_s.arg(count).arg(noun);
 }
-
 } // namespace
 
 void Report::line(const QString &mark, const QString &text, const QString &remedy)

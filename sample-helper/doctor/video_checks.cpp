@@ -19,7 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// The version in a line such as "ffmpeg version 7.1.1-1+b1 Copyright …"; empty if the program says no such thing.
 QString versionOf(const QString &program)
 {
@@ -50,7 +49,6 @@ bool checkProgram(Report &report, const QString &name)
 		return false;
 	}
 }
-
 } // namespace
 
 bool checkFfmpeg(Report &report)

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 namespace {
-
 /// Puts this process into a job that ends with it; false on failure. What it starts belongs to the same job from the
 /// first moment, which a job for each program could not promise.
 bool joinJob()
@@ -23,7 +22,6 @@ bool joinJob()
 	}
 	return joined;
 }
-
 } // namespace
 
 void runInBackground(QProcess &process)

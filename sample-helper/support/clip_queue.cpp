@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr unsigned long pollInterval_ms = 200;
 
 QString queueFolder()
@@ -104,7 +103,6 @@ void waitForTurn(qint64 number)
 		qInfo("its turn after %.1f s", static_cast<double>(timer.elapsed()) / 1000);
 	}
 }
-
 } // namespace
 
 ClipTurn::ClipTurn()

@@ -11,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace environment {
 namespace {
-
 constexpr const char *prefix = "KESTRUNE_SAMPLE_HELPER_";
 
 QString absolute(const QString &path)
@@ -47,7 +46,6 @@ int numberOr(const char *name, int fallback)
 	const QString value = valueOf(name);
 	return settings::complaint(QLatin1String(name), value).isEmpty() ? value.toInt() : fallback;
 }
-
 } // namespace
 
 QString stateFolder()
@@ -164,5 +162,4 @@ QString currentVersion()
 {
 	return valueOr("CURRENT_VERSION", u"" SAMPLE_HELPER_VERSION ""_s);
 }
-
 } // namespace environment

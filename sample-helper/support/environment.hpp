@@ -6,7 +6,6 @@
 /// The settings that environment variables or the settings file hold; the variables win. Each call reads them again. A
 /// value that makes no sense counts as not set.
 namespace environment {
-
 /// The one folder that holds everything this program remembers. It may not exist yet.
 QString stateFolder();
 
@@ -64,5 +63,4 @@ QString releaseFolder();
 
 /// The version that counts as installed.
 QString currentVersion();
-
 } // namespace environment

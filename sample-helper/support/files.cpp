@@ -14,7 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace files {
 namespace {
-
 Failure failureOf(const QString &deed, const QString &path, const QString &systemText)
 {
 	const QFileInfo file(path);
@@ -45,7 +44,6 @@ void writeFile(const QString &target, const QByteArray &content, bool safely, co
 		throw failureOf(u"save"_s, path, error);
 	}
 }
-
 } // namespace
 
 void makeFolder(const QString &path)
@@ -147,5 +145,4 @@ QString cause(const QString &systemText)
 	}
 	return text;
 }
-
 } // namespace files

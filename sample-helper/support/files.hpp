@@ -9,7 +9,6 @@ class QFileDevice;
 /// Files and folders. Failures are thrown as Failure and name the file, its folder and the cause, as in "couldn't save
 /// chat.json in /home/ana/shorts: the disk is full."
 namespace files {
-
 /// The largest file that is read whole.
 constexpr qint64 largestSmallFile_bytes = qint64{1024} * 1024;
 
@@ -40,5 +39,4 @@ void lock(QFile &file, int limit_ms);
 
 /// Turns a system's error text into the end of a sentence, without the full stop.
 QString cause(const QString &systemText);
-
 } // namespace files

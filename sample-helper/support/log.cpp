@@ -12,7 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr qint64 largestLogBytes = 1'000'000;
 
 bool alsoOnTerminal = true;
@@ -37,7 +36,6 @@ void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 		file.write(bytes);
 	}
 }
-
 } // namespace
 
 void startLog()

@@ -9,7 +9,6 @@ class QFile;
 
 /// System calls that Qt lacks; one source file per system.
 namespace platform {
-
 /// Locks an open file for this process without waiting; `operation_would_block` means that another process holds the
 /// lock. The system releases it when the file is closed or the process ends, even if killed, and not before: a
 /// suspended process keeps it.
@@ -23,5 +22,4 @@ QList<int> diskFullErrors();
 
 /// A name for this folder that can be a program's working folder (Windows limits its length).
 QString asWorkingFolder(const QString &folder);
-
 } // namespace platform

@@ -8,7 +8,6 @@
 #include <cerrno>
 
 namespace platform {
-
 std::error_code tryLock(QFile &file)
 {
 	return flock(file.handle(), LOCK_EX | LOCK_NB) == 0 ? std::error_code()
@@ -31,5 +30,4 @@ QString asWorkingFolder(const QString &folder)
 {
 	return folder;
 }
-
 } // namespace platform

@@ -11,7 +11,6 @@
 
 namespace platform {
 namespace {
-
 HANDLE handleOf(const QFile &file)
 {
 	return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
@@ -21,7 +20,6 @@ std::error_code errorUnless(bool done)
 {
 	return done ? std::error_code() : std::error_code(static_cast<int>(GetLastError()), std::system_category());
 }
-
 } // namespace
 
 std::error_code tryLock(QFile &file)
@@ -62,5 +60,4 @@ QString asWorkingFolder(const QString &folder)
 	}
 	return QString::fromWCharArray(name.data(), static_cast<qsizetype>(length)).sliced(longPaths.size());
 }
-
 } // namespace platform

@@ -12,7 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 // The first line of a lock file; the second one is the path of the half-made Short.
 constexpr QByteArrayView lockMark("scratch folder of kestrune-sample-helper\n");
 constexpr QLatin1StringView lockSuffix(".lock");
@@ -81,7 +80,6 @@ void removeIfAbandoned(const QString &lockPath, const QString &canonicalReplay)
 	}
 	removeAll(part, folder, lock);
 }
-
 } // namespace
 
 ScratchFolder::ScratchFolder(const QString &parent)

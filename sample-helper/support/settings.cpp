@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace settings {
 namespace {
-
 enum class Kind : std::uint8_t { Text, Milliseconds, Count, Switch };
 
 struct Setting {
@@ -77,7 +76,6 @@ void parseLine(const QString &line, int number, Content &content)
 	}
 	content.values[name] = value;
 }
-
 } // namespace
 
 Content parse(const QByteArray &file)
@@ -131,5 +129,4 @@ QString complaint(const QString &name, const QString &value)
 	}
 	return {};
 }
-
 } // namespace settings

@@ -7,7 +7,6 @@
 
 /// The settings by their names, without the "KESTRUNE_SAMPLE_HELPER_" that the environment variables begin with.
 namespace settings {
-
 /// What a settings file says.
 struct Content {
 	QHash<QString, QString> values{};
@@ -24,5 +23,4 @@ QStringList names();
 
 /// What is wrong with a value, as the end of a sentence that began with the name; empty if it may stand there.
 QString complaint(const QString &name, const QString &value);
-
 } // namespace settings

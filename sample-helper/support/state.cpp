@@ -13,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace state {
 namespace {
-
 QString pathOf(const QString &name)
 {
 	return environment::stateFolder() + QLatin1Char('/') + name;
@@ -70,7 +69,6 @@ QJsonObject loadLocked(const QString &name)
 	}
 	return content.object;
 }
-
 } // namespace
 
 QJsonObject read(const QString &name)
@@ -116,5 +114,4 @@ QString writePage(const QString &name, const QString &title, const QString &text
 	files::replace(pathOf(name), page.toUtf8());
 	return QString::fromLatin1(QUrl::fromLocalFile(pathOf(name)).toEncoded());
 }
-
 } // namespace state

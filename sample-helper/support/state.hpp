@@ -11,7 +11,6 @@
 /// A file that is damaged or larger than files::largestSmallFile_bytes is never overwritten: it is renamed to
 /// "NAME.damaged-TIME", and the log says so.
 namespace state {
-
 /// Returns the JSON file `name` from the state folder; empty if it is missing or unusable.
 QJsonObject read(const QString &name);
 
@@ -21,5 +20,4 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 
 /// Stores a page for the browser in the state folder; returns its "file:" address. Throws Failure.
 QString writePage(const QString &name, const QString &title, const QString &text);
-
 } // namespace state

@@ -10,7 +10,6 @@
 
 namespace subprocess {
 namespace {
-
 constexpr qsizetype largestErrorOutput_bytes = qsizetype{64} * 1024;
 /// How often limits are looked at.
 constexpr int glance_ms = 200;
@@ -145,7 +144,6 @@ void log(const QProcess &process, const Result &result, const Limits &limits)
 		qInfo("%s\n%s", qUtf8Printable(call), qUtf8Printable(result.errorOutput));
 	}
 }
-
 } // namespace
 
 Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, const Limits &limits)
@@ -161,5 +159,4 @@ Result run(const QString &path, const QStringList &arguments, const QString &wor
 	log(process, result, limits);
 	return result;
 }
-
 } // namespace subprocess

@@ -8,7 +8,6 @@
 
 /// Other programs, run to their end.
 namespace subprocess {
-
 enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut, Hung };
 
 struct Result {
@@ -40,5 +39,4 @@ constexpr qsizetype largestOutput_bytes = qsizetype{16} * 1024 * 1024;
 /// others when they need it, and ends at once when this program is killed. What it says on standard error goes to the
 /// log as well. One that exceeds a limit is killed.
 Result run(const QString &path, const QStringList &arguments, const QString &workingFolder, const Limits &limits = {});
-
 } // namespace subprocess

@@ -5,7 +5,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// HDR shows ordinary white at 203 nits; brighter values, up to the 1000 nits that OBS sets by default, are compressed
 /// above it.
 QString toneMapping()
@@ -23,7 +22,6 @@ bool canMapTones()
 				 "setparams=color_primaries=bt2020:color_trc=smpte2084:colorspace=bt2020nc"_s,
 				 u"-vf"_s, toneMapping(), u"-frames:v"_s, u"1"_s, u"-f"_s, u"null"_s, u"-"_s});
 }
-
 } // namespace
 
 Colours ordinaryColours(const ffmpeg::Video &video, QStringList &notes)

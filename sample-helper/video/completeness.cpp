@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 using ffmpeg::Frame;
 
 double endOf(const QList<Frame> &frames)
@@ -33,7 +32,6 @@ QString oneDecimal(double number)
 {
 	return QString::number(number, 'f', 1);
 }
-
 } // namespace
 
 bool isPlayable(const QString &file, const Excerpt &excerpt)

@@ -8,13 +8,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// "-one 1 -two 2" as arguments.
 QStringList splitArguments(const char *text)
 {
 	return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
-
 } // namespace
 
 const QList<Encoder> &encoders()

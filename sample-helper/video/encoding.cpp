@@ -15,7 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr QLatin1StringView progressFile("progress.txt");
 
 QStringList soundArguments(const ffmpeg::Video &video)
@@ -97,7 +96,6 @@ Reading encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composi
 	      elapsed_s, excerpt.length_s / elapsed_s);
 	return {framesRead(folder), isDoubtful};
 }
-
 } // namespace
 
 Reading encode(const Excerpt &excerpt, const Composition &composition, const QString &folder, const QString &target,

@@ -10,7 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 using ffmpeg::Frame;
 
 /// OBS stores a keyframe every 250 frames, or as often as the user says.
@@ -80,7 +79,6 @@ QString number(double seconds)
 {
 	return QString::number(seconds, 'f', 6);
 }
-
 } // namespace
 
 Excerpt lastSecondsOf(const QString &replay, int length_s)

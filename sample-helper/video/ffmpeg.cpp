@@ -13,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace ffmpeg {
 namespace {
-
 constexpr QLatin1StringView addressPrefix("file:");
 
 subprocess::Result execute(const QString &name, const QStringList &arguments, const QString &workingFolder,
@@ -85,7 +84,6 @@ QString explain(const subprocess::Result &result, const QString &writtenFile)
 	const QString words = lastWords(errorOutput, writtenFile);
 	return words.isEmpty() ? u"ffmpeg stopped unexpectedly."_s : u"ffmpeg failed: %1."_s.arg(words);
 }
-
 } // namespace
 
 QString locate(const QString &name)
@@ -159,5 +157,4 @@ bool run(const QStringList &arguments, const QString &workingFolder)
 	static const QRegularExpression complaint(uR"(\[(vist|aist|in)#|Error while decoding stream)"_s);
 	return complaint.match(result.errorOutput).hasMatch();
 }
-
 } // namespace ffmpeg

@@ -8,7 +8,6 @@
 /// Everything that is done through the programs ffmpeg and ffprobe. All calls wait for the program to end, and kill one
 /// that nothing has come of for environment::stillLimit_ms().
 namespace ffmpeg {
-
 /// The path of ffmpeg or ffprobe. Throws Failure when it is missing.
 QString locate(const QString &name);
 
@@ -33,5 +32,4 @@ bool canDraw(const QString &filter, const QString &workingFolder);
 /// Runs ffmpeg in `workingFolder`; the last argument is the file that it writes. Returns whether it complained of what
 /// it read, though it went on. Throws Failure with a sentence that a streamer understands.
 bool run(const QStringList &arguments, const QString &workingFolder);
-
 } // namespace ffmpeg

@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr Region wholePicture{0, 0, 1, 1};
 constexpr Region leftHalf{0, 0, 0.5, 1};
 constexpr Region rightHalf{0.5, 0, 0.5, 1};
@@ -160,7 +159,6 @@ std::optional<Region> parseRegion(const QString &text)
 	const bool isInside = region.x + region.width <= 1.0001 && region.y + region.height <= 1.0001;
 	return region.width >= 0.01 && region.height >= 0.01 && isInside ? std::optional(region) : std::nullopt;
 }
-
 } // namespace
 
 QStringList layoutKeys()

@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr QLatin1StringView lookFile("look.json");
 constexpr QLatin1StringView layoutName("layout");
 constexpr QLatin1StringView styleName("style");
@@ -20,7 +19,6 @@ QString knownOrFirst(const QString &key, const QStringList &keys)
 {
 	return keys.contains(key) ? key : keys.first();
 }
-
 } // namespace
 
 Look storedLook()

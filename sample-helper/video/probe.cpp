@@ -12,7 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace ffmpeg {
 namespace {
-
 /// ffmpeg opens still pictures and even plain text as a "video"; neither is a replay.
 bool isMovieFormat(const QString &format)
 {
@@ -62,7 +61,6 @@ std::optional<Frame> parseFrame(const QByteArray &line)
 	const double decode_s = parts[1].toDouble(&hasDecodeTime);
 	return Frame{time_s, parts[2].toDouble(), hasDecodeTime ? decode_s : time_s, parts[3].startsWith('K')};
 }
-
 } // namespace
 
 std::optional<Video> lookInto(const QString &path)
@@ -107,5 +105,4 @@ QList<Frame> frames(const QString &path, int stream, std::optional<double> from_
 	}
 	return result;
 }
-
 } // namespace ffmpeg

@@ -7,7 +7,6 @@
 
 /// What ffprobe finds out about video files.
 namespace ffmpeg {
-
 /// What is known of a video file.
 struct Video {
 	int videoStream{};
@@ -42,5 +41,4 @@ std::optional<Video> lookInto(const QString &path);
 /// as the format can be searched. Only the stored data is read, nothing is decoded. Throws Failure when ffprobe is
 /// missing or hangs.
 QList<Frame> frames(const QString &path, int stream, std::optional<double> from_s = std::nullopt);
-
 } // namespace ffmpeg

@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// The end of what ffmpeg has written: it appends a block of some 300 bytes now and then.
 QByteArray lastBlocks(const QString &path)
 {
@@ -40,7 +39,6 @@ void tellUntil(const std::stop_token &stop, const QString &file, double length_s
 		}
 	}
 }
-
 } // namespace
 
 ProgressLog::ProgressLog(const QString &file, double length_s, int interval_ms)

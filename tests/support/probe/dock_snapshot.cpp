@@ -14,7 +14,6 @@
 #include <obs-frontend-api.h>
 
 namespace {
-
 /// Adds the screen position of `rectangle`, a part of the widget.
 void addGeometry(QJsonObject &object, const QWidget &widget, const QRect &rectangle)
 {
@@ -96,7 +95,6 @@ QJsonObject describe(const QWidget &widget)
 	}
 	return object;
 }
-
 } // namespace
 
 QJsonObject dockSnapshot(const QString &widgetName)

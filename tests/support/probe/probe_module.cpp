@@ -16,7 +16,6 @@
 OBS_DECLARE_MODULE()
 
 namespace {
-
 /// The layout that obs-websocket expects.
 struct RequestCallback {
 	void (*function)(obs_data_t *request, obs_data_t *response, void *privateData) = nullptr;
@@ -65,7 +64,6 @@ public:
 private:
 	calldata_t data{};
 };
-
 } // namespace
 
 bool obs_module_load()

@@ -15,7 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr int exitUnusable = 2;
 
 int complain(const QString &text)
@@ -44,7 +43,6 @@ int install(const QString &version)
 	}
 	return 0;
 }
-
 } // namespace
 
 int main(int argc, char *argv[])

@@ -9,9 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 constexpr int runTimeout_ms = 120000;
-
 } // namespace
 
 QString sampleHelper()

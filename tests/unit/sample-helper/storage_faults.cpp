@@ -28,7 +28,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QJsonObject oldChat{{u"command"_s, u"!old"_s}, {u"cooldown_s"_s, 30}, {u"enabled"_s, true},
 			  {u"granted"_s, true},      {u"of others"_s, 5},   {u"per_stream_cap"_s, 10},
 			  {u"stream_count"_s, 3}};
@@ -174,7 +173,6 @@ void expectOldOrNewLook(const Sandbox &sandbox, const QString &plan)
 	expect(layout == u"podcast"_s || layout == u"gameplay"_s, plan, "the look");
 	expect(look[QLatin1String("of others")] == oldLook[u"of others"_s], plan, "what others keep with the look");
 }
-
 } // namespace
 
 void HelperFaultsTest::namesTheCause_data()

@@ -13,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace timecoded {
 namespace {
-
 // Nine squares tell the number, in two columns of the middle of the picture, which the layout keeps; one is always
 // white.
 constexpr int squares = 10;
@@ -142,7 +141,6 @@ QList<double> beepsOf(const QString &path)
 	}
 	return beeps;
 }
-
 } // namespace
 
 QList<double> beeps_s()
@@ -169,5 +167,4 @@ Content contentOf(const QString &path)
 {
 	return {numbersOf(path), videos::frameTimes_s(path), beepsOf(path)};
 }
-
 } // namespace timecoded

@@ -7,7 +7,6 @@
 /// Replays whose every frame shows its number, as black and white squares, and that beep at known times: what a Short
 /// of them shows and sounds like tells exactly which part it is.
 namespace timecoded {
-
 constexpr int framesPerSecond = 10;
 constexpr int length_s = 40;
 
@@ -42,5 +41,4 @@ struct Content {
 };
 
 Content contentOf(const QString &path);
-
 } // namespace timecoded

@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace videos {
 namespace {
-
 QByteArray outputOf(const QString &program, const QStringList &arguments)
 {
 	QProcess process;
@@ -54,7 +53,6 @@ QString tone()
 {
 	return u"sine=r=48000"_s;
 }
-
 } // namespace
 
 QString regions()
@@ -208,5 +206,4 @@ QByteArray checksum(const QString &path)
 	QCryptographicHash hash(QCryptographicHash::Sha256);
 	return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result().toHex() : QByteArray();
 }
-
 } // namespace videos

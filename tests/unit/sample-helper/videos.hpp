@@ -7,7 +7,6 @@
 
 /// Small replays, made by ffmpeg once per test run.
 namespace videos {
-
 /// Of these replays, and so of their Shorts: encoding is what tests take time for.
 constexpr int framesPerSecond = 10;
 
@@ -65,5 +64,4 @@ bool isFastStart(const QString &path);
 QByteArray ffmpeg(const QStringList &arguments);
 
 QByteArray checksum(const QString &path);
-
 } // namespace videos

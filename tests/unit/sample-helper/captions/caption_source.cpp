@@ -37,7 +37,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 /// Has an account, and the replay in its own folder.
 class Studio : public Sandbox {
 public:
@@ -116,7 +115,6 @@ QString captionedFrames(const QString &path)
 	}
 	return spans.join(QLatin1Char(' '));
 }
-
 } // namespace
 
 void CaptionSourceTest::showsSidecarsAtTheirTime_data()

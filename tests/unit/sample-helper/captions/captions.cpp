@@ -24,14 +24,12 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QStringList eventsOf(const char *style, const char *position, const QString &text, const char *font = "inter")
 {
 	const Look look{u"gameplay"_s, QLatin1String(style), QLatin1String(font), QLatin1String(position)};
 	const QString script = QString::fromUtf8(captionScript(look, {{500, 1250, text}}));
 	return script.split(QLatin1Char('\n')).filter(u"Dialogue:"_s);
 }
-
 } // namespace
 
 void CaptionsTest::writesTimes()

@@ -3,7 +3,6 @@
 #include "captions/made_model.hpp"
 
 namespace {
-
 // The numbers of the multilingual models' words; those behind textTokens have no text of their own.
 constexpr int allTokens = 51865;
 constexpr int textTokens = 50257;
@@ -124,7 +123,6 @@ void addWords(ModelFile &file, const QList<int> &tokens)
 	file.tensor("decoder.ln.weight", {width}, QList<float>(width, 1));
 	file.zeros("decoder.ln.bias", {width});
 }
-
 } // namespace
 
 QByteArray madeModel(const QStringList &words, double end_s)

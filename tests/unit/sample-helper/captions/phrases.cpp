@@ -24,7 +24,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 /// Words said one after the other from `start_ms` on, each letter in the same time.
 QList<Word> said(const QString &text, qint64 start_ms = 0, qint64 letter_ms = 60)
 {
@@ -54,7 +53,6 @@ QString times(const QList<Cue> &cues)
 	}
 	return result.join(QLatin1Char(' '));
 }
-
 } // namespace
 
 void PhrasesTest::groupsWords_data()

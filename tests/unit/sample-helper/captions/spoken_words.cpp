@@ -25,7 +25,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QByteArray recorded(const QString &name)
 {
 	QFile file(u"" SOURCE_FOLDER "/tests/unit/sample-helper/captions/whisper_answers/"_s + name);
@@ -46,7 +45,6 @@ QByteArray answerOf(const QByteArray &text)
 {
 	return R"({"transcription":[{"offsets":{"from":1000,"to":2000},"text":")" + text + R"("}]})";
 }
-
 } // namespace
 
 void SpokenWordsTest::readsRecordedAnswers()

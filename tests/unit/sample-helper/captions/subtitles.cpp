@@ -26,7 +26,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QString shown(const QList<Cue> &cues)
 {
 	QStringList parts{};
@@ -40,7 +39,6 @@ QString parsed(const QByteArray &file)
 {
 	return shown(parseSubtitles(file));
 }
-
 } // namespace
 
 void SubtitlesTest::readsWhatPeopleHave_data()

@@ -23,10 +23,8 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QStringList statusSwitch{u"--status"_s};
 const QStringList linkSwitches{u"--link"_s, u"--no-browser"_s};
-
 } // namespace
 
 void AccountTest::beginsUnlinkedWithAllChoicesOnOffer()

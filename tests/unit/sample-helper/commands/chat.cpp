@@ -36,7 +36,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QStringList getSwitch{u"--chat-get"_s};
 const QStringList pollSwitch{u"--poll-triggers"_s};
 
@@ -72,7 +71,6 @@ int streamCount(const Sandbox &sandbox)
 {
 	return sandbox.run(getSwitch).onlyEvent()[QLatin1String("stream_count")].toInt(-1);
 }
-
 } // namespace
 
 void ChatTest::beginsWithDefaults()

@@ -41,7 +41,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 /// The closest of red, green and blue at a point of the frame.
 char colourAt(const QByteArray &frame, int x, int y)
 {
@@ -55,7 +54,6 @@ char colourAt(const QByteArray &frame, int x, int y)
 	}
 	return "rgb"[std::max_element(parts.begin(), parts.end()) - parts.begin()];
 }
-
 } // namespace
 
 void ClipTest::composesEveryLayout_data()

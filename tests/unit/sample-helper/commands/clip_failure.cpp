@@ -32,7 +32,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QStringList processArguments(const QString &replay, const QString &seconds = u"2"_s)
 {
 	return {u"--process"_s, replay, u"--seconds"_s, seconds, u"--scene"_s, u"obs"_s};
@@ -62,7 +61,6 @@ QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 	}
 	return errorOf(run);
 }
-
 } // namespace
 
 void ClipFailureTest::refusesBadReplays_data()

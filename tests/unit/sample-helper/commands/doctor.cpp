@@ -25,7 +25,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 Run doctor(const Sandbox &sandbox)
 {
 	return sandbox.run({u"--doctor"_s});
@@ -60,7 +59,6 @@ void useFonts(Sandbox &sandbox, const QByteArray &taken)
 			       "*font.ass*) echo '[Parsed_ass_0 @ 0x55] fontselect: (X, 700, 0) -> " +
 				       taken + "' >&2; exit 0;; esac\n");
 }
-
 } // namespace
 
 void DoctorTest::findsThatShortsCanBeMadeAndLeavesNothingBehind()

@@ -25,7 +25,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QStringList preview(const QString &layout, const QString &style, const QString &position = u"auto"_s)
 {
 	return {u"--preview"_s, u"--layout"_s,           layout,  u"--style"_s, style, u"--font"_s,
@@ -39,7 +38,6 @@ QString pathOf(const Run &run)
 		       ? event[QLatin1String("path")].toString()
 		       : QString();
 }
-
 } // namespace
 
 void PreviewTest::drawsAPicture()

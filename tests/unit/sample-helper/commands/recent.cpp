@@ -19,7 +19,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 void writeShort(const Sandbox &sandbox, const QString &name, const QDateTime &time)
 {
 	QFile file(sandbox.writeFile(u"Shorts/"_s + name, "x"));
@@ -36,7 +35,6 @@ QStringList names(const Run &run)
 	}
 	return result;
 }
-
 } // namespace
 
 void RecentTest::listsNothingAtFirst()

@@ -30,7 +30,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QStringList checkSwitch{u"--check-update"_s};
 const QStringList downloadSwitch{u"--download-update"_s};
 const QByteArray installerText = R"({"version": "9.1.0", "text": "a sample installer with a few bytes to copy"})";
@@ -52,7 +51,6 @@ QByteArray contentOf(const QString &path)
 	QFile file(path);
 	return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
-
 } // namespace
 
 void UpdateTest::offersNothingWithoutARelease()

@@ -20,7 +20,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 /// A sandbox where each encoding writes a line to "order.txt" when it begins and when it ends, and takes until the file
 /// "go" is there. What comes before does not wait.
 class Station : public Sandbox {
@@ -46,7 +45,6 @@ public:
 	QByteArray order() const { return readFile(u"order.txt"_s).replace('\n', ' ').trimmed(); }
 	bool logSays(const QByteArray &text) const { return readFile(u"sample-helper.log"_s).contains(text); }
 };
-
 } // namespace
 
 void ClipQueueTest::makesOneAfterTheOther()

@@ -26,7 +26,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QString anyPart = u"short-*.part"_s;
 const QString anyScratchFolder = u"run-*"_s;
 
@@ -73,7 +72,6 @@ void leaveBehind(const Sandbox &sandbox, const QString &name, const QString &par
 	sandbox.writeFile(name + u"/speech.wav"_s, "x");
 	sandbox.writeFile(name + u".lock"_s, "scratch folder of kestrune-sample-helper\n" + part.toUtf8());
 }
-
 } // namespace
 
 void ScratchFolderTest::removesWhatAKilledRunLeftBehind()

@@ -26,7 +26,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 const QStringList statusSwitch{u"--status"_s};
 
 QStringList setAside(const Sandbox &sandbox)
@@ -38,7 +37,6 @@ bool isLinked(const Run &run)
 {
 	return run.onlyEvent()[QLatin1String("linked")].toBool();
 }
-
 } // namespace
 
 void StateTest::keepsWhatItCannotUse_data()

@@ -22,7 +22,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 subprocess::Result runScript(const QString &script, const subprocess::Limits &limits = {})
 {
 	return subprocess::run(u"/bin/sh"_s, {u"-c"_s, script}, {}, limits);
@@ -43,7 +42,6 @@ public:
 		return processArguments(videos::silent(), 1, lookArguments("gameplay", "none"));
 	}
 };
-
 } // namespace
 
 void SubprocessTest::keepsTheEndOfALongOutput()

@@ -24,7 +24,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 QByteArray bytesOf(const QString &path)
 {
 	QFile file(path);
@@ -47,7 +46,6 @@ Run lastSeconds(const Sandbox &sandbox, const QString &replay, int asked_s)
 {
 	return sandbox.run(processArguments(replay, asked_s, lookArguments("gameplay", "none")));
 }
-
 } // namespace
 
 void DamagedReplaysTest::saysThatTheReplayIsShorter()

@@ -28,7 +28,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 /// A sandbox whose ffmpeg claims hardware encoders: h264_nvenc, whose hardware is missing, and h264_vaapi and h264_qsv,
 /// which use libx264. "calls.txt" records every call.
 class Workshop : public Sandbox {
@@ -76,7 +75,6 @@ public:
 			.size();
 	}
 };
-
 } // namespace
 
 void EncodingTest::keepsTheFrameRate_data()

@@ -19,7 +19,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
 void addRow(const char *name, const timecoded::Kind &kind, int asked_s)
 {
 	QTest::addRow("%s from %g s, a keyframe every %d, last %d s", name, kind.start_s, kind.keyInterval, asked_s)
@@ -54,7 +53,6 @@ bool areNear(const QList<double> &seen, const QList<double> &wanted, double tole
 	return std::equal(seen.begin(), seen.end(), wanted.begin(), wanted.end(),
 			  [=](double left, double right) { return std::abs(left - right) <= tolerance; });
 }
-
 } // namespace
 
 void ExactCutTest::cutsEveryContainerExactly_data()
