@@ -44,7 +44,7 @@ async function measured(program, args) {
   const env = { ...process.env, LC_ALL: "C", TIMEFORMAT: "%R %U %S", KESTRUNE_SAMPLE_HELPER_HOME: folder };
   const script = '{ time "$@" >"$0" 2>&1; } 2>&1 || { cat "$0" >&2; exit 1; }';
   const log = path.join(folder, "log");
-  const times = await run("bash", ["-c", script, log, program, ...args], { env, limitMs: 1_200_000 });
+  const times = await run("bash", ["-c", script, log, program, ...args], { env, limit_ms: 1_200_000 });
   const [time_s, user_s, system_s] = times.trim().split("\n").at(-1).split(" ").map(Number);
   return { time_s, processor_s: user_s + system_s };
 }
@@ -68,7 +68,7 @@ async function makeReplay() {
   const picture = "testsrc2=s=1920x1080:r=60,noise=alls=6:allf=t";
   const inputs = ["-f", "lavfi", "-i", picture, "-f", "lavfi", "-i", "sine=r=48000", "-t", String(length_s)];
   const fast = ["-c:v", "libx264", "-preset", "ultrafast", "-b:v", "20M", "-pix_fmt", "yuv420p", "-c:a", "aac"];
-  await run("ffmpeg", ["-v", "error", "-nostdin", "-y", ...inputs, ...fast, replay], { limitMs: 1_200_000 });
+  await run("ffmpeg", ["-v", "error", "-nostdin", "-y", ...inputs, ...fast, replay], { limit_ms: 1_200_000 });
   const time = (second) => new Date(second * 1000).toISOString().slice(11, 19);
   const starts = Array.from({ length: Math.ceil(length_s / 3) }, (_, index) => 3 * index);
   const cues = starts.map(

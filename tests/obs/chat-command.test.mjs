@@ -7,7 +7,7 @@ import { assertShort } from "./support/shorts.mjs";
 import { fakeHelper, TestSession } from "./support/test-session.mjs";
 
 const saveButton = { text: "Save chat settings" };
-const pollEveryMs = 5000;
+const pollEvery_ms = 5000;
 
 describe("the chat command", () => {
   let test;
@@ -77,7 +77,7 @@ describe("the chat command", () => {
     await waitFor(
       "the credit",
       async () => (await test.dock.widget({ name: "status" })).text === "Clipped from chat by @mod_ana.",
-      { everyMs: 20 },
+      { every_ms: 20 },
     );
     await test.session.screenshot("4-clipped");
     await test.runSampleHelper("--say", "mod_bob");
@@ -104,7 +104,7 @@ describe("the chat command", () => {
     await test.dock.click(saveButton);
     await waitForState("Off.");
     const pollsBefore = await polls();
-    await sleep(pollEveryMs + 2000);
+    await sleep(pollEvery_ms + 2000);
     assert.equal(await polls(), pollsBefore);
   });
 

@@ -30,8 +30,8 @@ describe("OBS with a helper in trouble", () => {
     await test.waitForIdleHelper();
     await rm(helper);
     await test.dock.click({ text: "Connect account" });
+    await test.dock.waitForWidget({ text: "Connect account", enabled: false });
     await test.dock.waitForStatus(/^Kestrune helper missing\. Reinstall from https:\/\/[^ ]+\/addons$/, errorColour);
-    assert.equal((await test.dock.widget({ text: "Connect account" })).enabled, false);
     assert.equal((await test.dock.widget({ name: "clipBtn" })).enabled, false);
     await test.session.screenshot("missing");
   });

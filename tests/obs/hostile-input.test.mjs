@@ -59,7 +59,7 @@ describe("OBS under hostile input", () => {
     ];
     for (const text of texts) {
       await answer("--link", { event: "error", error: text });
-      await test.dock.click({ text: "Connect account" });
+      await test.dock.click({ text: "Connect account", enabled: true });
       await test.dock.waitForStatus(text, errorColour);
     }
     await test.session.screenshot("markup");
@@ -67,7 +67,7 @@ describe("OBS under hostile input", () => {
 
   it("stays as wide as it is under a long word", async () => {
     await answer("--link", { event: "error", error: "W".repeat(3000) });
-    await test.dock.click({ text: "Connect account" });
+    await test.dock.click({ text: "Connect account", enabled: true });
     await test.dock.waitForStatus(/^W+$/, errorColour);
     assert.equal(await windowWidth(), width);
     await test.session.screenshot("long-word");

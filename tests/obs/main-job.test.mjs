@@ -86,10 +86,7 @@ describe("a fresh OBS with the module and the sample helper", () => {
   it("runs the Replay Buffer after a restart and is ready", async () => {
     assert.equal((await test.stopObs()).exitCode, 0);
     await test.startObs();
-    await test.dock.waitForWidget({ name: "clipBtn", enabled: true });
-    await test.dock.waitForStatus(
-      /^(Replay Buffer on\. Ready to clip|Ready\. Press Clip that or your Kestrune hotkey)\.$/,
-    );
+    await test.waitForReadiness();
     const { outputActive } = await test.websocket.call("GetReplayBufferStatus");
     assert.equal(outputActive, true);
     const clipButton = await test.dock.widget({ name: "clipBtn" });

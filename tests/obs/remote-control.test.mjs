@@ -131,7 +131,7 @@ describe("a remote control of OBS with the module", () => {
   /** Waits until the helper has been given `count` clips in all. A busy machine saves a replay slowly. */
   function waitForClips(count) {
     return waitFor(`${count} clips`, async () => (await test.helperCalls("--process")).length >= count, {
-      limitMs: 120_000,
+      limit_ms: 120_000,
     });
   }
 

@@ -8,10 +8,10 @@ import { after, before, describe, it } from "node:test";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
 import { clipHotkey, fakeHelper, TestSession } from "./support/test-session.mjs";
 
-const fewestKills = 15;
+const minKills = 15;
 // On a busy machine fewer kills hit the middle of a save.
-const mostKills = 60;
-const longestDelayMs = 10;
+const maxKills = 60;
+const maxDelay_ms = 10;
 const lengths = [30, 60, 90, 120];
 // Large, so that most of a save is writing, and kills hit it.
 const otherProgramsKeys = { written_by_another_program: { text: "kept ".repeat(400_000), list: [1, "two", null] } };
@@ -43,8 +43,8 @@ describe("the preferences file of an OBS that is killed while it saves", () => {
     const watcher = watch(folder, (_, name) => (saving ||= name === "settings.json.tmp"));
     const choosing = chooseUntilKilled();
     try {
-      await waitFor("a save", () => saving, { everyMs: 1 });
-      await sleep(Math.random() * longestDelayMs);
+      await waitFor("a save", () => saving, { every_ms: 1 });
+      await sleep(Math.random() * maxDelay_ms);
     } finally {
       watcher.close();
       await test.session.obs.kill();
@@ -64,10 +64,10 @@ describe("the preferences file of an OBS that is killed while it saves", () => {
     return undefined;
   }
 
-  it(`is readable, itself or its backup, with all it held, after each of ${fewestKills} kills or more`, async (context) => {
+  it(`is readable, itself or its backup, with all it held, after each of ${minKills} kills or more`, async (context) => {
     let duringSave = 0;
     let kill = 0;
-    while (kill < fewestKills || (duringSave === 0 && kill < mostKills)) {
+    while (kill < minKills || (duringSave === 0 && kill < maxKills)) {
       ++kill;
       await test.startObs();
       await test.dock.waitForWidget({ name: "clipBtn", enabled: true });

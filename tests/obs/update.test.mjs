@@ -70,6 +70,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     await writeFile(manifest, JSON.stringify({ version: "1.0.6", name: "kestrune" }));
     await offerRelease(name, { exit: 5 });
     await test.startObs();
+    await test.waitForStatusQueries();
   });
   after(() => test?.close());
 
@@ -188,6 +189,7 @@ describe("an update on a system without elevated installers", () => {
     test = await createSession(name);
     await offerRelease(name);
     await test.startObs();
+    await test.waitForStatusQueries();
   });
   after(() => test?.close());
 

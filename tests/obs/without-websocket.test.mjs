@@ -37,7 +37,7 @@ describe("OBS without obs-websocket", () => {
         const finished = await test.finishedShorts();
         return finished.length > 0 && finished;
       },
-      { limitMs: 90_000 },
+      { limit_ms: 90_000 },
     );
     assert.equal(shorts.length, 1);
     await test.session.screenshot("ready");

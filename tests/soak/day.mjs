@@ -133,7 +133,7 @@ async function endDay({ station, control }) {
   const left = async () =>
     (await processes()).filter(({ pid, command }) => pid !== process.pid && places.some((p) => command.includes(p)));
   await waitFor("all that the helper started to end", async () => (await left()).length === 0, {
-    limitMs: 60_000,
+    limit_ms: 60_000,
     explain: async () => JSON.stringify(await left()),
   });
 }

@@ -9,7 +9,7 @@ import { TestSession, fakeRunner } from "../obs/support/test-session.mjs";
 
 const kinds = ["slow", "silent", "chatty", "never-ending", "crashing"];
 const states = ["save pending", "capture active", "sections open", "installer running"];
-const limitMs = 5000;
+const limit_ms = 5000;
 const cycles = Number(process.argv[2] ?? 200);
 
 /** Each brings the dock into a state, with an account linked. */
@@ -100,7 +100,7 @@ try {
     const left = (await pidsOfRuns(test)).filter(isAlive);
     assert.equal(end.exitCode, 0, what);
     assert.equal(end.memoryLeaks, ownLeaks, what);
-    assert.ok(end.milliseconds < limitMs, `${what}: OBS took ${end.milliseconds} ms to exit`);
+    assert.ok(end.milliseconds < limit_ms, `${what}: OBS took ${end.milliseconds} ms to exit`);
     assert.deepEqual(left, [], `${what}: helper runs outlived OBS`);
 
     times.push(end.milliseconds);

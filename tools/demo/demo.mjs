@@ -90,11 +90,11 @@ async function makeShort(session) {
   await session.input.press(...hotkeyKeys);
   await session.obs.waitForLine(/Wrote replay buffer to/);
   const helperWorks = async () => (await session.obs.childCommands()).some((line) => line.includes(" --process "));
-  await waitFor("the helper to start", helperWorks, { everyMs: 50 });
+  await waitFor("the helper to start", helperWorks, { every_ms: 50 });
   pictures.push(await session.screenshot("2-during"));
 
   say("the replay is saved; the sample helper makes the Short (10 to 120 s, depending on this machine)");
-  await waitFor("the helper to finish", async () => !(await helperWorks()), { limitMs: 600_000 });
+  await waitFor("the helper to finish", async () => !(await helperWorks()), { limit_ms: 600_000 });
   const made = (await shorts()).filter((file) => !before.includes(file));
   pictures.push(await session.screenshot("3-after"));
   if (made.length !== 1) {

@@ -3,7 +3,7 @@
 import { checkRun } from "./checks.mjs";
 import { error, isError, leftOut, warning } from "./findings.mjs";
 
-const mostUses = 100;
+const maxUses = 100;
 
 /** In the dock's order. */
 function settingsOf(chat) {
@@ -58,7 +58,7 @@ export async function checkChatSet(session) {
   }
   const own = settingsOf(before);
   const cap = own.per_stream_cap;
-  const findings = await send(session, { ...own, per_stream_cap: cap < mostUses ? cap + 1 : cap - 1 });
+  const findings = await send(session, { ...own, per_stream_cap: cap < maxUses ? cap + 1 : cap - 1 });
   const restoring = await send(session, own);
   if (restoring.some(isError)) {
     findings.push(error(`the settings could not be restored: ${JSON.stringify(own)}`));

@@ -78,7 +78,7 @@ function toldFailures(command, events, { offersUpdate }) {
 export async function checkRun(session, command, args) {
   const run = await runHelper(session.program, args, {
     ...session,
-    limitMs: session.limitMs ?? commands[command].limit_ms,
+    limit_ms: session.limit_ms ?? commands[command].limit_ms,
   });
   if (run.startError) {
     return { findings: [refusedStart(run.startError)], events: [] };

@@ -36,11 +36,11 @@ export function complaintsAboutFlood({ flooded }) {
   return flooded ? [error("it wrote too much and was killed: more than 16 MiB, or more than 100,000 lines")] : [];
 }
 
-function complaintAboutHang({ waitedForInput, durationMs }, { spoke }) {
+function complaintAboutHang({ waitedForInput, duration_ms }, { spoke }) {
   const told = spoke ? "after its answer" : "and reported nothing";
   return waitedForInput
     ? error("it waits for standard input to end; the dock never writes to it, leaves it open and waits for ever")
-    : error(`it did not end within ${seconds(durationMs)} ${told}, and was killed; the dock waits for ever`);
+    : error(`it did not end within ${seconds(duration_ms)} ${told}, and was killed; the dock waits for ever`);
 }
 
 /** What is wrong with the end of a run. */
@@ -72,13 +72,13 @@ const atTheSameTime_ms = 100;
 const atTheEnd = 0.8;
 
 /** Several events that all came at the end of a long run were probably not flushed. */
-export function complaintsAboutFlushing({ durationMs }, { events }) {
+export function complaintsAboutFlushing({ duration_ms }, { events }) {
   const [first, last] = [events.at(0), events.at(-1)];
-  const together = events.length > 1 && last.atMs - first.atMs < atTheSameTime_ms;
-  if (together && durationMs > longEnoughToNotice_ms && first.atMs > atTheEnd * durationMs) {
+  const together = events.length > 1 && last.at_ms - first.at_ms < atTheSameTime_ms;
+  if (together && duration_ms > longEnoughToNotice_ms && first.at_ms > atTheEnd * duration_ms) {
     return [
       warning(
-        `all ${events.length} events came at once, at the end of a run of ${seconds(durationMs)}: ` +
+        `all ${events.length} events came at once, at the end of a run of ${seconds(duration_ms)}: ` +
           "flush standard output after each",
       ),
     ];

@@ -20,11 +20,9 @@ export function isError({ severity }) {
 }
 
 // Nobody reads more of a line, and it is as long as the dock's own limit.
-const longestQuotation = 4000;
+const maxQuotation = 4000;
 
 /** A quotation from the helper, whole unless it is very long. */
 export function quoted(text) {
-  return text.length <= longestQuotation
-    ? text
-    : `${text.slice(0, longestQuotation)}… (${text.length} characters in all)`;
+  return text.length <= maxQuotation ? text : `${text.slice(0, maxQuotation)}… (${text.length} characters in all)`;
 }

@@ -6,7 +6,7 @@ import { isObject } from "./schema.mjs";
 
 // Qt skips a byte order mark before JSON, and so does this.
 const utf8 = new TextDecoder("utf-8", { fatal: true });
-const longestLine_bytes = 5 * 1024 * 1024;
+const maxLine_bytes = 5 * 1024 * 1024;
 const dropped = "The dock drops such a line.";
 
 /** Findings with the same `key` become one. */
@@ -70,7 +70,7 @@ function isUtf16(bytes) {
 
 /** The text of a line that the dock reads, or what is wrong with it. */
 function decoded({ bytes }) {
-  if (bytes.length > longestLine_bytes) {
+  if (bytes.length > maxLine_bytes) {
     return { text: "", finding: error(`a line has ${bytes.length} bytes; 5 MiB are the most`, dropped) };
   }
   try {
@@ -92,7 +92,7 @@ function merged(findings) {
   );
 }
 
-/** Returns `objects`, each an `event` with the time `atMs` of its line, and `findings`. */
+/** Returns `objects`, each an `event` with the time `at_ms` of its line, and `findings`. */
 export function readLines({ lines, rest }) {
   if (isUtf16(Buffer.concat([...lines.slice(0, 1).map(({ bytes }) => bytes), rest]))) {
     return { objects: [], findings: [error("the output is UTF-16; write UTF-8")] };
@@ -106,7 +106,7 @@ export function readLines({ lines, rest }) {
   while (index < lines.length) {
     const { event, finding, count } = readLine(texts, index);
     findings.push(...(finding ? [finding] : []));
-    objects.push(...(event ? [{ event, atMs: lines[index].atMs }] : []));
+    objects.push(...(event ? [{ event, at_ms: lines[index].at_ms }] : []));
     index += count;
   }
   const unread = index === lines.length ? complaintsAboutRest(rest.toString()) : [];

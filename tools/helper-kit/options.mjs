@@ -107,7 +107,7 @@ export function readOptions(args) {
     all: values.all,
     only: [...values.only.map(commandNamed), ...(values["future-command"] ? [futureCommand] : [])],
     replay: values.replay === undefined ? undefined : existingFile(values.replay, "the replay"),
-    limitMs: values.timeout === undefined ? undefined : secondsNamed(values.timeout) * 1000,
+    limit_ms: values.timeout === undefined ? undefined : secondsNamed(values.timeout) * 1000,
     verbose: values.verbose,
   };
 }

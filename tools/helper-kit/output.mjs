@@ -42,17 +42,17 @@ function complaintsAboutKind(command, event) {
 }
 
 /**
- * Reads the output of a run of `command`. Returns `events`, those that the dock handles, each with `atMs`; `spoke`,
+ * Reads the output of a run of `command`. Returns `events`, those that the dock handles, each with `at_ms`; `spoke`,
  * whether there was any object; and `findings`.
  */
 export function readOutput(command, run) {
   const { objects, findings } = readLines(run);
   const events = [];
-  for (const { event, atMs } of objects) {
+  for (const { event, at_ms } of objects) {
     const aboutKind = complaintsAboutKind(command, event);
     findings.push(...(aboutKind.length > 0 ? aboutKind : complaintsAbout(event)));
     if (aboutKind.length === 0) {
-      events.push({ ...event, atMs });
+      events.push({ ...event, at_ms });
     }
   }
   return { events, spoke: objects.length > 0, findings };

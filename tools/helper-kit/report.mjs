@@ -84,13 +84,13 @@ export class Report {
   }
 
   tellRun(args, run) {
-    const { exitCode, signal, durationMs, errorOutput } = run;
+    const { exitCode, signal, duration_ms, errorOutput } = run;
     this.#line("run", args.join(" "));
     const errorLines = errorOutput.split("\n").filter((line) => line !== "");
     for (const line of [...outputLines(run), ...errorLines.map((each) => `err  ${each}`)]) {
       this.#say(indent + line);
     }
-    this.#say(`${indent}end  ${signal ?? `exit code ${exitCode}`} after ${inSeconds(durationMs)}`);
+    this.#say(`${indent}end  ${signal ?? `exit code ${exitCode}`} after ${inSeconds(duration_ms)}`);
   }
 
   tellEnd(shorts) {

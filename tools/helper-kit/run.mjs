@@ -6,18 +6,18 @@ const newline = 0x0a;
 const keptErrorOutput = 65_536;
 const timeToEnd_ms = 1000;
 // More than any answer needs; without a limit, an endless output would fill the memory.
-const mostOutput_bytes = 16 * 1024 * 1024;
-const mostLines = 100_000;
+const maxOutput_bytes = 16 * 1024 * 1024;
+const maxLines = 100_000;
 
 /** Splits input into lines as the dock does: bytes after the last newline are ignored. */
 class Lines {
   complete = [];
   rest = Buffer.alloc(0);
 
-  append(bytes, atMs) {
+  append(bytes, at_ms) {
     this.rest = Buffer.concat([this.rest, bytes]);
     for (let end = this.rest.indexOf(newline); end >= 0; end = this.rest.indexOf(newline)) {
-      this.complete.push({ bytes: this.rest.subarray(0, end), atMs });
+      this.complete.push({ bytes: this.rest.subarray(0, end), at_ms });
       this.rest = this.rest.subarray(end + 1);
     }
   }
@@ -53,7 +53,7 @@ function collectOutput(child, outcome, lines, { started, onOutput }) {
       return;
     }
     lines.append(bytes, performance.now() - started);
-    if (output_bytes > mostOutput_bytes || lines.complete.length > mostLines) {
+    if (output_bytes > maxOutput_bytes || lines.complete.length > maxLines) {
       outcome.flooded = true;
       child.kill("SIGKILL");
     }
@@ -79,14 +79,14 @@ function whenEnded(child, finish) {
 }
 
 /**
- * Runs `program` to its end, or ends it after `limitMs`. `onOutput`, when given, is called with the lines so far
+ * Runs `program` to its end, or ends it after `limit_ms`. `onOutput`, when given, is called with the lines so far
  * whenever there is more output.
  *
  * Returns `lines` (bytes of each without its newline, and when it came), `rest` (bytes after the last newline),
  * `exitCode` or `signal`, `timedOut`, `flooded` (it wrote too much and was ended), `waitedForInput` (it ended once its
- * input did), `durationMs`, `errorOutput` (the last 64 KiB of text); or only `startError` when it could not be started.
+ * input did), `duration_ms`, `errorOutput` (the last 64 KiB of text); or only `startError` when it could not be started.
  */
-export function runHelper(program, args, { limitMs, workingFolder, onOutput }) {
+export function runHelper(program, args, { limit_ms, workingFolder, onOutput }) {
   const { child, startError } = start(program, args, workingFolder);
   if (startError) {
     return Promise.resolve({ startError });
@@ -97,13 +97,13 @@ export function runHelper(program, args, { limitMs, workingFolder, onOutput }) {
     const outcome = { errorOutput: "", timedOut: false, flooded: false, waitedForInput: false };
     let limit = setTimeout(() => {
       limit = endOverdue(child, outcome);
-    }, limitMs);
+    }, limit_ms);
     collectOutput(child, outcome, lines, { started, onOutput });
     whenEnded(child, (ending) => {
       clearTimeout(limit);
       [child.stdin, child.stdout, child.stderr].forEach((pipe) => pipe.destroy());
-      const durationMs = performance.now() - started;
-      resolve({ ...outcome, lines: lines.complete, rest: lines.rest, durationMs, ...ending });
+      const duration_ms = performance.now() - started;
+      resolve({ ...outcome, lines: lines.complete, rest: lines.rest, duration_ms, ...ending });
     });
   });
 }

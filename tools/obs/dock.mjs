@@ -9,7 +9,7 @@ export const informationColour = "color:#8a90a6";
 export const readyStatus = /^(Replay Buffer on\. Ready to clip|Ready\. Press Clip that or your Kestrune hotkey)\.$/;
 
 // Qt takes a click soon after the opening of a list as part of a double click.
-const openListPauseMs = 600;
+const openListPause_ms = 600;
 
 export class Dock {
   #websocket;
@@ -40,16 +40,16 @@ export class Dock {
     return widgets.find((widget) => matches(widget, wanted));
   }
 
-  async waitForWidget(wanted, limitMs = 20_000) {
+  async waitForWidget(wanted, limit_ms = 20_000) {
     return waitFor(`the widget ${describe(wanted)}`, () => this.widget(wanted), {
-      limitMs,
+      limit_ms,
       explain: async () => `the status line reads "${(await this.widget({ name: "status" }))?.text}"`,
     });
   }
 
   /** `text` is a string or a regular expression. */
-  async waitForStatus(text, styleSheet = informationColour, limitMs = 20_000) {
-    return this.waitForWidget({ name: "status", text, styleSheet }, limitMs);
+  async waitForStatus(text, styleSheet = informationColour, limit_ms = 20_000) {
+    return this.waitForWidget({ name: "status", text, styleSheet }, limit_ms);
   }
 
   /** Clicks on a widget, scrolling the dock with the wheel until it is visible. */
@@ -104,7 +104,7 @@ export class Dock {
         // Clicks may miss while OBS lays out its window.
         await this.waitForWidget({ ...wanted, open: true }, 2000).catch(() => {});
       }
-      await sleep(openListPauseMs);
+      await sleep(openListPause_ms);
       const { open, items } = await this.widget(wanted);
       return open && items;
     });

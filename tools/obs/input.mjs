@@ -28,7 +28,7 @@ const keyCodes = {
 };
 
 // OBS polls the keyboard every 25 ms and may miss shorter presses on a busy machine.
-const holdMs = 300;
+const hold_ms = 300;
 
 export class Input {
   #env;
@@ -44,7 +44,7 @@ export class Input {
   async press(...keys) {
     const codes = keys.map(keyCode);
     await this.#xdotool(...codes.flatMap((code) => ["keydown", code]));
-    await sleep(holdMs);
+    await sleep(hold_ms);
     await this.#xdotool(...codes.reverse().flatMap((code) => ["keyup", code]));
   }
 
@@ -111,7 +111,7 @@ export class Input {
   }
 
   async #xdotool(...args) {
-    return run("xdotool", args, { env: this.#env, limitMs: 15_000 });
+    return run("xdotool", args, { env: this.#env, limit_ms: 15_000 });
   }
 }
 

@@ -49,7 +49,7 @@ export class ObsProcess {
   }
 
   /** Waits for an output line that matches and returns the match; throws as soon as OBS has exited. */
-  async waitForLine(pattern, limitMs = 30_000) {
+  async waitForLine(pattern, limit_ms = 30_000) {
     return waitFor(
       `the log line ${pattern}`,
       () => {
@@ -61,7 +61,7 @@ export class ObsProcess {
         }
         return match;
       },
-      { limitMs, explain: () => `see ${this.#logFile}` },
+      { limit_ms, explain: () => `see ${this.#logFile}` },
     );
   }
 
@@ -75,17 +75,17 @@ export class ObsProcess {
 
   /**
    * Ends OBS as a logout does. Returns the exit code (or signal), the number of memory leaks that OBS reports (or
-   * undefined) and the duration in milliseconds. After `limitMs` it kills OBS and throws.
+   * undefined) and the duration in milliseconds. After `limit_ms` it kills OBS and throws.
    */
-  async stop(limitMs = 20_000) {
+  async stop(limit_ms = 20_000) {
     const begin = performance.now();
     this.#child.kill("SIGINT");
-    const timer = setTimeout(() => this.#child.kill("SIGKILL"), limitMs);
+    const timer = setTimeout(() => this.#child.kill("SIGKILL"), limit_ms);
     const exitCode = await this.#exited;
     clearTimeout(timer);
     const milliseconds = Math.round(performance.now() - begin);
-    if (milliseconds >= limitMs) {
-      throw new Error(`OBS did not exit within ${limitMs} ms and was killed; see ${this.#logFile}`);
+    if (milliseconds >= limit_ms) {
+      throw new Error(`OBS did not exit within ${limit_ms} ms and was killed; see ${this.#logFile}`);
     }
     const leaks = /Number of memory leaks: (\d+)/.exec(this.#output);
     return { exitCode, memoryLeaks: leaks ? Number(leaks[1]) : undefined, milliseconds };

@@ -3,11 +3,11 @@ import { setTimeout as sleep } from "node:timers/promises";
 export { sleep };
 
 /**
- * Calls `condition` until it returns something truthy, and returns that. Throws after `limitMs`; the message contains
+ * Calls `condition` until it returns something truthy, and returns that. Throws after `limit_ms`; the message contains
  * `what` and, if given, what `explain` returns.
  */
-export async function waitFor(what, condition, { limitMs = 20_000, everyMs = 100, explain } = {}) {
-  const end = performance.now() + limitMs;
+export async function waitFor(what, condition, { limit_ms = 20_000, every_ms = 100, explain } = {}) {
+  const end = performance.now() + limit_ms;
   for (;;) {
     const answer = await condition();
     if (answer) {
@@ -15,8 +15,8 @@ export async function waitFor(what, condition, { limitMs = 20_000, everyMs = 100
     }
     if (performance.now() > end) {
       const seen = explain ? `: ${await explain()}` : "";
-      throw new Error(`gave up after ${limitMs} ms waiting for ${what}${seen}`);
+      throw new Error(`gave up after ${limit_ms} ms waiting for ${what}${seen}`);
     }
-    await sleep(everyMs);
+    await sleep(every_ms);
   }
 }

@@ -34,7 +34,7 @@ async function makeShort({ stream, says, look, camera }, name, width) {
     KESTRUNE_SAMPLE_HELPER_HOME: path.join(folder, "state"),
     ...(camera && { KESTRUNE_SAMPLE_HELPER_CAMERA: camera }),
   };
-  const answer = await run(helper, ["--process", replay, "--seconds", "30", ...options], { env, limitMs: 600_000 });
+  const answer = await run(helper, ["--process", replay, "--seconds", "30", ...options], { env, limit_ms: 600_000 });
   const done = JSON.parse(answer);
   const picture = path.join(folder, `${name}.png`);
   const frame = ["-ss", String(moment), "-i", done.formatted[0], "-frames:v", "1"];

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { TestSession } from "./test-session.mjs";
 
-const limitMs = 10_000;
+const limit_ms = 10_000;
 
 /** The memory leaks that OBS reports without the module: some builds have their own. */
 export async function countLeaksWithoutModule() {
@@ -20,5 +20,5 @@ export async function countLeaksWithoutModule() {
 export function assertCleanEnd(end, ownLeaks) {
   assert.equal(end.exitCode, 0);
   assert.equal(end.memoryLeaks, ownLeaks);
-  assert.ok(end.milliseconds < limitMs, `OBS took ${end.milliseconds} ms to exit`);
+  assert.ok(end.milliseconds < limit_ms, `OBS took ${end.milliseconds} ms to exit`);
 }

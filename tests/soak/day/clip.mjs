@@ -36,9 +36,9 @@ function isOutcome({ text, styleSheet }, stood_ms) {
  * OBS without the module saves a replay, too.
  *
  * @param during   what happens meanwhile; it is given a function that answers whether the clip is over.
- * @param limitMs  after that there is no outcome, and that is an error.
+ * @param limit_ms  after that there is no outcome, and that is an error.
  */
-export async function clip({ station, control }, way, { during = async () => {}, limitMs = 300_000 } = {}) {
+export async function clip({ station, control }, way, { during = async () => {}, limit_ms = 300_000 } = {}) {
   const { test } = station;
   const ask = () => test.dock.widget({ name: "status" });
   // An OBS that was suspended meanwhile has no time for an answer.
@@ -58,7 +58,7 @@ export async function clip({ station, control }, way, { during = async () => {},
   await Promise.all([ways[way](test), control.request("SaveReplayBuffer")]);
   const explain = () => JSON.stringify(texts);
   const [{ text }] = await Promise.all([
-    waitFor(`the outcome of a clip by ${way}`, readOutcome, { limitMs, everyMs: 40, explain }),
+    waitFor(`the outcome of a clip by ${way}`, readOutcome, { limit_ms, every_ms: 40, explain }),
     during(() => isOver),
   ]);
   return { made: ready.test(text), text, texts: texts.slice(1) };
@@ -68,8 +68,8 @@ export async function clip({ station, control }, way, { during = async () => {},
 export async function waitForHelperRun(test, isOver) {
   const isRun = ({ parent, command }) => parent === test.session.obs.pid && command.includes(" --process ");
   const found = await waitFor("a helper run", async () => (await processes()).find(isRun) ?? isOver(), {
-    limitMs: 300_000,
-    everyMs: 30,
+    limit_ms: 300_000,
+    every_ms: 30,
   });
   return found === true ? undefined : found;
 }

@@ -19,7 +19,7 @@ const stream = {
 };
 
 // Other programs may want the machine, too.
-const limitMs = 120_000;
+const limit_ms = 120_000;
 
 /** Names of the two scene collections. */
 export const collections = ["Untitled", "Other"];
@@ -164,7 +164,7 @@ export class Station {
   }
 
   #waitFor(what, condition) {
-    return waitFor(what, condition, { limitMs });
+    return waitFor(what, condition, { limit_ms });
   }
 
   async close() {

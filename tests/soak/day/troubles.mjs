@@ -9,13 +9,13 @@ import { clip, waitForHelperRun } from "./clip.mjs";
 import { signal } from "./processes.mjs";
 import { collections, suspend } from "./station.mjs";
 
-const largestDisk_bytes = 1024 ** 3;
-const limitMs = 120_000;
+const maxDisk_bytes = 1024 ** 3;
+const limit_ms = 120_000;
 
 /** Has a clip made while `folder`, a small file system of its own, has no room left. */
 async function clipWithFullDisk(day, way, folder) {
   const { blocks, bsize } = await statfs(folder);
-  if (blocks * bsize > largestDisk_bytes) {
+  if (blocks * bsize > maxDisk_bytes) {
     throw new Error(`${folder} is no small disk`);
   }
   const ballast = path.join(folder, "ballast");
@@ -55,7 +55,7 @@ async function replayBufferStopped(day, way) {
   await control.startReplayBuffer();
   if (way === "button") {
     await station.startReplayBuffer();
-    await station.test.dock.waitForStatus(readyStatus, undefined, limitMs);
+    await station.test.dock.waitForStatus(readyStatus, undefined, limit_ms);
   }
   const outcome = await clip(day, way);
   // The module looks once more 1.5 s after it has started the Replay Buffer.
@@ -109,5 +109,5 @@ export function suspended(day, way) {
     await waitForHelperRun(station.test, isOver);
     await suspend([station, control], suspend_s);
   };
-  return clip(day, way, { during, limitMs: 300_000 + suspend_s * 1000 });
+  return clip(day, way, { during, limit_ms: 300_000 + suspend_s * 1000 });
 }

@@ -130,7 +130,7 @@ private Q_SLOTS:
 	{
 		QWidget *window = dock()->window();
 		window->activateWindow();
-		QVERIFY(QTest::qWaitForWindowActive(window));
+		QVERIFY(QTest::qWaitForWindowActive(window, patience_ms));
 		const QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), window);
 		const QSignalSpy menuItem(&shortcut, &QShortcut::activated);
 		const auto pressOnKeyboard = [window] {

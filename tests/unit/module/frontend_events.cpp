@@ -133,24 +133,28 @@ private Q_SLOTS:
 		const obs_hotkey_id id = findHotkey("kestrune.clip_that")->id;
 		obs_hotkey_enable_callback_rerouting(true);
 		std::atomic<int> presses{0};
-		const std::jthread hotkeyThread([&](const std::stop_token &end) {
-			while (!end.stop_requested()) {
-				obs_hotkey_trigger_routed_callback(id, true);
-				++presses;
-			}
-		});
-		// Not in an event loop: it would never catch up with the presses, which would fill the memory.
-		const auto waitForPresses = [&presses](int count) {
-			const QDeadlineTimer deadline(patience_ms);
-			while (presses < count && !deadline.hasExpired()) {
-				std::this_thread::yield();
-			}
-			return presses >= count;
-		};
-		QVERIFY(waitForPresses(100));
-		destroyMainWindow();
-		QVERIFY(waitForPresses(presses + 100));
+		{
+			const std::jthread hotkeyThread([&](const std::stop_token &end) {
+				while (!end.stop_requested()) {
+					obs_hotkey_trigger_routed_callback(id, true);
+					++presses;
+				}
+			});
+			// Not in an event loop: it would never catch up with the presses, which would fill the memory.
+			const auto waitForPresses = [&presses](int count) {
+				const QDeadlineTimer deadline(patience_ms);
+				while (presses < count && !deadline.hasExpired()) {
+					std::this_thread::yield();
+				}
+				return presses >= count;
+			};
+			QVERIFY(waitForPresses(100));
+			destroyMainWindow();
+			QVERIFY(waitForPresses(presses + 100));
+		}
 		QVERIFY(!dock());
+		QCoreApplication::sendPostedEvents();
+		QCOMPARE(frontend().saveRequests, 0);
 	}
 };
 

@@ -13,7 +13,7 @@ QByteArray ignoredLines()
 } // namespace
 
 /// A helper that writes faster than the dock reads. Qt for Windows takes all of it into memory: the run has to end
-/// before that is full, while the event loop still turns.
+/// before that is full.
 class FloodingHelperTest : public DockTest {
 	Q_OBJECT
 
