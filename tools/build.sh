@@ -11,7 +11,10 @@ made_in="$KESTRUNE_ROOT_ID in $PWD"
 # Two builds in one folder would disturb each other. The lock is beside it, because the folder may be removed.
 mkdir -p build
 exec {lock}>"build/.$preset.lock"
-flock "$lock"
+if ! flock --nonblock "$lock"; then
+	echo "build.sh: waiting for another ./run, which is building in $build_dir"
+	flock "$lock"
+fi
 
 # Object files of another root do not fit this one's headers and libraries.
 if [[ -d $build_dir && $(cat "$build_dir/.made-in" 2>/dev/null) != "$made_in" ]]; then

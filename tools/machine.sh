@@ -55,7 +55,10 @@ alone_with_apt()
 {
 	local lock
 	exec {lock}>"$cache/.apt.lock"
-	flock "$lock"
+	if ! flock --nonblock "$lock"; then
+		say "Waiting for another ./run, which is installing packages…"
+		flock "$lock"
+	fi
 	"$@"
 	exec {lock}>&-
 }
@@ -71,12 +74,17 @@ refresh_package_lists()
 	fi
 }
 
-ensure_package_lists()
+read_missing_package_lists()
 {
 	if ! have_package_lists && can_be_admin; then
-		alone_with_apt step "Reading Debian's package lists (a few seconds)" "Then run ./run again." \
-			refresh_package_lists
+		step "Reading Debian's package lists (a few seconds)" "Then run ./run again." refresh_package_lists
 	fi
+}
+
+ensure_package_lists()
+{
+	# Another ./run may be reading them: what it has so far looks like all of them.
+	alone_with_apt read_missing_package_lists
 }
 
 install_now()

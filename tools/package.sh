@@ -8,7 +8,7 @@ packages=build/packages
 
 tools/build.sh "${build_dir##*/}" --target kestrune
 rm -rf "$packages" "$build_dir/packages"
-cpack --config "$build_dir/CPackConfig.cmake"
+flock "build/.${build_dir##*/}.lock" cpack --config "$build_dir/CPackConfig.cmake"
 mkdir -p "$packages"
 cp "$build_dir"/packages/*.deb "$build_dir"/packages/*.tar.gz "$packages"
 cd "$packages"

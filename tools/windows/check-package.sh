@@ -6,7 +6,7 @@ set -euo pipefail
 build_dir=$1
 version=$(jq -r .version buildspec.json)
 
-cpack --config "$build_dir/CPackConfig.cmake"
+flock "build/.${build_dir##*/}.lock" cpack --config "$build_dir/CPackConfig.cmake"
 diff <(cmake -E tar tf "$build_dir/packages/kestrune-$version-windows-x64.zip" | grep -v '/$' | sort) - <<'FILES'
 kestrune/bin/64bit/kestrune.dll
 kestrune/data/LICENSE.txt

@@ -11,6 +11,7 @@ dpkg-source --no-check -x /usr/src/qt6-base_*.dsc source
 
 # Qt turns unity builds off for all of Gui, because some files for Windows can't share a unit. Only these two can't.
 alone='rhi/qrhid3d12.cpp text/windows/qwindowsfontengine.cpp'
+grep -q 'set_target_properties(Gui PROPERTIES UNITY_BUILD OFF)' source/src/gui/CMakeLists.txt
 sed -i "s|set_target_properties(Gui PROPERTIES UNITY_BUILD OFF)|set_source_files_properties($alone \
 	PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)|" source/src/gui/CMakeLists.txt
 
