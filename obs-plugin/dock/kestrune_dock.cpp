@@ -14,6 +14,28 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace {
+/// As the signal names it.
+QString updateStateName(UpdateState state)
+{
+	switch (state) {
+	case UpdateState::None:
+		return {};
+	case UpdateState::Available:
+		return u"available"_s;
+	case UpdateState::Downloading:
+		return u"downloading"_s;
+	case UpdateState::Installing:
+		return u"installing"_s;
+	case UpdateState::Done:
+		return u"done"_s;
+	case UpdateState::Error:
+		return u"error"_s;
+	}
+	return {};
+}
+} // namespace
+
 KestruneDock::KestruneDock(QWidget *parent, const std::function<bool(QWidget *dock)> &handOver,
 			   std::unique_ptr<HelperRunner> helper)
 	: QWidget(parent)
@@ -50,7 +72,9 @@ void KestruneDock::buildHeader(QVBoxLayout *mainLayout)
 	mainLayout->addWidget(status_);
 	updateButton_ = std::make_unique<UpdateButton>(
 		mainLayout, *status_,
-		[this](const QString &state, const QString &text) { Q_EMIT updateStateChanged(state, text); },
+		[this](UpdateState state, const QString &text) {
+			Q_EMIT updateStateChanged(updateStateName(state), text);
+		},
 		[this] { installUpdate(); });
 }
 

@@ -8,13 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-QString updateStateName(UpdateState state)
-{
-	static const QStringList names{QString(),       u"available"_s, u"downloading"_s,
-				       u"installing"_s, u"done"_s,      u"error"_s};
-	return names[static_cast<qsizetype>(state)];
-}
-
 UpdateButton::UpdateButton(QBoxLayout *layout, StatusLine &status, StateCallback onStateChanged,
 			   std::function<void()> onClicked)
 	: status_(status)
@@ -58,7 +51,7 @@ void UpdateButton::setUpdateState(UpdateState state, const QString &text)
 	button_->setVisible(true);
 	button_->setEnabled(state == UpdateState::Available || isError);
 	status_.setStatus(shown, isError);
-	onStateChanged_(updateStateName(state), shown);
+	onStateChanged_(state, shown);
 }
 
 void UpdateButton::offerUpdate(const QString &notes)
@@ -71,5 +64,5 @@ void UpdateButton::offerUpdate(const QString &notes)
 	button_->setText(shown);
 	button_->setEnabled(true);
 	button_->setVisible(true);
-	onStateChanged_(updateStateName(state_), shown);
+	onStateChanged_(state_, shown);
 }

@@ -11,13 +11,10 @@ class StatusLine;
 
 enum class UpdateState : std::uint8_t { None, Available, Downloading, Installing, Done, Error };
 
-/// The state's name in the dock's signal; empty for None.
-QString updateStateName(UpdateState state);
-
 /// Offers an update and shows its progress. Hidden until there is one.
 class UpdateButton : public QObject {
 public:
-	using StateCallback = std::function<void(const QString &state, const QString &text)>;
+	using StateCallback = std::function<void(UpdateState state, const QString &text)>;
 
 	/// `onStateChanged` gets each new state and its text, `onClicked` the user's clicks.
 	UpdateButton(QBoxLayout *layout, StatusLine &status, StateCallback onStateChanged,
