@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // Windows opens no longer one, and millions of characters would hold up OBS.
-constexpr qsizetype longestAddress = 32'767;
+constexpr qsizetype maxAddress = 32'767;
 } // namespace
 
 bool chatGranted(const QJsonObject &chat)
@@ -29,7 +29,7 @@ QString chatStateText(const QJsonObject &chat)
 		const QString address = chat[u"consent_url"].toString();
 		return u"One more step: <a href=\"%1\">allow Kestrune to read your Twitch chat</a>. "
 		       "It switches on by itself afterwards."_s.arg(
-			       address.size() > longestAddress ? QString() : address.toHtmlEscaped());
+			       address.size() > maxAddress ? QString() : address.toHtmlEscaped());
 	}
 	return u"On: mods can type <b>%1</b> (%2 used this stream)."_s.arg(
 		shownText(chat[u"command"].toString()).toHtmlEscaped(), QString::number(chat[u"stream_count"].toInt()));

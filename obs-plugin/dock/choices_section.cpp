@@ -19,9 +19,9 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-constexpr int smallestBox_characters = 8;
+constexpr int minBox_characters = 8;
 // Nobody scrolls further, and a box of a million entries would hold up OBS for seconds.
-constexpr int mostChoices = 1000;
+constexpr int maxChoices = 1000;
 
 QComboBox *addBox(QFormLayout *form, const QString &label, const QString &objectName)
 {
@@ -32,7 +32,7 @@ QComboBox *addBox(QFormLayout *form, const QString &label, const QString &object
 	form->addRow(label, box);
 	// Not as wide as its longest entry: the helper may name any, and Qt measures them all.
 	box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-	box->setMinimumContentsLength(smallestBox_characters);
+	box->setMinimumContentsLength(minBox_characters);
 	return box;
 }
 
@@ -54,12 +54,12 @@ void showFontsInTheirOwnFace(QComboBox *box)
 	}
 }
 
-/// The array's first mostChoices elements as strings; empty for those of another type.
+/// The array's first maxChoices elements as strings; empty for those of another type.
 QStringList toStrings(const QJsonArray &array)
 {
 	QStringList strings;
 	for (const QJsonValue value : array) {
-		if (strings.size() == mostChoices) {
+		if (strings.size() == maxChoices) {
 			break;
 		}
 		strings << value.toString();

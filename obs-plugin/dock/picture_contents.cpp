@@ -12,7 +12,7 @@ constexpr qsizetype pngBitDepth = 24;
 constexpr qsizetype pngInterlace = 28;
 constexpr qsizetype pngHeader_bytes = 33;
 
-constexpr qsizetype largestJpeg_bytes = qsizetype{4} * 1024 * 1024;
+constexpr qsizetype maxJpeg_bytes = qsizetype{4} * 1024 * 1024;
 constexpr uchar jpegMarker = 0xff;
 constexpr uchar startOfScan = 0xda;
 
@@ -57,7 +57,7 @@ QByteArray plainPng(const QByteArray &png)
 {
 	constexpr qsizetype lengthAndType_bytes = 8;
 	constexpr qsizetype checksum_bytes = 4;
-	constexpr int mostChunks = 4096;
+	constexpr int maxChunks = 4096;
 	if (png.size() < pngHeader_bytes || png.sliced(pngFirstType, 4) != "IHDR" || isTooLaborious(png)) {
 		return {};
 	}
@@ -68,7 +68,7 @@ QByteArray plainPng(const QByteArray &png)
 	qsizetype start = pngSignature_bytes;
 	bool hasTransparency = false;
 	for (int chunks = 0; png.size() - start >= lengthAndType_bytes; ++chunks) {
-		if (chunks == mostChunks) {
+		if (chunks == maxChunks) {
 			return {};
 		}
 		const qsizetype length =
@@ -87,21 +87,21 @@ QByteArray plainPng(const QByteArray &png)
 
 QByteArray plainJpeg(const QByteArray &jpeg)
 {
-	constexpr int mostMarkers = 200;
-	constexpr qsizetype mostScans = 12;
-	if (jpeg.size() > largestJpeg_bytes || jpeg.count("\xff\xda") > mostScans) {
+	constexpr int maxMarkers = 200;
+	constexpr qsizetype maxScans = 12;
+	if (jpeg.size() > maxJpeg_bytes || jpeg.count("\xff\xda") > maxScans) {
 		return {};
 	}
 
 	QByteArray kept = jpeg.left(2);
 	qsizetype start = 2;
-	for (int markers = 0; markers < mostMarkers && jpeg.size() - start >= 4; ++markers) {
+	for (int markers = 0; markers < maxMarkers && jpeg.size() - start >= 4; ++markers) {
 		const auto marker = static_cast<uchar>(jpeg[start + 1]);
 		if (static_cast<uchar>(jpeg[start]) != jpegMarker || usesArithmeticCoding(marker)) {
 			return {};
 		}
 		if (marker == startOfScan) {
-			return markersFrom(jpeg, start) > mostMarkers ? QByteArray() : kept + jpeg.sliced(start);
+			return markersFrom(jpeg, start) > maxMarkers ? QByteArray() : kept + jpeg.sliced(start);
 		}
 		const qsizetype length = 2 + qFromBigEndian<quint16>(jpeg.constData() + start + 2);
 		if (!isExtra(marker)) {

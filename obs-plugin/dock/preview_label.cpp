@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr QSize largestPreview_px{160, 284};
+constexpr QSize maxPreview_px{160, 284};
 } // namespace
 
 PreviewLabel::PreviewLabel()
@@ -19,7 +19,7 @@ PreviewLabel::PreviewLabel()
 
 void PreviewLabel::showPicture(const QString &path)
 {
-	const QImage picture = readPreviewPicture(path, largestPreview_px);
+	const QImage picture = readPreviewPicture(path, maxPreview_px);
 	if (picture.isNull()) {
 		hide();
 		return;

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // Years of clips; a list of a million would hold up OBS for seconds.
-constexpr int mostClips = 10'000;
+constexpr int maxClips = 10'000;
 } // namespace
 
 RecentSection::RecentSection(QBoxLayout *content, QObject *dock, HelperRunner &helper)
@@ -57,7 +57,7 @@ void RecentSection::showRecent(const QJsonObject &recent)
 	list_->clear();
 	const QJsonArray clips = recent[u"items"].toArray();
 	for (const QJsonValue clip : clips) {
-		if (list_->count() == mostClips) {
+		if (list_->count() == maxClips) {
 			break;
 		}
 		const QString path = clip[u"path"].toString();

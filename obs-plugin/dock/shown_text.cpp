@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 /// A tooltip gets a window as wide as its longest line and as high as all its lines. This bounds the product, in
 /// characters: a character takes about 1 kB of that window, and 4 kB on a screen at 200 %.
-constexpr qsizetype largestToolTipArea = 5000;
+constexpr qsizetype maxToolTipArea = 5000;
 
 QString cut(const QString &text, qsizetype longest)
 {
@@ -44,7 +44,7 @@ qsizetype toolTipArea(const QString &text)
 
 QString shownText(const QString &text)
 {
-	return cut(text, longestShownText);
+	return cut(text, maxShownText);
 }
 
 bool hasHarmlessMarkup(const QString &text)
@@ -61,7 +61,7 @@ bool hasHarmlessMarkup(const QString &text)
 QString shownToolTip(const QString &text)
 {
 	QString shown = shownText(text);
-	while (toolTipArea(shown) > largestToolTipArea) {
+	while (toolTipArea(shown) > maxToolTipArea) {
 		shown = cut(shown, shown.size() / 2);
 	}
 	return hasHarmlessMarkup(shown) ? shown : shown.toHtmlEscaped();

@@ -2,14 +2,14 @@
 #include "dock/text_label.hpp"
 
 namespace {
-constexpr int smallestWidth_px = 40;
+constexpr int minWidth_px = 40;
 } // namespace
 
 TextLabel::TextLabel(const QString &text)
 	: QLabel(text)
 {
 	// A label is at least as wide as its longest word, and would widen OBS's main window for it.
-	setMinimumWidth(smallestWidth_px);
+	setMinimumWidth(minWidth_px);
 }
 
 void TextLabel::showText(const QString &text)

@@ -19,7 +19,7 @@ std::optional<QByteArray> EventStream::nextLine()
 	if (newline < 0) {
 		buffer_.remove(0, lineStart_);
 		lineStart_ = 0;
-		lineIsTooLong_ = lineIsTooLong_ || buffer_.size() > longestLine_bytes;
+		lineIsTooLong_ = lineIsTooLong_ || buffer_.size() > maxLine_bytes;
 		if (lineIsTooLong_) {
 			buffer_.clear();
 		}
@@ -28,7 +28,7 @@ std::optional<QByteArray> EventStream::nextLine()
 	}
 
 	const qsizetype length = newline - lineStart_;
-	const bool keep = !lineIsTooLong_ && length <= longestLine_bytes;
+	const bool keep = !lineIsTooLong_ && length <= maxLine_bytes;
 	QByteArray line = keep ? buffer_.sliced(lineStart_, length) : QByteArray();
 	lineIsTooLong_ = false;
 	lineStart_ = newline + 1;

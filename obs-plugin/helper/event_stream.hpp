@@ -6,11 +6,11 @@
 #include <optional>
 
 /// Splits a helper's standard output into events: one JSON object per line, ended by \n or \r\n. Drops lines that are
-/// not JSON objects or longer than longestLine_bytes. Linear in the bytes received, whatever the chunks.
+/// not JSON objects or longer than maxLine_bytes. Linear in the bytes received, whatever the chunks.
 class EventStream {
 public:
 	/// No real event comes near it. A line of 256 MiB would take OBS a gigabyte, and two seconds to parse.
-	static constexpr qsizetype longestLine_bytes = qsizetype{5} * 1024 * 1024;
+	static constexpr qsizetype maxLine_bytes = qsizetype{5} * 1024 * 1024;
 
 	void append(QByteArrayView bytes) { buffer_.append(bytes); }
 
@@ -25,6 +25,6 @@ private:
 	qsizetype lineStart_{0};
 	/// No newline lies between `lineStart_` and here, so a growing line is not searched again.
 	qsizetype searchStart_{0};
-	/// The line that is coming in is longer than longestLine_bytes; what came of it is gone.
+	/// The line that is coming in is longer than maxLine_bytes; what came of it is gone.
 	bool lineIsTooLong_{false};
 };

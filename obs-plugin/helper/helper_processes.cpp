@@ -18,13 +18,13 @@
 using namespace std::chrono_literals;
 
 namespace {
-/// How long one run's output may hold the user interface. A callback of the same length still fits into the same frame
-/// at 60 fps.
-constexpr auto longestTurn = 8ms;
+/// How long one run's output may hold the user interface: half a frame at 60 fps, so that an event's callback of the
+/// same length still fits.
+constexpr auto maxTurn = 8ms;
 constexpr qint64 pieceSize_bytes = 65536;
 /// How much may wait to be read. A full pipe makes a helper wait, but Qt for Windows empties the pipe at once and keeps
 /// whatever comes in OBS's memory.
-constexpr qint64 mostWaiting_bytes = qint64{32} * 1024 * 1024;
+constexpr qint64 maxUnread_bytes = qint64{32} * 1024 * 1024;
 
 /// One run, shared by its handlers.
 struct HelperRun : std::enable_shared_from_this<HelperRun> {
@@ -63,12 +63,12 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 		}
 	}
 
-	/// Delivers the available output, and then the end, for about longestTurn.
+	/// Delivers the available output, and then the end, for about maxTurn.
 	void takeTurn()
 	{
 		scheduled = false;
 		stopFlood();
-		const QDeadlineTimer deadline(longestTurn);
+		const QDeadlineTimer deadline(maxTurn);
 		while (!isOver() && (deliverEvent() || readPiece())) {
 			if (deadline.hasExpired()) {
 				schedule();
@@ -82,7 +82,7 @@ struct HelperRun : std::enable_shared_from_this<HelperRun> {
 
 	void stopFlood() const
 	{
-		if (process && process->bytesAvailable() > mostWaiting_bytes) {
+		if (process && process->bytesAvailable() > maxUnread_bytes) {
 			moduleLog(LOG_WARNING, "ended a helper run that wrote faster than it can be read");
 			process->kill();
 			process->skip(process->bytesAvailable());

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// Even a long film's subtitles take only a tenth of this.
-constexpr qint64 largestSidecarBytes = 1'000'000;
+constexpr qint64 maxSidecar_bytes = 1'000'000;
 
 /// The subtitle file beside the replay; empty when there is none.
 QString sidecarOf(const QString &replay)
@@ -35,10 +35,10 @@ QList<Cue> readSidecar(const QString &path)
 	if (!file.open(QIODevice::ReadOnly)) {
 		throw Failure(u"%1 can't be read."_s.arg(name));
 	}
-	if (file.size() > largestSidecarBytes) {
+	if (file.size() > maxSidecar_bytes) {
 		throw Failure(u"%1 is too large."_s.arg(name));
 	}
-	const QByteArray content = file.read(largestSidecarBytes);
+	const QByteArray content = file.read(maxSidecar_bytes);
 	const QList<Cue> cues = isText(content) ? parseSubtitles(content) : QList<Cue>();
 	if (cues.isEmpty()) {
 		throw Failure(u"%1 holds no subtitles."_s.arg(name));

@@ -12,8 +12,8 @@ namespace {
 /// How many lines stay clear of the rest of the picture at full size.
 constexpr int fullSizeLines = 4;
 /// What fits at half size.
-constexpr int greatestWidth = 160;
-constexpr int mostLines = 6;
+constexpr int maxWidth = 160;
+constexpr int maxLines = 6;
 
 int widthOfLetter(char32_t letter)
 {
@@ -31,14 +31,14 @@ int widthOf(const QString &text)
 	return width;
 }
 
-QStringList piecesOf(const QString &text, int mostWidth)
+QStringList piecesOf(const QString &text, int maxWidth)
 {
 	QStringList pieces{};
 	int width = 0;
 	for (const uint number : text.toUcs4()) {
 		const char32_t letter = number;
 		width += widthOfLetter(letter);
-		if (pieces.isEmpty() || width > mostWidth) {
+		if (pieces.isEmpty() || width > maxWidth) {
 			pieces += QString();
 			width = widthOfLetter(letter);
 		}
@@ -65,9 +65,9 @@ QString formatTime(qint64 time_ms)
 {
 	const qint64 hundredths = time_ms / 10;
 	return u"%1:%2:%3.%4"_s.arg(hundredths / 360000)
-		.arg(hundredths / 6000 % 60, 2, 10, QLatin1Char('0'))
-		.arg(hundredths / 100 % 60, 2, 10, QLatin1Char('0'))
-		.arg(hundredths % 100, 2, 10, QLatin1Char('0'));
+		.arg(hundredths / 6000 % 60, 2, 10, QChar(u'0'))
+		.arg(hundredths / 100 % 60, 2, 10, QChar(u'0'))
+		.arg(hundredths % 100, 2, 10, QChar(u'0'));
 }
 
 QString breakLines(const QString &text)
@@ -84,13 +84,13 @@ QString breakLines(const QString &text)
 			++lines;
 		}
 		wholeWidth += width;
-		if (wholeWidth > greatestWidth || lines > mostLines) {
+		if (wholeWidth > maxWidth || lines > maxLines) {
 			return result + u"…"_s;
 		}
 		if (letter == U' ' || letter == U'\n') {
 			wordWidth = 0;
 		} else if (wordWidth + width > lineWidth) {
-			result += QLatin1Char('\n');
+			result += u'\n';
 			++lines;
 			wordWidth = width;
 		} else {
@@ -104,7 +104,7 @@ QString breakLines(const QString &text)
 double fontScale(const QString &text)
 {
 	int lines = 0;
-	for (const QString &line : text.split(QLatin1Char('\n'))) {
+	for (const QString &line : text.split(u'\n')) {
 		lines += std::max(1, (widthOf(line) + lineWidth - 1) / lineWidth);
 	}
 	// Smaller letters make lines lower and fewer at once, hence the root.
@@ -116,16 +116,16 @@ QString escape(const QString &text)
 	QString result{};
 	result.reserve(text.size());
 	for (const QChar letter : text) {
-		if (letter == QLatin1Char('\n')) {
-			result += QLatin1String("\\N");
-		} else if (letter == QLatin1Char('\\')) {
+		if (letter == u'\n') {
+			result += u"\\N";
+		} else if (letter == u'\\') {
 			// The invisible word joiner behind it keeps the backslash from being the start of a command.
 			result += u"\\\u2060"_s;
-		} else if (letter == QLatin1Char('{') || letter == QLatin1Char('}')) {
-			result += QLatin1Char('\\') + letter;
+		} else if (letter == u'{' || letter == u'}') {
+			result += u'\\' + letter;
 		} else if (letter.category() == QChar::Other_Control) {
 			// A carriage return would begin a line of the script, a null character would end it.
-			result += QLatin1Char(' ');
+			result += u' ';
 		} else {
 			result += letter;
 		}

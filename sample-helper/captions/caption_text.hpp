@@ -13,7 +13,7 @@ constexpr int lineWidth = 16;
 int widthOf(const QString &text);
 
 /// The text in pieces that are no wider than this.
-QStringList piecesOf(const QString &text, int mostWidth);
+QStringList piecesOf(const QString &text, int maxWidth);
 
 /// A whole script for a picture of this size from its style lines and its event lines.
 QByteArray makeScript(int width_px, int height_px, const QString &styleLines, const QString &events);

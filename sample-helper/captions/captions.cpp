@@ -77,13 +77,13 @@ template<typename Row, std::size_t Size> QStringList keysOf(const std::array<Row
 /// The middle of the caption in fractions of the height of the Short.
 double heightOf(const Look &look)
 {
-	if (look.position == QLatin1String("top")) {
+	if (look.position == u"top") {
 		return 0.12;
 	}
-	if (look.position == QLatin1String("middle")) {
+	if (look.position == u"middle") {
 		return 0.5;
 	}
-	if (look.position == QLatin1String("bottom")) {
+	if (look.position == u"bottom") {
 		return 0.86;
 	}
 	return layoutCaptionHeight(look.layout);
@@ -116,7 +116,7 @@ QString cueLines(const Style &style, const Font &font, const Cue &cue, int y)
 				 .arg(fontSize_px)
 				 .arg(QLatin1String(style.layers[layer].commands));
 		// Appended, since the text itself may hold something like %1.
-		lines += captiontext::escape(text) + QLatin1Char('\n');
+		lines += captiontext::escape(text) + u'\n';
 	}
 	return lines;
 }

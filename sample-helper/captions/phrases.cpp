@@ -12,7 +12,7 @@ namespace phrases {
 namespace {
 using Words = QList<Word>;
 
-constexpr int mostWidth = mostLines * captiontext::lineWidth;
+constexpr int maxWidth = maxLines * captiontext::lineWidth;
 
 bool endsWithOneOf(const QString &text, QStringView letters)
 {
@@ -40,7 +40,7 @@ QString joined(const Words &words)
 	for (const Word &word : words) {
 		texts += word.text;
 	}
-	return texts.join(QLatin1Char(' '));
+	return texts.join(u' ');
 }
 
 /// Where to divide words in two: behind what ends a clause or at a pause if there is one, else so that both halves are
@@ -73,14 +73,14 @@ QString linesOf(const Words &words)
 	const QString text = joined(words);
 	const int width = captiontext::widthOf(text);
 	// A line break takes the place of a blank.
-	if (width > mostWidth + 1) {
+	if (width > maxWidth + 1) {
 		return {};
 	}
 	if (width <= captiontext::lineWidth || words.size() == 1) {
-		return width <= mostWidth ? text : QString();
+		return width <= maxWidth ? text : QString();
 	}
 	QString best{};
-	int bestDifference = mostWidth + 1;
+	int bestDifference = maxWidth + 1;
 	for (qsizetype cut = 1; cut < words.size(); ++cut) {
 		const QString upper = joined(words.first(cut));
 		const QString lower = joined(words.sliced(cut));
@@ -88,7 +88,7 @@ QString linesOf(const Words &words)
 		const bool fits =
 			std::max(captiontext::widthOf(upper), captiontext::widthOf(lower)) <= captiontext::lineWidth;
 		if (fits && difference < bestDifference) {
-			best = upper + QLatin1Char('\n') + lower;
+			best = upper + u'\n' + lower;
 			bestDifference = difference;
 		}
 	}
@@ -104,13 +104,13 @@ bool fit(const Words &words)
 Words piecesOf(const Word &word)
 {
 	const int width = captiontext::widthOf(word.text);
-	if (width <= mostWidth) {
+	if (width <= maxWidth) {
 		return {word};
 	}
 	const double pace_ms = static_cast<double>(word.end_ms - word.start_ms) / width;
 	Words pieces{};
 	int done = 0;
-	for (const QString &text : captiontext::piecesOf(word.text, mostWidth)) {
+	for (const QString &text : captiontext::piecesOf(word.text, maxWidth)) {
 		const qint64 start_ms = word.start_ms + qRound64(done * pace_ms);
 		done += captiontext::widthOf(text);
 		pieces += Word{start_ms, word.start_ms + qRound64(done * pace_ms), text};

@@ -16,7 +16,7 @@ struct Word {
 /// Captions that can be read while they are shown, by the usual rules of subtitles for a picture as narrow as a Short.
 namespace phrases {
 /// Of captiontext::lineWidth each.
-constexpr int mostLines = 2;
+constexpr int maxLines = 2;
 
 /// Five sixths of a second: anything shown for less flickers.
 constexpr qint64 shortest_ms = 833;

@@ -15,8 +15,8 @@ struct Span {
 
 Span spanOf(const QJsonObject &object)
 {
-	const QJsonObject offsets = object[QLatin1String("offsets")].toObject();
-	return {offsets[QLatin1String("from")].toInteger(), offsets[QLatin1String("to")].toInteger()};
+	const QJsonObject offsets = object[u"offsets"].toObject();
+	return {offsets[u"from"].toInteger(), offsets[u"to"].toInteger()};
 }
 
 bool isNoise(const QString &text)
@@ -31,12 +31,12 @@ QList<Span> spansOf(const QJsonArray &tokens)
 	QList<Span> spans{};
 	for (const QJsonValue value : tokens) {
 		const QJsonObject token = value.toObject();
-		const QString text = token[QLatin1String("text")].toString();
-		if (text.startsWith(QLatin1String("[_"))) {
+		const QString text = token[u"text"].toString();
+		if (text.startsWith(u"[_")) {
 			continue; // Not spoken: "[_BEG_]", "[_TT_50]".
 		}
 		const Span span = spanOf(token);
-		if (spans.isEmpty() || text.startsWith(QLatin1Char(' '))) {
+		if (spans.isEmpty() || text.startsWith(u' ')) {
 			spans += span;
 		} else {
 			spans.last().end_ms = span.end_ms;
@@ -65,12 +65,12 @@ QList<Span> evenSpans(const Span &whole, const QStringList &texts)
 
 QList<Word> wordsOf(const QJsonObject &segment)
 {
-	const QString text = segment[QLatin1String("text")].toString().simplified();
+	const QString text = segment[u"text"].toString().simplified();
 	if (isNoise(text)) {
 		return {};
 	}
-	const QStringList texts = text.split(QLatin1Char(' '));
-	QList<Span> spans = spansOf(segment[QLatin1String("tokens")].toArray());
+	const QStringList texts = text.split(u' ');
+	QList<Span> spans = spansOf(segment[u"tokens"].toArray());
 	// A token may hold half a letter, so texts come from the segment and only times from the tokens.
 	if (spans.size() != texts.size()) {
 		spans = evenSpans(spanOf(segment), texts);
@@ -87,7 +87,7 @@ std::optional<QList<Word>> spokenWords(const QByteArray &answer)
 {
 	// Invalid UTF-8 (see above) would make the whole document unreadable.
 	const QJsonObject root = QJsonDocument::fromJson(QString::fromUtf8(answer).toUtf8()).object();
-	const QJsonValue segments = root[QLatin1String("transcription")];
+	const QJsonValue segments = root[u"transcription"];
 	if (!segments.isArray()) {
 		return std::nullopt;
 	}

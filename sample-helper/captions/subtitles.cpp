@@ -22,9 +22,9 @@ QString decode(const QByteArray &file)
 
 QStringList linesOf(QString text)
 {
-	text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-	text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-	return text.split(QLatin1Char('\n'));
+	text.replace(u"\r\n"_s, u"\n"_s);
+	text.replace(u'\r', u'\n');
+	return text.split(u'\n');
 }
 
 /// The time that four groups of a match hold (hours, which may be missing, minutes, seconds, fraction).
@@ -33,7 +33,7 @@ std::optional<qint64> timeOf(const QRegularExpressionMatch &match, int firstGrou
 	const int hours = match.captured(firstGroup).toInt();
 	const int minutes = match.captured(firstGroup + 1).toInt();
 	const int seconds = match.captured(firstGroup + 2).toInt();
-	const int milliseconds = match.captured(firstGroup + 3).leftJustified(3, QLatin1Char('0')).toInt();
+	const int milliseconds = match.captured(firstGroup + 3).leftJustified(3, u'0').toInt();
 	if (minutes > 59 || seconds > 59) {
 		return std::nullopt;
 	}
@@ -68,7 +68,7 @@ QString withoutMarkup(QString line)
 	for (QChar &character : line) {
 		if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
 		    character == QChar::ParagraphSeparator) {
-			character = QLatin1Char(' ');
+			character = u' ';
 		}
 	}
 	return line.simplified();
@@ -88,7 +88,7 @@ QString textFrom(const QStringList &lines, qsizetype line)
 			text += plain;
 		}
 	}
-	return text.join(QLatin1Char('\n'));
+	return text.join(u'\n');
 }
 } // namespace
 
@@ -128,7 +128,7 @@ QList<Cue> cuesWithin(const QList<Cue> &cues, qint64 start_ms, qint64 end_ms)
 		const Cue shifted{std::max(cue.start_ms - start_ms, qint64{0}), std::min(cue.end_ms, end_ms) - start_ms,
 				  cue.text};
 		if (!result.isEmpty() && result.last().start_ms == shifted.start_ms) {
-			result.last().text += QLatin1Char('\n') + shifted.text;
+			result.last().text += u'\n' + shifted.text;
 			result.last().end_ms = std::max(result.last().end_ms, shifted.end_ms);
 			continue;
 		}

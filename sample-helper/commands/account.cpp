@@ -32,7 +32,7 @@ QString randomCode()
 	for (int i = 0; i < 4; ++i) {
 		code += letters.at(random->bounded(static_cast<int>(letters.size())));
 	}
-	return code + u"-%1"_s.arg(random->bounded(10000), 4, 10, QLatin1Char('0'));
+	return code + u"-%1"_s.arg(random->bounded(10000), 4, 10, QChar(u'0'));
 }
 } // namespace
 

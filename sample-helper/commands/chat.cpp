@@ -32,7 +32,7 @@ constexpr QLatin1StringView textKey("text");
 constexpr QLatin1StringView atKey("at_ms");
 
 // Twitch's limit for messages; names are shorter.
-constexpr qsizetype longestMessage = 500;
+constexpr qsizetype maxMessage = 500;
 
 double now_ms()
 {
@@ -138,10 +138,10 @@ QString complaintAbout(const QJsonDocument &document)
 	if (wanted.contains(commandKey)) {
 		const QString command = wanted.value(commandKey).toString();
 		const bool hasBlank = std::any_of(command.begin(), command.end(), [](QChar c) { return c.isSpace(); });
-		if (command.size() < 2 || !command.startsWith(QLatin1Char('!')) || hasBlank) {
+		if (command.size() < 2 || !command.startsWith(u'!') || hasBlank) {
 			return u"The command must be one word that begins with \"!\", for example !rune."_s;
 		}
-		if (command.size() > longestMessage) {
+		if (command.size() > maxMessage) {
 			return u"The command is longer than a message in chat can be."_s;
 		}
 	}
@@ -156,7 +156,7 @@ QString complaintAbout(const QJsonDocument &document)
 
 bool isCommand(const QString &message, const QString &command)
 {
-	const QString firstWord = message.simplified().section(QLatin1Char(' '), 0, 0);
+	const QString firstWord = message.simplified().section(u' ', 0, 0);
 	return firstWord.compare(command, Qt::CaseInsensitive) == 0;
 }
 
@@ -223,9 +223,9 @@ int runPollTriggers(const QCommandLineParser &)
 
 int runSay(const QCommandLineParser &parser)
 {
-	constexpr qsizetype mostMessages = 100;
-	const QString by = parser.value(u"say"_s).left(longestMessage);
-	QString text = parser.positionalArguments().join(QLatin1Char(' ')).left(longestMessage);
+	constexpr qsizetype maxMessages = 100;
+	const QString by = parser.value(u"say"_s).left(maxMessage);
+	QString text = parser.positionalArguments().join(u' ').left(maxMessage);
 	state::update(chatFile, [&](QJsonObject &chat) {
 		bringUpToDate(chat);
 		if (text.isEmpty()) {
@@ -233,7 +233,7 @@ int runSay(const QCommandLineParser &parser)
 		}
 		QJsonArray messages = chat.value(messagesKey).toArray();
 		messages += QJsonObject{{byKey, by}, {textKey, text}, {atKey, now_ms()}};
-		while (messages.size() > mostMessages) {
+		while (messages.size() > maxMessages) {
 			messages.removeFirst();
 		}
 		chat[messagesKey] = messages;

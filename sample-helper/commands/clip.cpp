@@ -24,14 +24,14 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int longestClip_s = 3600;
+constexpr int maxClip_s = 3600;
 
 int requestedLength_s(const QCommandLineParser &parser)
 {
 	bool isNumber = false;
 	const int length_s = parser.value(u"seconds"_s).toInt(&isNumber);
-	if (!isNumber || length_s < 1 || length_s > longestClip_s) {
-		throw Failure(u"--seconds needs a whole number from 1 to %1."_s.arg(longestClip_s));
+	if (!isNumber || length_s < 1 || length_s > maxClip_s) {
+		throw Failure(u"--seconds needs a whole number from 1 to %1."_s.arg(maxClip_s));
 	}
 	return length_s;
 }

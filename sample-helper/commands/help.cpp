@@ -53,7 +53,7 @@ QString helpLine(const char *name, const char *value, const char *words, const c
 	constexpr qsizetype switchWidth = 23;
 	QStringList parts{u"--"_s + QLatin1String(name), QLatin1String(value), QLatin1String(words)};
 	parts.removeAll(QString());
-	return u"  %1%2\n"_s.arg(parts.join(QLatin1Char(' ')).leftJustified(switchWidth), QLatin1String(summary));
+	return u"  %1%2\n"_s.arg(parts.join(u' ').leftJustified(switchWidth), QLatin1String(summary));
 }
 
 QString commandLines()
@@ -82,8 +82,8 @@ QString optionLines(std::span<const Option> options)
 
 QString helpText()
 {
-	return QString::fromUtf8(introduction) + commandLines() + QLatin1Char('\n') +
-	       helpLine("help", "", "", "print this text") + helpLine("version", "", "", "print the version") +
+	return QString::fromUtf8(introduction) + commandLines() + u'\n' + helpLine("help", "", "", "print this text") +
+	       helpLine("version", "", "", "print the version") +
 	       u"\nOptions of --process and --preview (the last clip's choice when left out):\n"_s +
 	       optionLines(lookOptions()) + u"\nMore options:\n"_s + optionLines(otherOptions()) +
 	       QString::fromUtf8(remarks);

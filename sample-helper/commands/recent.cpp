@@ -21,7 +21,7 @@ QDateTime timeOf(const QFileInfo &file, const QDateTime &now)
 
 int runRecent(const QCommandLineParser &)
 {
-	constexpr int mostItems = 10;
+	constexpr int maxItems = 10;
 	const QDir folder(environment::outputFolder());
 	// So that "Open output folder" has something to open before the first clip.
 	folder.mkpath(u"."_s);
@@ -32,7 +32,7 @@ int runRecent(const QCommandLineParser &)
 		return timeOf(left, now) > timeOf(right, now);
 	});
 	QJsonArray items{};
-	for (const QFileInfo &file : files.mid(0, mostItems)) {
+	for (const QFileInfo &file : files.mid(0, maxItems)) {
 		items += QJsonObject{{u"name"_s, file.fileName()}, {u"path"_s, file.absoluteFilePath()}};
 	}
 	sendEvent(u"recent"_s, {{u"folder"_s, folder.absolutePath()}, {u"items"_s, items}});

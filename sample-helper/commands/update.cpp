@@ -33,14 +33,11 @@ std::optional<Release> offeredRelease()
 		return std::nullopt;
 	}
 	const QJsonObject object = QJsonDocument::fromJson(files::readSmall(path)).object();
-	Release release{object.value(QLatin1String("version")).toString(),
-			object.value(QLatin1String("notes")).toString(),
-			object.value(QLatin1String("installer")).toString(),
-			object.value(QLatin1String("sha256")).toString().toLower()};
+	Release release{object.value(u"version").toString(), object.value(u"notes").toString(),
+			object.value(u"installer").toString(), object.value(u"sha256").toString().toLower()};
 	// The name is joined to two folders: it must not lead out of them.
-	const bool isPlainName = !release.installer.isEmpty() && !release.installer.startsWith(QLatin1Char('.')) &&
-				 !release.installer.contains(QLatin1Char('/')) &&
-				 !release.installer.contains(QLatin1Char('\\'));
+	const bool isPlainName = !release.installer.isEmpty() && !release.installer.startsWith(u'.') &&
+				 !release.installer.contains(u'/') && !release.installer.contains(u'\\');
 	static const QRegularExpression plainVersion(uR"(^[0-9A-Za-z.+_-]{1,64}$)"_s);
 	if (!plainVersion.match(release.version).hasMatch() || !isPlainName) {
 		throw Failure(u"%1 names no version or no installer beside it."_s.arg(path));
@@ -95,7 +92,7 @@ QString copyWithProgress(QFile &source, QSaveFile &target, const QString &folder
 /// Copies the installer to a folder of the user alone; returns the path of the copy. Throws Failure.
 QString download(const Release &release)
 {
-	QFile source(environment::releaseFolder() + QLatin1Char('/') + release.installer);
+	QFile source(environment::releaseFolder() + u'/' + release.installer);
 	if (!source.open(QIODevice::ReadOnly) || source.size() == 0) {
 		throw Failure(u"the installer %1 is missing or empty."_s.arg(source.fileName()));
 	}
@@ -103,7 +100,7 @@ QString download(const Release &release)
 	// The installer stays there until the user agrees to run it.
 	files::makePrivateFolder(folder);
 	// Nothing of an unfinished or refused download ever appears under the installer's name.
-	QSaveFile target(folder + QLatin1Char('/') + release.installer);
+	QSaveFile target(folder + u'/' + release.installer);
 	if (!target.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
 		throw saveFailure(folder, target.errorString());
 	}

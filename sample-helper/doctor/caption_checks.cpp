@@ -90,7 +90,7 @@ void checkCaptions(Report &report, const QString &folder)
 	} else if (fontTakenFor(fontKeys().first(), folder).isEmpty()) {
 		report.missing(
 			u"this ffmpeg can't draw captions: it has no subtitle filter, or there is no font at all"_s,
-			remedies::fullFfmpeg(system) + QLatin1Char('\n') + remedies::someFont(system));
+			remedies::fullFfmpeg(system) + u'\n' + remedies::someFont(system));
 	} else {
 		report.missing(u"this ffmpeg draws no captions"_s, remedies::fullFfmpeg(system));
 	}

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 /// A Short of a minute takes about a tenth of this.
 constexpr qint64 plentyOfRoom_bytes = 1'000'000'000;
-constexpr qint64 leastRoom_bytes = 100'000'000;
+constexpr qint64 minRoom_bytes = 100'000'000;
 
 bool isWritable(const QString &folder)
 {
@@ -35,7 +35,7 @@ void checkFolder(Report &report, const QString &purpose, const QString &folder)
 	const qint64 free_bytes = QStorageInfo(folder).bytesAvailable();
 	const QString room = u"%1, %2 GB free"_s.arg(name).arg(static_cast<double>(free_bytes) / 1e9, 0, 'f', 1);
 	const QString remedy = u"delete what you no longer need there, or set KESTRUNE_SAMPLE_HELPER_OUTPUT"_s;
-	if (free_bytes < leastRoom_bytes) {
+	if (free_bytes < minRoom_bytes) {
 		report.problem(room, remedy);
 	} else if (free_bytes < plentyOfRoom_bytes) {
 		report.wrong(room + u": that is little"_s, remedy);

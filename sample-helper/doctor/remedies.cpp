@@ -17,8 +17,8 @@ QStringList systemNames(const QByteArray &osRelease)
 	for (const QByteArray &line : osRelease.split('\n')) {
 		if (line.startsWith("ID=") || line.startsWith("ID_LIKE=")) {
 			QString value = QString::fromUtf8(line.mid(line.indexOf('=') + 1)).trimmed();
-			value.remove(QLatin1Char('"'));
-			names += value.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+			value.remove(u'"');
+			names += value.split(u' ', Qt::SkipEmptyParts);
 		}
 	}
 	return names;
@@ -36,13 +36,13 @@ QString fontPackage(const QString &family)
 System systemOf(const QByteArray &osRelease)
 {
 	for (const QString &name : systemNames(osRelease)) {
-		if (name == QLatin1String("debian") || name == QLatin1String("ubuntu")) {
+		if (name == u"debian" || name == u"ubuntu") {
 			return System::Debian;
 		}
-		if (name == QLatin1String("fedora")) {
+		if (name == u"fedora") {
 			return System::Fedora;
 		}
-		if (name == QLatin1String("arch")) {
+		if (name == u"arch") {
 			return System::Arch;
 		}
 	}
@@ -51,7 +51,7 @@ System systemOf(const QByteArray &osRelease)
 
 System thisSystem()
 {
-	if (QSysInfo::kernelType() == QLatin1String("winnt")) {
+	if (QSysInfo::kernelType() == u"winnt") {
 		return System::Windows;
 	}
 	QFile file(u"/etc/os-release"_s);

@@ -24,7 +24,7 @@ void Report::line(const QString &mark, const QString &text, const QString &remed
 {
 	constexpr int markWidth = 9;
 	printLine(u"  "_s + mark.leftJustified(markWidth) + text);
-	for (const QString &step : remedy.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+	for (const QString &step : remedy.split(u'\n', Qt::SkipEmptyParts)) {
 		printLine(u"  "_s + QString().leftJustified(markWidth) + u"-> "_s + step);
 	}
 }

@@ -24,8 +24,7 @@ QString versionOf(const QString &program)
 {
 	const subprocess::Result result = subprocess::run(program, {u"-version"_s}, {});
 	const QString line = QString::fromUtf8(result.output.split('\n').first());
-	return line.contains(u" version "_s) ? line.section(u" version "_s, 1).section(QLatin1Char(' '), 0, 0)
-					     : QString();
+	return line.contains(u" version "_s) ? line.section(u" version "_s, 1).section(u' ', 0, 0) : QString();
 }
 
 bool checkProgram(Report &report, const QString &name)

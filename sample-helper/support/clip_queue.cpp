@@ -20,7 +20,7 @@ QString queueFolder()
 
 QString ticketPath(qint64 number)
 {
-	return queueFolder() + u"/%1.ticket"_s.arg(number, 12, 10, QLatin1Char('0'));
+	return queueFolder() + u"/%1.ticket"_s.arg(number, 12, 10, QChar(u'0'));
 }
 
 /// The numbers of all tickets that were drawn, those of killed runs included.
@@ -29,7 +29,7 @@ QList<qint64> drawnNumbers()
 	QList<qint64> numbers{};
 	for (const QString &name : QDir(queueFolder()).entryList({u"*.ticket"_s}, QDir::Files, QDir::Name)) {
 		bool isNumber = false;
-		const qint64 number = name.section(QLatin1Char('.'), 0, 0).toLongLong(&isNumber);
+		const qint64 number = name.section(u'.', 0, 0).toLongLong(&isNumber);
 		if (isNumber) {
 			numbers += number;
 		}

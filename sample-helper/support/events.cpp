@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 QString plainText(QString text)
 {
-	return text.replace(QLatin1Char('<'), QChar(u'‹'));
+	return text.replace(u'<', QChar(u'‹'));
 }
 
 void sendEvent(const QString &name, QJsonObject members)
@@ -34,5 +34,5 @@ Failure::Failure(QString text, QJsonObject members)
 
 QString Failure::clause() const
 {
-	return text_.endsWith(QLatin1Char('.')) ? text_.chopped(1) : text_;
+	return text_.endsWith(u'.') ? text_.chopped(1) : text_;
 }

@@ -73,7 +73,7 @@ QByteArray readSmall(const QString &path)
 	if (!file.open(QIODevice::ReadOnly)) {
 		throw failureOf(u"read"_s, path, file.errorString());
 	}
-	QByteArray content = file.read(largestSmallFile_bytes + 1);
+	QByteArray content = file.read(maxSmallFile_bytes + 1);
 	if (file.error() != QFileDevice::NoError) {
 		throw failureOf(u"read"_s, path, file.errorString());
 	}
@@ -140,7 +140,7 @@ QString cause(const QString &systemText)
 		return u"the disk is full"_s;
 	}
 	QString text = systemText.trimmed();
-	while (text.endsWith(QLatin1Char('.'))) {
+	while (text.endsWith(u'.')) {
 		text.chop(1);
 	}
 	return text;

@@ -10,7 +10,7 @@ class QFileDevice;
 /// chat.json in /home/ana/shorts: the disk is full."
 namespace files {
 /// The largest file that is read whole.
-constexpr qint64 largestSmallFile_bytes = qint64{1024} * 1024;
+constexpr qint64 maxSmallFile_bytes = qint64{1024} * 1024;
 
 /// Makes a folder and its missing parents.
 void makeFolder(const QString &path);
@@ -18,7 +18,7 @@ void makeFolder(const QString &path);
 /// Like makeFolder(), and keeps all other users out of the folder.
 void makePrivateFolder(const QString &path);
 
-/// Returns a file's content, cut off after largestSmallFile_bytes + 1: a result of that size means "too large".
+/// Returns a file's content, cut off after maxSmallFile_bytes + 1: a result of that size means "too large".
 QByteArray readSmall(const QString &path);
 
 /// Writes all of `content` to a file opened Unbuffered. Returns the system's error text, empty on success.

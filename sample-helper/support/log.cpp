@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr qint64 largestLogBytes = 1'000'000;
+constexpr qint64 maxLog_bytes = 1'000'000;
 
 bool alsoOnTerminal = true;
 
@@ -41,7 +41,7 @@ void writeMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 void startLog()
 {
 	QDir().mkpath(environment::stateFolder());
-	if (QFileInfo(logPath()).size() > largestLogBytes) {
+	if (QFileInfo(logPath()).size() > maxLog_bytes) {
 		const QString old = logPath() + u".old"_s;
 		QFile::remove(old);
 		QFile::rename(logPath(), old);

@@ -18,14 +18,13 @@ constexpr QLatin1StringView lockSuffix(".lock");
 
 QString eightDigits()
 {
-	return u"%1"_s.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
+	return u"%1"_s.arg(QRandomGenerator::system()->generate(), 8, 16, QChar(u'0'));
 }
 
 bool isOrHolds(const QString &path, const QString &canonicalReplay)
 {
 	const QString leftover = QFileInfo(path).canonicalFilePath();
-	return !leftover.isEmpty() &&
-	       (canonicalReplay == leftover || canonicalReplay.startsWith(leftover + QLatin1Char('/')));
+	return !leftover.isEmpty() && (canonicalReplay == leftover || canonicalReplay.startsWith(leftover + u'/'));
 }
 
 /// The half-made Short named in a lock file; empty if there is none.
@@ -60,7 +59,7 @@ void removeIfAbandoned(const QString &lockPath, const QString &canonicalReplay)
 	} catch (const Failure &) {
 		return; // Its run is alive.
 	}
-	const QByteArray content = lock.read(files::largestSmallFile_bytes);
+	const QByteArray content = lock.read(files::maxSmallFile_bytes);
 	if (!content.startsWith(lockMark)) {
 		// The run was killed before it had other files.
 		if (lockMark.startsWith(content)) {
@@ -137,7 +136,7 @@ void removeLeftovers(const QString &replay)
 			QDir(parent).entryList({u"run-*.lock"_s}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
 		for (const QString &name : locks) {
 			if (lockName.match(name).hasMatch()) {
-				removeIfAbandoned(parent + QLatin1Char('/') + name, canonicalReplay);
+				removeIfAbandoned(parent + u'/' + name, canonicalReplay);
 			}
 		}
 	}

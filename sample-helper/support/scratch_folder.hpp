@@ -14,7 +14,7 @@ public:
 	Q_DISABLE_COPY_MOVE(ScratchFolder)
 
 	const QString &path() const { return path_; }
-	QString filePath(const QString &name) const { return path_ + QLatin1Char('/') + name; }
+	QString filePath(const QString &name) const { return path_ + u'/' + name; }
 
 	/// Also removes this file in the end, unless it has been renamed by then. Throws Failure.
 	void adopt(const QString &halfMadeShort);

@@ -44,13 +44,13 @@ QString cleaned(QString value)
 	if (value.size() >= 2 && value.startsWith(mark) && value.endsWith(mark)) {
 		value = value.sliced(1, value.size() - 2);
 	}
-	return value.startsWith(QLatin1String("~/")) ? QDir::homePath() + value.sliced(1) : value;
+	return value.startsWith(u"~/") ? QDir::homePath() + value.sliced(1) : value;
 }
 
 /// Reads one line that is neither empty nor a comment.
 void parseLine(const QString &line, int number, Content &content)
 {
-	const qsizetype sign = line.indexOf(QLatin1Char('='));
+	const qsizetype sign = line.indexOf(u'=');
 	if (sign < 0) {
 		content.problems += u"Line %1 of the settings file has no \"=\"."_s.arg(number);
 		return;
@@ -64,8 +64,8 @@ void parseLine(const QString &line, int number, Content &content)
 	if (value.isEmpty()) {
 		return;
 	}
-	const QString wrong = name == QLatin1String("HOME") ? u"can only be set as an environment variable"_s
-							    : complaint(name, value);
+	const QString wrong =
+		name == u"HOME" ? u"can only be set as an environment variable"_s : complaint(name, value);
 	if (!wrong.isEmpty()) {
 		content.problems += u"Line %1 of the settings file: %2 %3."_s.arg(number).arg(name, wrong);
 		return;
@@ -89,8 +89,7 @@ Content parse(const QByteArray &file)
 	for (const QByteArray &bytes : text.split('\n')) {
 		++number;
 		const QString line = QString::fromUtf8(bytes).trimmed();
-		if (!line.isEmpty() && !line.startsWith(QLatin1Char('#')) && !line.startsWith(QLatin1Char(';')) &&
-		    !line.startsWith(QLatin1Char('['))) {
+		if (!line.isEmpty() && !line.startsWith(u'#') && !line.startsWith(u';') && !line.startsWith(u'[')) {
 			parseLine(line, number, content);
 		}
 	}
@@ -123,9 +122,7 @@ QString complaint(const QString &name, const QString &value)
 	case Kind::Count:
 		return isNumber && number >= 1 ? QString() : u"needs a number from 1 up, not \"%1\""_s.arg(value);
 	case Kind::Switch:
-		return value == QLatin1String("0") || value == QLatin1String("1")
-			       ? QString()
-			       : u"needs 0 or 1, not \"%1\""_s.arg(value);
+		return value == u"0" || value == u"1" ? QString() : u"needs 0 or 1, not \"%1\""_s.arg(value);
 	}
 	return {};
 }

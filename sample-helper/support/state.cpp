@@ -15,7 +15,7 @@ namespace state {
 namespace {
 QString pathOf(const QString &name)
 {
-	return environment::stateFolder() + QLatin1Char('/') + name;
+	return environment::stateFolder() + u'/' + name;
 }
 
 /// Keeps other runs from changing state files.
@@ -49,7 +49,7 @@ Content load(const QString &name)
 		return {};
 	}
 	const QByteArray bytes = files::readSmall(pathOf(name));
-	if (bytes.size() > files::largestSmallFile_bytes) {
+	if (bytes.size() > files::maxSmallFile_bytes) {
 		return {{}, u"too large"_s};
 	}
 	const QJsonDocument document = QJsonDocument::fromJson(bytes);
@@ -97,7 +97,7 @@ QJsonObject update(const QString &name, const std::function<void(QJsonObject &)>
 		return object;
 	}
 	const QByteArray content = QJsonDocument(object).toJson();
-	if (content.size() > files::largestSmallFile_bytes) {
+	if (content.size() > files::maxSmallFile_bytes) {
 		throw Failure(u"couldn't save %1: it would be too large."_s.arg(name));
 	}
 	files::replace(pathOf(name), content);

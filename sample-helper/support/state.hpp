@@ -8,7 +8,7 @@
 /// Small files that outlive a run. Runs may overlap: files are replaced whole, so readers always find a complete one,
 /// and changed under a lock, so that no run undoes another's change.
 ///
-/// A file that is damaged or larger than files::largestSmallFile_bytes is never overwritten: it is renamed to
+/// A file that is damaged or larger than files::maxSmallFile_bytes is never overwritten: it is renamed to
 /// "NAME.damaged-TIME", and the log says so.
 namespace state {
 /// Returns the JSON file `name` from the state folder; empty if it is missing or unusable.

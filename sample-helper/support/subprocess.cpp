@@ -10,10 +10,10 @@
 
 namespace subprocess {
 namespace {
-constexpr qsizetype largestErrorOutput_bytes = qsizetype{64} * 1024;
+constexpr qsizetype maxErrorOutput_bytes = qsizetype{64} * 1024;
 /// How often limits are looked at.
 constexpr int glance_ms = 200;
-constexpr qint64 longestGap_ms = 3000;
+constexpr qint64 maxGap_ms = 3000;
 
 /// Appends to what is kept of an output, and forgets the oldest of it beyond the limit.
 void keepLast(QByteArray &kept, const QByteArray &more, qsizetype limit_bytes)
@@ -34,18 +34,18 @@ public:
 		QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [this, &process] {
 			const QByteArray more = process.readAllStandardOutput();
 			count_bytes_ += more.size();
-			keepLast(output_, more, largestOutput_bytes);
+			keepLast(output_, more, maxOutput_bytes);
 		});
 		QObject::connect(&process, &QProcess::readyReadStandardError, &process, [this, &process] {
-			keepLast(errors_, process.readAllStandardError(), largestErrorOutput_bytes);
+			keepLast(errors_, process.readAllStandardError(), maxErrorOutput_bytes);
 		});
 	}
 
 	qint64 count_bytes() const { return count_bytes_; }
-	QByteArray output() const { return output_.last(std::min(output_.size(), largestOutput_bytes)); }
+	QByteArray output() const { return output_.last(std::min(output_.size(), maxOutput_bytes)); }
 	QString errorOutput() const
 	{
-		return QString::fromUtf8(errors_.last(std::min(errors_.size(), largestErrorOutput_bytes))).trimmed();
+		return QString::fromUtf8(errors_.last(std::min(errors_.size(), maxErrorOutput_bytes))).trimmed();
 	}
 
 private:
@@ -69,7 +69,7 @@ public:
 	Outcome look(const Output &output)
 	{
 		// A look this late means that we were suspended, and the program with us.
-		if (sinceLook_.restart() > longestGap_ms) {
+		if (sinceLook_.restart() > maxGap_ms) {
 			total_.start();
 			still_.start();
 		}
@@ -122,8 +122,7 @@ Outcome waitFor(QProcess &process, const Output &output, const Limits &limits)
 
 void log(const QProcess &process, const Result &result, const Limits &limits)
 {
-	const QString call =
-		QFileInfo(process.program()).fileName() + QLatin1Char(' ') + process.arguments().join(QLatin1Char(' '));
+	const QString call = QFileInfo(process.program()).fileName() + u' ' + process.arguments().join(u' ');
 	switch (result.outcome) {
 	case Outcome::NotStarted:
 		qWarning("%s: %s", qUtf8Printable(process.program()), qUtf8Printable(process.errorString()));

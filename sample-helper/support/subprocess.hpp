@@ -14,7 +14,7 @@ struct Result {
 	Outcome outcome{};
 	/// Only meaningful once finished.
 	int exitCode{};
-	/// The last largestOutput_bytes of standard output.
+	/// The last maxOutput_bytes of standard output.
 	QByteArray output{};
 	/// The last of what came on standard error, without blanks around it.
 	QString errorOutput{};
@@ -33,7 +33,7 @@ struct Limits {
 };
 
 /// More of a program's output is not kept in memory. What is said last counts most.
-constexpr qsizetype largestOutput_bytes = qsizetype{16} * 1024 * 1024;
+constexpr qsizetype maxOutput_bytes = qsizetype{16} * 1024 * 1024;
 
 /// Runs a program in `workingFolder` (the current one when empty) and waits for its end. It leaves the processor to
 /// others when they need it, and ends at once when this program is killed. What it says on standard error goes to the

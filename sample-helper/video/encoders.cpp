@@ -11,7 +11,7 @@ namespace {
 /// "-one 1 -two 2" as arguments.
 QStringList splitArguments(const char *text)
 {
-	return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+	return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
 }
 } // namespace
 

@@ -89,7 +89,7 @@ Reading encodeWith(const Encoder &encoder, const Excerpt &excerpt, const Composi
 {
 	QElapsedTimer timer;
 	timer.start();
-	const ProgressLog progress(folder + QLatin1Char('/') + progressFile, excerpt.length_s);
+	const ProgressLog progress(folder + u'/' + progressFile, excerpt.length_s);
 	const bool isDoubtful = ffmpeg::run(arguments(excerpt, encoder, composition, target), folder);
 	const double elapsed_s = std::max(0.001, static_cast<double>(timer.elapsed()) / 1000);
 	qInfo("%s encoded %.1f s in %.1f s (%.2f times real time)", qUtf8Printable(encoder.name), excerpt.length_s,

@@ -13,7 +13,7 @@ namespace {
 using ffmpeg::Frame;
 
 /// OBS stores a keyframe every 250 frames, or as often as the user says.
-constexpr double longestWayBackToKey_s = 30;
+constexpr double maxKeyInterval_s = 30;
 /// Formats such as MPEG-TS are not searched more exactly.
 constexpr double searchMargin_s = 0.5;
 /// Times in files are rounded: by far less than a frame, but by more than this.
@@ -63,7 +63,7 @@ double gapsOf(const QList<Frame> &frames)
 /// The frames of the replay, where possible only those at its end: a recording of hours takes a while to read.
 QList<Frame> framesAtTheEnd(const QString &replay, const ffmpeg::Video &video, int length_s)
 {
-	const double from_s = video.duration_s - length_s - longestWayBackToKey_s;
+	const double from_s = video.duration_s - length_s - maxKeyInterval_s;
 	if (from_s > video.start_s) {
 		const QList<Frame> frames = ffmpeg::frames(replay, video.videoStream, from_s);
 		if (!frames.isEmpty() && lengthOf(frames) > length_s &&

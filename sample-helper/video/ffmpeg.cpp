@@ -56,7 +56,7 @@ QString lastWords(const QString &errorOutput, const QString &writtenFile)
 {
 	static const QRegularExpression origin(uR"(^(\[[^\]]*\]\s*)+)"_s);
 	static const QRegularExpression stops(u"[\\s.!]+$"_s);
-	QString line = errorOutput.section(QLatin1Char('\n'), -1);
+	QString line = errorOutput.section(u'\n', -1);
 	line.remove(origin);
 	line.replace(writtenFile, u"its output"_s);
 	line.remove(stops);
@@ -75,10 +75,10 @@ QString explain(const subprocess::Result &result, const QString &writtenFile)
 			return u"the disk is full. Free some space, then clip again."_s;
 		}
 	}
-	if (errorOutput.contains(QLatin1String("Unknown encoder"))) {
+	if (errorOutput.contains(u"Unknown encoder")) {
 		return u"this ffmpeg can't make H.264 video. Install a full build of ffmpeg."_s;
 	}
-	if (errorOutput.contains(QLatin1String("received no packets"))) {
+	if (errorOutput.contains(u"received no packets")) {
 		return u"ffmpeg found no frames in the replay."_s;
 	}
 	const QString words = lastWords(errorOutput, writtenFile);

@@ -144,7 +144,7 @@ const Layout &layoutOf(const QString &key)
 std::optional<Region> parseRegion(const QString &text)
 {
 	QList<double> numbers{};
-	for (const QString &part : text.split(QLatin1Char(','))) {
+	for (const QString &part : text.split(u',')) {
 		bool isNumber = false;
 		const double number = part.trimmed().toDouble(&isNumber);
 		if (!isNumber || number < 0 || number > 1) {

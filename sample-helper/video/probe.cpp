@@ -15,36 +15,35 @@ namespace {
 /// ffmpeg opens still pictures and even plain text as a "video"; neither is a replay.
 bool isMovieFormat(const QString &format)
 {
-	return format != QLatin1String("tty") && format != QLatin1String("image2") &&
-	       !format.endsWith(QLatin1String("_pipe"));
+	return format != u"tty" && format != u"image2" && !format.endsWith(u"_pipe");
 }
 
 /// ffprobe writes times as texts.
-double seconds(const QJsonObject &object, QLatin1StringView member)
+double seconds(const QJsonObject &object, QStringView member)
 {
 	return object.value(member).toString().toDouble();
 }
 
 QString hdrTransfer(const QJsonObject &stream)
 {
-	const QString transfer = stream.value(QLatin1String("color_transfer")).toString();
-	const bool isHdr = transfer == QLatin1String("smpte2084") || transfer == QLatin1String("arib-std-b67");
+	const QString transfer = stream.value(u"color_transfer").toString();
+	const bool isHdr = transfer == u"smpte2084" || transfer == u"arib-std-b67";
 	return isHdr ? transfer : QString();
 }
 
 void addStream(Video &video, const QJsonObject &stream, int index)
 {
-	const QString type = stream.value(QLatin1String("codec_type")).toString();
-	const QJsonObject disposition = stream.value(QLatin1String("disposition")).toObject();
-	const bool isCover = disposition.value(QLatin1String("attached_pic")).toInt() != 0;
-	if (type == QLatin1String("video") && !isCover && video.videoStream < 0) {
+	const QString type = stream.value(u"codec_type").toString();
+	const QJsonObject disposition = stream.value(u"disposition").toObject();
+	const bool isCover = disposition.value(u"attached_pic").toInt() != 0;
+	if (type == u"video" && !isCover && video.videoStream < 0) {
 		video.videoStream = index;
 		video.hdrTransfer = hdrTransfer(stream);
-	} else if (type == QLatin1String("audio") && video.audioStream < 0) {
+	} else if (type == u"audio" && video.audioStream < 0) {
 		// OBS puts the full mix on the first track.
 		video.audioStream = index;
-		video.audioChannels = stream.value(QLatin1String("channels")).toInt();
-		video.audioDuration_s = seconds(stream, QLatin1String("duration"));
+		video.audioChannels = stream.value(u"channels").toInt();
+		video.audioDuration_s = seconds(stream, u"duration");
 	}
 }
 
@@ -68,16 +67,16 @@ std::optional<Video> lookInto(const QString &path)
 	const QJsonObject answer = QJsonDocument::fromJson(ask({u"-of"_s, u"json"_s, u"-show_format"_s,
 								u"-show_streams"_s, fileAddress(path)}))
 					   .object();
-	const QJsonObject format = answer.value(QLatin1String("format")).toObject();
+	const QJsonObject format = answer.value(u"format").toObject();
 	Video video{};
 	video.videoStream = -1;
-	video.start_s = seconds(format, QLatin1String("start_time"));
-	video.duration_s = seconds(format, QLatin1String("duration"));
-	const QJsonArray streams = answer.value(QLatin1String("streams")).toArray();
+	video.start_s = seconds(format, u"start_time");
+	video.duration_s = seconds(format, u"duration");
+	const QJsonArray streams = answer.value(u"streams").toArray();
 	for (qsizetype i = 0; i < streams.size(); ++i) {
 		addStream(video, streams.at(i).toObject(), static_cast<int>(i));
 	}
-	const bool isMovie = isMovieFormat(format.value(QLatin1String("format_name")).toString());
+	const bool isMovie = isMovieFormat(format.value(u"format_name").toString());
 	return video.videoStream >= 0 && isMovie ? std::optional(video) : std::nullopt;
 }
 
@@ -90,7 +89,7 @@ QList<Frame> frames(const QString &path, int stream, std::optional<double> from_
 			      u"-of"_s,
 			      u"csv=p=0"_s};
 	if (from_s) {
-		arguments << u"-read_intervals"_s << QString::number(*from_s, 'f', 3) + QLatin1Char('%');
+		arguments << u"-read_intervals"_s << QString::number(*from_s, 'f', 3) + u'%';
 	}
 	QList<Frame> result{};
 	for (const QByteArray &line : ask(arguments << fileAddress(path)).split('\n')) {

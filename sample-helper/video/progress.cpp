@@ -69,6 +69,6 @@ QString progressText(double made_s, double length_s, double elapsed_s)
 				     .arg(length_s, 0, 'f', 0)
 				     .arg(made * 100, 0, 'f', 0);
 	// Too little to estimate from.
-	constexpr double leastShare = 0.01;
-	return made < leastShare ? text : text + u", about %1 s to go"_s.arg(elapsed_s / made - elapsed_s, 0, 'f', 0);
+	constexpr double minShare = 0.01;
+	return made < minShare ? text : text + u", about %1 s to go"_s.arg(elapsed_s / made - elapsed_s, 0, 'f', 0);
 }

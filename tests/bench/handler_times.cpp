@@ -41,7 +41,7 @@ struct Times {
 	qint64 count{0};
 	qint64 longest_ns{0};
 	/// CPU time of the thread, which other programs cannot lengthen.
-	qint64 longestProcessor_ns{0};
+	qint64 maxProcessor_ns{0};
 	qint64 totalProcessor_ns{0};
 };
 
@@ -87,7 +87,7 @@ void count(const Kind &kind, const Span &held)
 	Times &times = kinds()[kind];
 	++times.count;
 	times.longest_ns = std::max(times.longest_ns, held.time_ns);
-	times.longestProcessor_ns = std::max(times.longestProcessor_ns, held.processor_ns);
+	times.maxProcessor_ns = std::max(times.maxProcessor_ns, held.processor_ns);
 	times.totalProcessor_ns += held.processor_ns;
 }
 
@@ -112,7 +112,7 @@ bool isInDock(const QObject *object)
 		return true;
 	}
 	// OBS names the window around the dock after the dock's id.
-	while (object && !object->objectName().startsWith(QLatin1StringView("kestrune"), Qt::CaseInsensitive)) {
+	while (object && !object->objectName().startsWith(u"kestrune", Qt::CaseInsensitive)) {
 		object = object->parent();
 	}
 	return object;
@@ -151,7 +151,7 @@ __attribute__((destructor)) void report()
 				       {u"event"_s, QString::fromLatin1(events.valueToKey(kind.event))},
 				       {u"count"_s, times.count},
 				       {u"longest_ms"_s, static_cast<double>(times.longest_ns) / 1e6},
-				       {u"longestProcessor_ms"_s, static_cast<double>(times.longestProcessor_ns) / 1e6},
+				       {u"maxProcessor_ms"_s, static_cast<double>(times.maxProcessor_ns) / 1e6},
 				       {u"totalProcessor_ms"_s, static_cast<double>(times.totalProcessor_ns) / 1e6}};
 		std::fprintf(file, "%s\n", QJsonDocument(line).toJson(QJsonDocument::Compact).constData());
 	}

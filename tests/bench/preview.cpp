@@ -8,6 +8,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 /// Like a frame of a game: shapes with a little noise, so it compresses, but not too well.
 QImage picture()
@@ -25,7 +27,7 @@ QImage picture()
 void preview(benchmark::State &state, const char *format)
 {
 	const QTemporaryDir folder;
-	const QString path = folder.filePath(QStringLiteral("preview"));
+	const QString path = folder.filePath(u"preview"_s);
 	if (!picture().save(path, format) || readPreviewPicture(path, {160, 284}).isNull()) {
 		state.SkipWithError("no picture");
 	}

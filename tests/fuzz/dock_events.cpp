@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // Many lines that are each quick must not be taken for a hang.
-constexpr int longestInput_lines = 40;
+constexpr int maxInput_lines = 40;
 
 struct Command {
 	char letter{};
@@ -58,8 +58,7 @@ void requireOrder(const FuzzDock &dock)
 	require(status->styleSheet() == u"color:#ff6b81" || status->styleSheet() == u"color:#8a90a6",
 		"the status line has one of its two colours");
 	const auto *updateButton = dock->findChild<QPushButton *>(u"updateBtn"_s);
-	require(updateButton->text().size() <= longestShownText + 1 &&
-			updateButton->toolTip().size() <= longestShownText + 1,
+	require(updateButton->text().size() <= maxShownText + 1 && updateButton->toolTip().size() <= maxShownText + 1,
 		"the update button's texts stay short enough to be laid out");
 }
 
@@ -88,7 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	const CostBounds texts{.mayOpen = isOwnFile};
 	const CostBounds pictures{.mayOpen = [](const char *, int) { return true; }};
 	QByteArray rest = toBytes(data, size);
-	for (int line = 0; line < longestInput_lines && !rest.isEmpty(); ++line) {
+	for (int line = 0; line < maxInput_lines && !rest.isEmpty(); ++line) {
 		const QByteArray next = takeLine(rest);
 		{
 			const CostWatch watch(next.startsWith('v') || next.startsWith('V') ? pictures : texts);

@@ -53,6 +53,7 @@ public:
 			stdout = real_;
 			output_ = QByteArray(bytes_, static_cast<qsizetype>(size_));
 			std::free(bytes_);
+			bytes_ = nullptr;
 		}
 		return output_;
 	}

@@ -22,10 +22,10 @@ namespace {
 /// Makes what the line names; where it is.
 QString make(const QByteArray &line, const QByteArray &content)
 {
-	const QString folder = configFolder() + u"/preview"_s;
+	QString folder = configFolder() + u"/preview"_s;
 	QDir(folder).removeRecursively();
 	QDir().mkpath(folder);
-	const QString path = folder + u"/picture"_s;
+	QString path = folder + u"/picture"_s;
 	if (line == "device") {
 		return u"/dev/zero"_s;
 	}

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // Many lines that are each quick must not be taken for a hang.
-constexpr int longestInput_lines = 40;
+constexpr int maxInput_lines = 40;
 
 FakeWebsocket &websocket()
 {
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 	setCurrentDock(nullptr);
 	frontend().replayBufferActive = false;
 	QByteArray rest = toBytes(data, size);
-	for (int count = 0; count < longestInput_lines && !rest.isEmpty(); ++count) {
+	for (int count = 0; count < maxInput_lines && !rest.isEmpty(); ++count) {
 		const QByteArray line = takeLine(rest);
 		const char letter = line.isEmpty() ? '\0' : line[0];
 		const OBSDataAutoRelease json = obs_data_create_from_json(line.mid(1).constData());

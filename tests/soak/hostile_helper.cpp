@@ -119,7 +119,7 @@ private Q_SLOTS:
 		      static_cast<long long>(gaps.longest_ms()), static_cast<long long>(gaps.ticks()),
 		      static_cast<long long>(grown_KiB / 1024));
 		QVERIFY(gaps.longest_ms() < 1000);
-		QVERIFY2(grown_KiB < 64 * 1024, qPrintable(QString::number(grown_KiB)));
+		QVERIFY2(grown_KiB < qint64{64} * 1024, qPrintable(QString::number(grown_KiB)));
 
 		helper().on(u"--status"_s, HelperScript().event(linkedStatus()));
 		QVERIFY(invoke("refreshStatus"));

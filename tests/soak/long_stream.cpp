@@ -107,8 +107,8 @@ private Q_SLOTS:
 		      static_cast<long long>(last.objects));
 		QCOMPARE(helper().count(u"--process"_s), 5 * rounds);
 		// At least: the dock starts some itself.
-		QVERIFY(helper().count(u"--preview"_s) >= 10 * rounds);
-		QVERIFY(helper().count(u"--poll-triggers"_s) >= 20 * rounds);
+		QVERIFY(helper().count(u"--preview"_s) >= qsizetype{10} * rounds);
+		QVERIFY(helper().count(u"--poll-triggers"_s) >= qsizetype{20} * rounds);
 		QCOMPARE(last.process.fileDescriptors, warm.process.fileDescriptors);
 		QCOMPARE(last.process.childProcesses, 0);
 		QCOMPARE(last.objects, warm.objects);

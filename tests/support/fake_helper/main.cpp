@@ -92,7 +92,7 @@ int main(int argc, char **argv)
 	// Read the script before the call can be seen: a test that has seen it may replace the script for the next one.
 	const QJsonArray steps = script(arguments);
 	note(arguments);
-	for (const QJsonValue &step : steps) {
+	for (const QJsonValue step : steps) {
 		perform(step.toObject());
 	}
 }

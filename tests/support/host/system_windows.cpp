@@ -7,6 +7,8 @@
 
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 /// Wine's ReplaceFileW fails when no backup is wanted, which is how libobs saves OBS's settings.
 BOOL WINAPI replaceFile(LPCWSTR replaced, LPCWSTR replacement, LPCWSTR backup, DWORD flags, LPVOID, LPVOID)
@@ -33,7 +35,7 @@ void setEnvironment(const char *name, const QString &value)
 QString newPipe(const QString &)
 {
 	static int number = 0;
-	const QString name = QStringLiteral("//./pipe/kestrune-test-%1-%2").arg(GetCurrentProcessId()).arg(++number);
+	const QString name = u"//./pipe/kestrune-test-%1-%2"_s.arg(GetCurrentProcessId()).arg(++number);
 	const std::wstring native = QDir::toNativeSeparators(name).toStdWString();
 	// It stays for as long as the process: nobody asks for its end.
 	if (CreateNamedPipeW(native.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 1, 0, 0, 0, nullptr) ==

@@ -38,7 +38,7 @@ int main(int argc, char *argv[])
 	const MakeTest make = tests().value(arguments.value(1));
 	if (!make) {
 		std::fprintf(stderr, "usage: %s TEST [OPTION...]; tests are: %s\n", argv[0],
-			     qUtf8Printable(tests().keys().join(QLatin1String(", "))));
+			     qUtf8Printable(tests().keys().join(u", ")));
 		return 2;
 	}
 	arguments.removeAt(1);

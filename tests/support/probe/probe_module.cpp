@@ -54,15 +54,15 @@ RequestCallback snapshotCallback{answerSnapshot, nullptr};
 
 class Calldata {
 public:
-	Calldata() { calldata_init(&data); }
-	~Calldata() { calldata_free(&data); }
+	Calldata() { calldata_init(&data_); }
+	~Calldata() { calldata_free(&data_); }
 	Calldata(const Calldata &) = delete;
 	Calldata &operator=(const Calldata &) = delete;
 
-	calldata_t *get() { return &data; }
+	calldata_t *get() { return &data_; }
 
 private:
-	calldata_t data{};
+	calldata_t data_{};
 };
 } // namespace
 

@@ -53,15 +53,15 @@ int main(int argc, char *argv[])
 		return complain(u"takes the path of an installer and nothing else."_s);
 	}
 	const QJsonObject installer = readObject(arguments.at(1));
-	const QString version = installer.value(QLatin1String("version")).toString();
+	const QString version = installer.value(u"version").toString();
 	if (version.isEmpty()) {
 		return complain(u"%1 names no version."_s.arg(arguments.at(1)));
 	}
-	if (installer.value(QLatin1String("crash")).toBool()) {
+	if (installer.value(u"crash").toBool()) {
 		crash();
 	}
-	const int exitCode = installer.value(QLatin1String("exit")).toInt();
-	if (exitCode != 0 || installer.value(QLatin1String("keep")).toBool()) {
+	const int exitCode = installer.value(u"exit").toInt();
+	if (exitCode != 0 || installer.value(u"keep").toBool()) {
 		return exitCode;
 	}
 	return install(version);

@@ -7,8 +7,8 @@
 class SaveWatchdogTest : public DockTest {
 	Q_OBJECT
 
-	const QString timedOut = u"OBS didn't save the replay within 15 s. "
-				 "Check disk space and Settings → Output → Recording path."_s;
+	const QString timedOut_ = u"OBS didn't save the replay within 15 s. "
+				  "Check disk space and Settings → Output → Recording path."_s;
 
 private Q_SLOTS:
 	void speaksForTheNewestRequestAndTakesALateSave()
@@ -22,7 +22,7 @@ private Q_SLOTS:
 		QCOMPARE(frontend().saveRequests, 2);
 
 		// It reports 15 s after the second request, not the first.
-		QTRY_VERIFY(statusIs(timedOut, errorColour));
+		QTRY_VERIFY(statusIs(timedOut_, errorColour));
 		QVERIFY2(sinceNewest.elapsed() >= 14200, qPrintable(QString::number(sinceNewest.elapsed())));
 
 		frontend().lastReplay = "/late.mkv";

@@ -52,7 +52,7 @@ class HostileTextsTest : public DockTest {
 		dock()->window()->resize(400, 800);
 		dock()->window()->grab();
 	}
-	int leastWidth() const { return dock()->minimumSizeHint().width(); }
+	int minWidth() const { return dock()->minimumSizeHint().width(); }
 
 private Q_SLOTS:
 	void markupOnTheStatusLine_data() { addHostileMarkup(); }
@@ -121,7 +121,7 @@ private Q_SLOTS:
 	{
 		const QString word(300, u'W');
 		QVERIFY(load());
-		const int before = leastWidth();
+		const int before = minWidth();
 		showOnTheStatusLine(word);
 		answer("refreshStatus", u"--status"_s,
 		       {{u"event"_s, u"status"_s}, {u"linked"_s, true}, {u"login"_s, word}});
@@ -129,7 +129,7 @@ private Q_SLOTS:
 		answer("saveChat", u"--chat-set"_s, {{u"event"_s, u"chat"_s}, {u"error"_s, word}});
 		QTRY_VERIFY(label(word));
 		layOut();
-		QVERIFY2(leastWidth() <= before, qPrintable(QString::number(leastWidth())));
+		QVERIFY2(minWidth() <= before, qPrintable(QString::number(minWidth())));
 		QVERIFY(child<QWidget>(u"dockContent"_s)->minimumSizeHint().width() < 400);
 	}
 

@@ -49,7 +49,7 @@ private Q_SLOTS:
 
 	void theConsentAddressStaysWhole()
 	{
-		const QString address = u"https://consent.example/"_s + QString(2 * longestShownText, u'w');
+		const QString address = u"https://consent.example/"_s + QString(2 * maxShownText, u'w');
 		QVERIFY(loadReady());
 		answer("saveChat", u"--chat-set"_s,
 		       {{u"event"_s, u"chat"_s}, {u"enabled"_s, true}, {u"consent_url"_s, address}});

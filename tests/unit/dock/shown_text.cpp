@@ -12,15 +12,15 @@ private Q_SLOTS:
 	void isWholeUpToTheLimit()
 	{
 		QCOMPARE(shownText(QString()), QString());
-		const QString longest(longestShownText, u'w');
+		const QString longest(maxShownText, u'w');
 		QCOMPARE(shownText(longest), longest);
 	}
 	void isCutBeyondTheLimit()
 	{
-		QCOMPARE(shownText(QString(longestShownText + 1, u'w')), QString(longestShownText, u'w') + u'…');
-		const QString letters(longestShownText - 1, u'w');
+		QCOMPARE(shownText(QString(maxShownText + 1, u'w')), QString(maxShownText, u'w') + u'…');
+		const QString letters(maxShownText - 1, u'w');
 		QCOMPARE(shownText(letters + u"😀 and more"_s), letters + u'…');
-		QCOMPARE(shownText(QString(1 << 20, u'w')).size(), longestShownText + 1);
+		QCOMPARE(shownText(QString(1 << 20, u'w')).size(), maxShownText + 1);
 	}
 
 	void knowsHarmlessMarkup_data()
@@ -52,7 +52,7 @@ private Q_SLOTS:
 	{
 		const QString paragraphs = (QString(80, u'w') + u'\n').repeated(40);
 		QCOMPARE(shownToolTip(paragraphs), paragraphs);
-		QCOMPARE(shownToolTip(QString(longestShownText, u'w')), QString(longestShownText, u'w'));
+		QCOMPARE(shownToolTip(QString(maxShownText, u'w')), QString(maxShownText, u'w'));
 		QCOMPARE(shownToolTip(u"<b>bold</b>"_s), u"<b>bold</b>"_s);
 		QCOMPARE(shownToolTip(u"1 < 2"_s), u"1 < 2"_s);
 	}

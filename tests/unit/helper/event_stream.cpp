@@ -97,7 +97,7 @@ private Q_SLOTS:
 	void dropsALineThatIsTooLong_data()
 	{
 		QTest::addColumn<qsizetype>("piece_bytes");
-		QTest::newRow("at once") << 2 * EventStream::longestLine_bytes;
+		QTest::newRow("at once") << 2 * EventStream::maxLine_bytes;
 		QTest::newRow("in pieces") << qsizetype{64} * 1024;
 	}
 	void dropsALineThatIsTooLong()
@@ -107,13 +107,12 @@ private Q_SLOTS:
 			return "{\"a\":\"" + QByteArray(size_bytes - 8, 'x') + "\"}\n";
 		};
 		const QByteArray output =
-			line(EventStream::longestLine_bytes) + line(EventStream::longestLine_bytes + 1) + "{\"b\":2}\n";
+			line(EventStream::maxLine_bytes) + line(EventStream::maxLine_bytes + 1) + "{\"b\":2}\n";
 		QByteArrayList pieces;
 		for (qsizetype start = 0; start < output.size(); start += piece_bytes) {
 			pieces << output.mid(start, piece_bytes);
 		}
-		QCOMPARE(eventsOf(pieces).replace('|', ""),
-			 line(EventStream::longestLine_bytes).trimmed() + "{\"b\":2}");
+		QCOMPARE(eventsOf(pieces).replace('|', ""), line(EventStream::maxLine_bytes).trimmed() + "{\"b\":2}");
 	}
 
 	void longOutputInSmallPiecesStaysLinear()

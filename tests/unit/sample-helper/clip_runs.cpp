@@ -17,17 +17,17 @@ QStringList lookArguments(const char *layout, const char *style)
 
 QString shortPath(const Run &run)
 {
-	return run.onlyEvent()[QLatin1String("formatted")].toArray().at(0).toString();
+	return run.onlyEvent()[u"formatted"].toArray().at(0).toString();
 }
 
 QString eventName(const Run &run)
 {
-	return run.onlyEvent()[QLatin1String("event")].toString();
+	return run.onlyEvent()[u"event"].toString();
 }
 
 QString note(const Run &run)
 {
-	return run.onlyEvent()[QLatin1String("note")].toString();
+	return run.onlyEvent()[u"note"].toString();
 }
 
 void linkAccount(const Sandbox &sandbox)

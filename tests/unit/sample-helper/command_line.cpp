@@ -47,8 +47,8 @@ void CommandLineTest::refusesWhatItDoesNotKnow()
 	QFETCH(const QString, text);
 	const Run run = Sandbox().run(arguments);
 	QCOMPARE(run.exitCode, 1);
-	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), u"error"_s);
-	QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(), text);
+	QCOMPARE(run.onlyEvent()[u"event"].toString(), u"error"_s);
+	QCOMPARE(run.onlyEvent()[u"error"].toString(), text);
 }
 
 void CommandLineTest::printsHelpForPeople()
@@ -83,8 +83,7 @@ void CommandLineTest::helpsWithWhatItKnows()
 	for (const QString &name : std::as_const(told)) {
 		// A second, unknown option keeps the run from doing anything.
 		const Run run = Sandbox().run({name, u"x"_s, u"--foo"_s});
-		QCOMPARE(run.onlyEvent()[QLatin1String("error")].toString(),
-			 u"The sample helper doesn't know --foo yet."_s);
+		QCOMPARE(run.onlyEvent()[u"error"].toString(), u"The sample helper doesn't know --foo yet."_s);
 	}
 }
 
@@ -115,9 +114,9 @@ void CommandLineTest::passesOnNoMarkup()
 {
 	QFETCH(const QStringList, arguments);
 	const Run run = Sandbox().run(arguments);
-	const QString text = run.onlyEvent()[QLatin1String("error")].toString();
+	const QString text = run.onlyEvent()[u"error"].toString();
 	QVERIFY2(text.contains(u"‹b>x"_s), qPrintable(text));
-	QVERIFY(!text.contains(QLatin1Char('<')));
+	QVERIFY(!text.contains(u'<'));
 }
 
 void CommandLineTest::reportsAStateFolderThatCannotBeMade()
@@ -127,7 +126,7 @@ void CommandLineTest::reportsAStateFolderThatCannotBeMade()
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, file + u"/state"_s);
 	const Run run = sandbox.run({u"--link"_s});
 	QCOMPARE(run.exitCode, 1);
-	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().startsWith(u"couldn't make the folder "_s));
+	QVERIFY(run.onlyEvent()[u"error"].toString().startsWith(u"couldn't make the folder "_s));
 }
 
 KESTRUNE_TEST(CommandLineTest)

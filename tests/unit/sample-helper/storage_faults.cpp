@@ -109,7 +109,7 @@ QStringList listed(const Sandbox &sandbox)
 {
 	QStringList paths{};
 	for (const QString &name : sandbox.shortsFolderContent().filter(u".mp4"_s)) {
-		paths += sandbox.shortsFolder() + QLatin1Char('/') + name;
+		paths += sandbox.shortsFolder() + u'/' + name;
 	}
 	return paths;
 }
@@ -118,7 +118,7 @@ QStringList announced(const Run &run)
 {
 	QStringList paths{};
 	for (const QJsonObject &event : run.events) {
-		const QJsonArray formatted = event[QLatin1String("formatted")].toArray();
+		const QJsonArray formatted = event[u"formatted"].toArray();
 		for (const auto &path : formatted) {
 			paths += path.toString();
 		}
@@ -141,7 +141,7 @@ void expectOldOrNewSettings(const Sandbox &sandbox, const Run &run, const QStrin
 		expect(plan.startsWith(u"kill"_s), plan, "the end");
 		return;
 	}
-	const QString error = run.onlyEvent()[QLatin1String("error")].toString();
+	const QString error = run.onlyEvent()[u"error"].toString();
 	expect(eventName(run) == u"chat"_s, plan, "the answer");
 	expect(isNew == error.isEmpty(), plan, "what the answer says");
 	expect(error.isEmpty() || error.endsWith(endOf(plan)), plan, qPrintable(error));
@@ -157,7 +157,7 @@ void expectAWholeShortOrNone(const Sandbox &sandbox, const Run &run, const QStri
 		expect(plan.startsWith(u"kill"_s), plan, "the end");
 		return;
 	}
-	const QString error = run.onlyEvent()[QLatin1String("error")].toString();
+	const QString error = run.onlyEvent()[u"error"].toString();
 	expect(eventName(run) == (error.isEmpty() ? u"done"_s : u"error"_s), plan, "the answer");
 	expect(announced(run) == listed(sandbox), plan, "what is announced");
 	expect(error.isEmpty() != listed(sandbox).isEmpty(), plan, "what the answer says");
@@ -169,9 +169,9 @@ void expectAWholeShortOrNone(const Sandbox &sandbox, const Run &run, const QStri
 void expectOldOrNewLook(const Sandbox &sandbox, const QString &plan)
 {
 	const QJsonObject look = stored(sandbox, u"look.json"_s);
-	const QString layout = look[QLatin1String("layout")].toString();
+	const QString layout = look[u"layout"].toString();
 	expect(layout == u"podcast"_s || layout == u"gameplay"_s, plan, "the look");
-	expect(look[QLatin1String("of others")] == oldLook[u"of others"_s], plan, "what others keep with the look");
+	expect(look[u"of others"] == oldLook[u"of others"_s], plan, "what others keep with the look");
 }
 } // namespace
 
@@ -192,19 +192,18 @@ void HelperFaultsTest::namesTheCause()
 	const QString end = u" %1: %2."_s.arg(sandbox.path(), cause);
 	store(sandbox, u"chat.json"_s, oldChat);
 	const QJsonObject chat = runWith(sandbox, fault, setCommand).onlyEvent();
-	QCOMPARE(chat[QLatin1String("event")].toString(), u"chat"_s);
-	const QString complaint = chat[QLatin1String("error")].toString();
+	QCOMPARE(chat[u"event"].toString(), u"chat"_s);
+	const QString complaint = chat[u"error"].toString();
 	QVERIFY2(complaint.startsWith(u"Couldn't "_s) && complaint.endsWith(end), qPrintable(complaint));
-	QCOMPARE(chat[QLatin1String("granted")].toBool(), true);
+	QCOMPARE(chat[u"granted"].toBool(), true);
 
 	const QJsonObject link = runWith(sandbox, fault, {u"--link"_s, u"--no-browser"_s}).onlyEvent();
-	QCOMPARE(link[QLatin1String("event")].toString(), u"error"_s);
-	QVERIFY2(link[QLatin1String("error")].toString().endsWith(end),
-		 qPrintable(link[QLatin1String("error")].toString()));
+	QCOMPARE(link[u"event"].toString(), u"error"_s);
+	QVERIFY2(link[u"error"].toString().endsWith(end), qPrintable(link[u"error"].toString()));
 
 	const QJsonObject clip = runWith(sandbox, fault, processArguments(videos::silent(), 1)).onlyEvent();
-	QCOMPARE(clip[QLatin1String("event")].toString(), u"error"_s);
-	const QString text = clip[QLatin1String("error")].toString();
+	QCOMPARE(clip[u"event"].toString(), u"error"_s);
+	const QString text = clip[u"error"].toString();
 	QVERIFY2(text.contains(sandbox.path()) && text.endsWith(u": %1."_s.arg(cause)), qPrintable(text));
 }
 

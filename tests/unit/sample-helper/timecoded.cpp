@@ -52,7 +52,7 @@ QString beeps()
 	for (const double beep_s : beeps_s()) {
 		spans += u"between(t,%1,%2)"_s.arg(beep_s).arg(beep_s + 0.1);
 	}
-	return u"aevalsrc='0.8*sin(2*PI*1000*t)*(%1)':s=48000"_s.arg(spans.join(QLatin1Char('+')));
+	return u"aevalsrc='0.8*sin(2*PI*1000*t)*(%1)':s=48000"_s.arg(spans.join(u'+'));
 }
 
 QString folder()
@@ -157,7 +157,7 @@ QString replay(const Kind &kind)
 	if (!QFile::exists(path)) {
 		videos::ffmpeg(QStringList{u"-i"_s, source(kind.keyInterval), u"-c"_s, u"copy"_s,
 					   u"-output_ts_offset"_s, QString::number(kind.start_s)} +
-			       QString::fromLatin1(kind.options).split(QLatin1Char(' '), Qt::SkipEmptyParts) +
+			       QString::fromLatin1(kind.options).split(u' ', Qt::SkipEmptyParts) +
 			       QStringList{u"-f"_s, QLatin1String(kind.format), path});
 	}
 	return path;

@@ -86,7 +86,7 @@ QString withTones(const QList<double> &amplitudes)
 		channels += u"%1*sin(2*PI*%2*t)"_s.arg(amplitude).arg(400 + 100 * channels.size());
 	}
 	return make(u"tones-%1.mkv"_s.arg(channels.size()), color(u"gray"_s),
-		    u"aevalsrc=%1:s=48000:c=%2c"_s.arg(channels.join(QLatin1Char('|'))).arg(channels.size()), u"2"_s);
+		    u"aevalsrc=%1:s=48000:c=%2c"_s.arg(channels.join(u'|')).arg(channels.size()), u"2"_s);
 }
 
 QString hdr(const char *transfer)
@@ -111,24 +111,24 @@ Details details(const QString &path)
 		u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-of"_s, u"json"_s, u"-show_streams"_s, u"-show_format"_s, path});
 	const QJsonObject object = QJsonDocument::fromJson(answer).object();
 	Details result{};
-	result.duration_s = object[QLatin1String("format")].toObject()[QLatin1String("duration")].toString().toDouble();
-	const QJsonArray streams = object[QLatin1String("streams")].toArray();
+	result.duration_s = object[u"format"].toObject()[u"duration"].toString().toDouble();
+	const QJsonArray streams = object[u"streams"].toArray();
 	for (const auto &value : streams) {
 		const QJsonObject stream = value.toObject();
-		const QString codec = stream[QLatin1String("codec_name")].toString();
-		if (stream[QLatin1String("codec_type")].toString() == QLatin1String("audio")) {
+		const QString codec = stream[u"codec_name"].toString();
+		if (stream[u"codec_type"].toString() == u"audio") {
 			result.audioCodec = codec;
-			result.audioChannels = stream[QLatin1String("channels")].toInt();
+			result.audioChannels = stream[u"channels"].toInt();
 			continue;
 		}
 		result.videoCodec = codec;
-		result.width = stream[QLatin1String("width")].toInt();
-		result.height = stream[QLatin1String("height")].toInt();
-		result.colourTransfer = stream[QLatin1String("color_transfer")].toString();
-		result.colourPrimaries = stream[QLatin1String("color_primaries")].toString();
-		result.colourMatrix = stream[QLatin1String("color_space")].toString();
-		result.pixelFormat = stream[QLatin1String("pix_fmt")].toString();
-		const QStringList rate = stream[QLatin1String("avg_frame_rate")].toString().split(QLatin1Char('/'));
+		result.width = stream[u"width"].toInt();
+		result.height = stream[u"height"].toInt();
+		result.colourTransfer = stream[u"color_transfer"].toString();
+		result.colourPrimaries = stream[u"color_primaries"].toString();
+		result.colourMatrix = stream[u"color_space"].toString();
+		result.pixelFormat = stream[u"pix_fmt"].toString();
+		const QStringList rate = stream[u"avg_frame_rate"].toString().split(u'/');
 		result.frameRate =
 			rate.size() == 2 && rate[1].toInt() > 0 ? rate[0].toDouble() / rate[1].toDouble() : 0;
 	}

@@ -113,7 +113,7 @@ QString captionedFrames(const QString &path)
 			spans.last() += u"-%1"_s.arg(isShown ? i + 1 : i);
 		}
 	}
-	return spans.join(QLatin1Char(' '));
+	return spans.join(u' ');
 }
 } // namespace
 
@@ -248,8 +248,8 @@ void CaptionSourceTest::runsTheRealProgram()
 	QCOMPARE(note(run), QString());
 	// When words end is guessed by how loud it is.
 	const QString frames = captionedFrames(shortPath(run));
-	QVERIFY2(frames.startsWith(u"0-"_s) && !frames.contains(QLatin1Char(' ')), qPrintable(frames));
-	const int end = frames.section(QLatin1Char('-'), 1).toInt();
+	QVERIFY2(frames.startsWith(u"0-"_s) && !frames.contains(u' '), qPrintable(frames));
+	const int end = frames.section(u'-', 1).toInt();
 	QVERIFY2(end >= 8, qPrintable(frames));
 }
 
@@ -342,8 +342,8 @@ void CaptionSourceTest::leavesTheReplayAndItsFolderAlone()
 		const QDir folder(QFileInfo(studio.replay()).path());
 		for (const QFileInfo &file :
 		     folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
-			lines += file.fileName() + QLatin1Char(' ') + file.lastModified().toString(Qt::ISODateWithMs) +
-				 QLatin1Char(' ') + QString::fromLatin1(videos::checksum(file.filePath()));
+			lines += file.fileName() + u' ' + file.lastModified().toString(Qt::ISODateWithMs) + u' ' +
+				 QString::fromLatin1(videos::checksum(file.filePath()));
 		}
 		return lines;
 	};

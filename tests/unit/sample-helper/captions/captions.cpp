@@ -28,7 +28,7 @@ QStringList eventsOf(const char *style, const char *position, const QString &tex
 {
 	const Look look{u"gameplay"_s, QLatin1String(style), QLatin1String(font), QLatin1String(position)};
 	const QString script = QString::fromUtf8(captionScript(look, {{500, 1250, text}}));
-	return script.split(QLatin1Char('\n')).filter(u"Dialogue:"_s);
+	return script.split(u'\n').filter(u"Dialogue:"_s);
 }
 } // namespace
 
@@ -101,10 +101,10 @@ void CaptionsTest::breaksLongWords()
 void CaptionsTest::setsLongTextsSmaller()
 {
 	QCOMPARE(captiontext::fontScale(u"Hi"_s), 1.0);
-	QCOMPARE(captiontext::fontScale(QString(64, QLatin1Char('x'))), 1.0);
-	QVERIFY(captiontext::fontScale(QString(65, QLatin1Char('x'))) < 1.0);
+	QCOMPARE(captiontext::fontScale(QString(64, u'x')), 1.0);
+	QVERIFY(captiontext::fontScale(QString(65, u'x')) < 1.0);
 	QVERIFY(captiontext::fontScale(u"a\nb\nc\nd\ne"_s) < 1.0);
-	QCOMPARE(captiontext::fontScale(QString(10000, QLatin1Char('x'))), 0.5);
+	QCOMPARE(captiontext::fontScale(QString(10000, u'x')), 0.5);
 }
 
 void CaptionsTest::setsSmallLettersLarger()
@@ -118,8 +118,8 @@ void CaptionsTest::cutsEndlessTextsOff()
 	const QString endless = captiontext::breakLines(u"blah "_s.repeated(1000));
 	QVERIFY(endless.size() < 200);
 	QVERIFY(endless.endsWith(u"…"_s));
-	QCOMPARE(captiontext::breakLines(u"a\n"_s.repeated(1000)).count(QLatin1Char('\n')), 5);
-	QVERIFY(captiontext::breakLines(QString(1000, QLatin1Char('x'))).endsWith(u"…"_s));
+	QCOMPARE(captiontext::breakLines(u"a\n"_s.repeated(1000)).count(u'\n'), 5);
+	QVERIFY(captiontext::breakLines(QString(1000, u'x')).endsWith(u"…"_s));
 }
 
 KESTRUNE_TEST(CaptionsTest)

@@ -99,7 +99,7 @@ void addHead(ModelFile &file, const QStringList &words)
 	     {allTokens, heardPlaces, width, 1, layers, saidPlaces, width, 1, layers, bands, 0, bands, 201}) {
 		file.number(number);
 	}
-	file.numbers(QList<float>(bands * 201, 0));
+	file.numbers(QList<float>(qsizetype{bands} * 201, 0));
 	file.number(textTokens);
 	for (int i = 0; i < textTokens; ++i) {
 		const QByteArray other = i == blankToken ? QByteArray(" ") : " x" + QByteArray::number(i);

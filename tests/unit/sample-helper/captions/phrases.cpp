@@ -28,7 +28,7 @@ namespace {
 QList<Word> said(const QString &text, qint64 start_ms = 0, qint64 letter_ms = 60)
 {
 	QList<Word> words{};
-	for (const QString &word : text.split(QLatin1Char(' '))) {
+	for (const QString &word : text.split(u' ')) {
 		const qint64 end_ms = start_ms + letter_ms * word.size();
 		words += Word{start_ms, end_ms, word};
 		start_ms = end_ms + letter_ms;
@@ -42,7 +42,7 @@ QString texts(const QList<Cue> &cues)
 	for (const Cue &cue : cues) {
 		result += cue.text;
 	}
-	return result.join(QLatin1Char('|')).replace(QLatin1Char('\n'), QLatin1Char('/'));
+	return result.join(u'|').replace(u'\n', u'/');
 }
 
 QString times(const QList<Cue> &cues)
@@ -51,7 +51,7 @@ QString times(const QList<Cue> &cues)
 	for (const Cue &cue : cues) {
 		result += u"%1-%2"_s.arg(cue.start_ms).arg(cue.end_ms);
 	}
-	return result.join(QLatin1Char(' '));
+	return result.join(u' ');
 }
 } // namespace
 
@@ -128,7 +128,7 @@ void PhrasesTest::keepsTheRulesForAnySpeech()
 		QList<Word> words{};
 		qint64 now_ms = 0;
 		while (now_ms < 30000) {
-			const QString text = QString(1 + random.bounded(12), QLatin1Char('x')) +
+			const QString text = QString(1 + random.bounded(12), u'x') +
 					     ends[random.bounded(static_cast<int>(ends.size()))];
 			const qint64 end_ms = now_ms + random.bounded(40, 90) * text.size();
 			words += Word{now_ms, end_ms, text};
@@ -143,8 +143,8 @@ void PhrasesTest::keepsTheRulesForAnySpeech()
 			QVERIFY2(cue.start_ms >= free_ms && cue.end_ms <= 30000, qPrintable(context));
 			QVERIFY2(time_ms <= phrases::longest_ms, qPrintable(context));
 			QVERIFY2(time_ms >= phrases::shortest_ms || cue.end_ms == 30000, qPrintable(context));
-			const QStringList lines = cue.text.split(QLatin1Char('\n'));
-			QVERIFY2(lines.size() <= phrases::mostLines, qPrintable(context));
+			const QStringList lines = cue.text.split(u'\n');
+			QVERIFY2(lines.size() <= phrases::maxLines, qPrintable(context));
 			for (const QString &line : lines) {
 				QVERIFY2(captiontext::widthOf(line) <= captiontext::lineWidth, qPrintable(context));
 			}

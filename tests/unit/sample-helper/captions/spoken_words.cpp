@@ -37,7 +37,7 @@ QString shown(const std::optional<QList<Word>> &words)
 	for (const Word &word : words.value_or(QList<Word>{{0, 0, u"no answer"_s}})) {
 		result += u"%1-%2 %3"_s.arg(word.start_ms).arg(word.end_ms).arg(word.text);
 	}
-	return result.join(QLatin1Char('|'));
+	return result.join(u'|');
 }
 
 /// An answer with a segment of one second and without times for each word.
@@ -57,7 +57,7 @@ void SpokenWordsTest::readsRecordedAnswers()
 
 void SpokenWordsTest::readsLanguagesWithoutBlanks()
 {
-	QCOMPARE(shown(spokenWords(recorded(u"split-letters.json"_s))).section(QLatin1Char('|'), 0, 0),
+	QCOMPARE(shown(spokenWords(recorded(u"split-letters.json"_s))).section(u'|', 0, 0),
 		 u"0-5000 今日はとても天気がいいですね公園に行きましょう。"_s);
 }
 

@@ -32,7 +32,7 @@ QString shown(const QList<Cue> &cues)
 	for (const Cue &cue : cues) {
 		parts += u"%1-%2 %3"_s.arg(cue.start_ms).arg(cue.end_ms).arg(cue.text);
 	}
-	return parts.join(QLatin1Char('|'));
+	return parts.join(u'|');
 }
 
 QString parsed(const QByteArray &file)

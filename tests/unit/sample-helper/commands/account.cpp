@@ -50,19 +50,19 @@ void AccountTest::linksThroughALocalPageAndACode()
 	const Run run = sandbox.run(linkSwitches);
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(run.events.size(), 2);
-	QCOMPARE(run.events[0][QLatin1String("event")].toString(), u"code"_s);
-	QCOMPARE(run.events[1][QLatin1String("event")].toString(), u"linked"_s);
-	const QString code = run.events[0][QLatin1String("code")].toString();
+	QCOMPARE(run.events[0][u"event"].toString(), u"code"_s);
+	QCOMPARE(run.events[1][u"event"].toString(), u"linked"_s);
+	const QString code = run.events[0][u"code"].toString();
 	QVERIFY(QRegularExpression(u"^[A-Z]{4}-[0-9]{4}$"_s).match(code).hasMatch());
 
-	QFile page(QUrl(run.events[0][QLatin1String("url")].toString()).toLocalFile());
+	QFile page(QUrl(run.events[0][u"url"].toString()).toLocalFile());
 	QVERIFY(page.open(QIODevice::ReadOnly));
 	QVERIFY(page.readAll().contains(code.toUtf8()));
 
 	const QJsonObject status = sandbox.run(statusSwitch).onlyEvent();
-	QCOMPARE(status[QLatin1String("linked")].toBool(), true);
-	QCOMPARE(status[QLatin1String("login")].toString(), u"sample"_s);
-	QVERIFY(!status.contains(QLatin1String("error")));
+	QCOMPARE(status[u"linked"].toBool(), true);
+	QCOMPARE(status[u"login"].toString(), u"sample"_s);
+	QVERIFY(!status.contains(u"error"));
 }
 
 void AccountTest::sendsTheCodeBeforeItWaits()
@@ -72,7 +72,7 @@ void AccountTest::sendsTheCodeBeforeItWaits()
 	const std::unique_ptr<QProcess> process = sandbox.start(linkSwitches);
 	QVERIFY(process->waitForReadyRead(20000));
 	QVERIFY(process->readAllStandardOutput().endsWith("\n"));
-	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), false);
+	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[u"linked"].toBool(), false);
 	QCOMPARE(process->state(), QProcess::Running);
 	process->kill();
 	finish(*process);
@@ -83,25 +83,25 @@ void AccountTest::unlinksAndIsRevoked()
 	const Sandbox sandbox;
 	sandbox.run(linkSwitches);
 	const QJsonObject revoked = sandbox.run({u"--revoke"_s}).onlyEvent();
-	QCOMPARE(revoked[QLatin1String("linked")].toBool(true), false);
-	QCOMPARE(revoked[QLatin1String("error")].toString(), u"revoked"_s);
+	QCOMPARE(revoked[u"linked"].toBool(true), false);
+	QCOMPARE(revoked[u"error"].toString(), u"revoked"_s);
 
 	sandbox.run(linkSwitches);
-	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), true);
+	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[u"linked"].toBool(), true);
 
 	const QJsonObject unlinked = sandbox.run({u"--unlink"_s}).onlyEvent();
-	QCOMPARE(unlinked[QLatin1String("linked")].toBool(true), false);
-	QVERIFY(!unlinked.contains(QLatin1String("error")));
+	QCOMPARE(unlinked[u"linked"].toBool(true), false);
+	QVERIFY(!unlinked.contains(u"error"));
 }
 
 void AccountTest::tellsThatItIsOffline()
 {
 	const Sandbox byFile;
 	byFile.writeFile(u"offline"_s, {});
-	QCOMPARE(byFile.run(statusSwitch).onlyEvent()[QLatin1String("offline")].toBool(), true);
+	QCOMPARE(byFile.run(statusSwitch).onlyEvent()[u"offline"].toBool(), true);
 	Sandbox byVariable;
 	byVariable.setVariable(u"KESTRUNE_SAMPLE_HELPER_OFFLINE"_s, u"1"_s);
-	QCOMPARE(byVariable.run(statusSwitch).onlyEvent()[QLatin1String("offline")].toBool(), true);
+	QCOMPARE(byVariable.run(statusSwitch).onlyEvent()[u"offline"].toBool(), true);
 }
 
 void AccountTest::survivesDamagedState()
@@ -111,10 +111,10 @@ void AccountTest::survivesDamagedState()
 	sandbox.writeFile(u"look.json"_s, "[1, 2]");
 	const Run run = sandbox.run(statusSwitch);
 	QCOMPARE(run.exitCode, 0);
-	QCOMPARE(run.onlyEvent()[QLatin1String("linked")].toBool(true), false);
+	QCOMPARE(run.onlyEvent()[u"linked"].toBool(true), false);
 	QVERIFY(run.errorOutput.contains("damaged"));
 	sandbox.run(linkSwitches);
-	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[QLatin1String("linked")].toBool(), true);
+	QCOMPARE(sandbox.run(statusSwitch).onlyEvent()[u"linked"].toBool(), true);
 }
 
 void AccountTest::addressesAPageInAnOddFolder()
@@ -122,14 +122,14 @@ void AccountTest::addressesAPageInAnOddFolder()
 	Sandbox sandbox;
 	QString name = QString::fromUtf8("a b/#1 100% 'ü' 🎬");
 #ifndef Q_OS_WIN // where no name may have it
-	name += QLatin1Char('"');
+	name += u'"';
 #endif
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_HOME"_s, sandbox.path(name));
 	const Run run = sandbox.run(linkSwitches);
 	QCOMPARE(run.exitCode, 0);
-	const QString address = run.events[0][QLatin1String("url")].toString();
+	const QString address = run.events[0][u"url"].toString();
 	QVERIFY(address.startsWith(u"file:///"_s));
-	QVERIFY(!address.contains(QLatin1Char(' ')));
+	QVERIFY(!address.contains(u' '));
 	QVERIFY(QFile::exists(QUrl(address, QUrl::TolerantMode).toLocalFile()));
 }
 

@@ -56,20 +56,20 @@ void say(const Sandbox &sandbox, const QString &name, const QString &text = {})
 QStringList poll(const Sandbox &sandbox)
 {
 	const QJsonObject event = sandbox.run(pollSwitch).onlyEvent();
-	if (event[QLatin1String("event")].toString() != QLatin1String("triggers")) {
+	if (event[u"event"].toString() != u"triggers") {
 		return {u"(no triggers event)"_s};
 	}
 	QStringList names{};
-	const QJsonArray triggers = event[QLatin1String("triggers")].toArray();
+	const QJsonArray triggers = event[u"triggers"].toArray();
 	for (const auto &trigger : triggers) {
-		names += trigger[QLatin1String("by")].toString();
+		names += trigger[u"by"].toString();
 	}
 	return names;
 }
 
 int streamCount(const Sandbox &sandbox)
 {
-	return sandbox.run(getSwitch).onlyEvent()[QLatin1String("stream_count")].toInt(-1);
+	return sandbox.run(getSwitch).onlyEvent()[u"stream_count"].toInt(-1);
 }
 } // namespace
 
@@ -100,10 +100,10 @@ void ChatTest::keepsWhatIsNotNamed()
 	const Sandbox sandbox;
 	set(sandbox, R"({"command":"!one","cooldown_s":77})");
 	const QJsonObject event = set(sandbox, R"({"command":"!two","stream_count":50,"granted":true})").onlyEvent();
-	QCOMPARE(event[QLatin1String("command")].toString(), u"!two"_s);
-	QCOMPARE(event[QLatin1String("cooldown_s")].toInt(), 77);
-	QCOMPARE(event[QLatin1String("stream_count")].toInt(), 0);
-	QCOMPARE(event[QLatin1String("granted")].toBool(), false);
+	QCOMPARE(event[u"command"].toString(), u"!two"_s);
+	QCOMPARE(event[u"cooldown_s"].toInt(), 77);
+	QCOMPARE(event[u"stream_count"].toInt(), 0);
+	QCOMPARE(event[u"granted"].toBool(), false);
 }
 
 void ChatTest::refusesBadSettings()
@@ -118,12 +118,12 @@ void ChatTest::refusesBadSettings()
 		const Run run = set(sandbox, json);
 		QVERIFY2(run.exitCode == 1, json);
 		const QJsonObject event = run.onlyEvent();
-		QVERIFY2(event[QLatin1String("event")].toString() == u"chat"_s, json);
-		QVERIFY2(!event[QLatin1String("error")].toString().isEmpty(), json);
+		QVERIFY2(event[u"event"].toString() == u"chat"_s, json);
+		QVERIFY2(!event[u"error"].toString().isEmpty(), json);
 		// With these two the dock keeps polling; without "command" it keeps its fields.
-		QVERIFY2(event[QLatin1String("enabled")].toBool(), json);
-		QVERIFY2(event[QLatin1String("granted")].toBool(), json);
-		QVERIFY2(!event.contains(QLatin1String("command")), json);
+		QVERIFY2(event[u"enabled"].toBool(), json);
+		QVERIFY2(event[u"granted"].toBool(), json);
+		QVERIFY2(!event.contains(u"command"), json);
 	}
 	QCOMPARE(sandbox.run(getSwitch).onlyEvent(), before);
 }
@@ -133,13 +133,13 @@ void ChatTest::asksForConsentAndGetsItAMomentLater()
 	Sandbox sandbox;
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"600000"_s);
 	const QJsonObject asked = set(sandbox, R"({"enabled":true})").onlyEvent();
-	QCOMPARE(asked[QLatin1String("granted")].toBool(true), false);
-	QVERIFY(QFile::exists(QUrl(asked[QLatin1String("consent_url")].toString()).toLocalFile()));
-	QCOMPARE(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool(true), false);
+	QCOMPARE(asked[u"granted"].toBool(true), false);
+	QVERIFY(QFile::exists(QUrl(asked[u"consent_url"].toString()).toLocalFile()));
+	QCOMPARE(sandbox.run(getSwitch).onlyEvent()[u"granted"].toBool(true), false);
 
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"200"_s);
-	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool());
-	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(QLatin1String("consent_url")));
+	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[u"granted"].toBool());
+	QVERIFY(!sandbox.run(getSwitch).onlyEvent().contains(u"consent_url"));
 }
 
 void ChatTest::keepsConsentWhileSwitchedOff()
@@ -148,7 +148,7 @@ void ChatTest::keepsConsentWhileSwitchedOff()
 	set(sandbox, R"({"enabled":true})");
 	set(sandbox, R"({"enabled":false})");
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_CONSENT_MS"_s, u"600000"_s);
-	QCOMPARE(set(sandbox, R"({"enabled":true})").onlyEvent()[QLatin1String("granted")].toBool(), true);
+	QCOMPARE(set(sandbox, R"({"enabled":true})").onlyEvent()[u"granted"].toBool(), true);
 }
 
 void ChatTest::reportsTriggersOnce()
@@ -210,7 +210,7 @@ void ChatTest::honoursTheCapOfAStream()
 	QCOMPARE(poll(sandbox), (QStringList{u"ana"_s, u"ben"_s}));
 	say(sandbox, u"dora"_s);
 	QCOMPARE(poll(sandbox), QStringList());
-	QCOMPARE(sandbox.run({u"--new-stream"_s}).onlyEvent()[QLatin1String("stream_count")].toInt(-1), 0);
+	QCOMPARE(sandbox.run({u"--new-stream"_s}).onlyEvent()[u"stream_count"].toInt(-1), 0);
 	say(sandbox, u"ella"_s);
 	QCOMPARE(poll(sandbox), QStringList{u"ella"_s});
 }
@@ -222,7 +222,7 @@ void ChatTest::losesNoMessageOfSideBySideRuns()
 	std::vector<std::unique_ptr<QProcess>> processes{};
 	QStringList expected{};
 	for (int i = 0; i < 12; ++i) {
-		expected += u"viewer%1"_s.arg(i, 2, 10, QLatin1Char('0'));
+		expected += u"viewer%1"_s.arg(i, 2, 10, QChar(u'0'));
 		processes.push_back(sandbox.start({u"--say"_s, expected.last()}));
 	}
 	QStringList seen{};
@@ -246,7 +246,7 @@ void ChatTest::goesOnAfterTheClockWasAhead()
 				{u"consent_asked_ms"_s, tomorrow_ms},
 				{u"last_use_ms"_s, tomorrow_ms}};
 	sandbox.writeFile(u"chat.json"_s, QJsonDocument(ahead).toJson());
-	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[QLatin1String("granted")].toBool());
+	QTRY_VERIFY(sandbox.run(getSwitch).onlyEvent()[u"granted"].toBool());
 	say(sandbox, u"ana"_s);
 	say(sandbox, u"ben"_s);
 	QCOMPARE(poll(sandbox), QStringList{u"ana"_s});
@@ -269,9 +269,9 @@ void ChatTest::holdsNoMoreThanAChatCan()
 		say(sandbox, flood, flood);
 	}
 	QVERIFY(sandbox.readFile(u"chat.json"_s).size() < 200'000);
-	const QString command = u"!"_s + QString(500, QLatin1Char('x'));
+	const QString command = u"!"_s + QString(500, u'x');
 	const QJsonObject event = set(sandbox, qUtf8Printable(u"{\"command\":\"%1\"}"_s.arg(command))).onlyEvent();
-	QVERIFY(event[QLatin1String("error")].toString().contains(u"longer than a message"_s));
+	QVERIFY(event[u"error"].toString().contains(u"longer than a message"_s));
 }
 
 void ChatTest::saysWhenItCannotStoreForALock()
@@ -285,10 +285,10 @@ void ChatTest::saysWhenItCannotStoreForALock()
 	const Run run = set(sandbox, R"({"command":"!other"})");
 	QCOMPARE(run.exitCode, 1);
 	const QJsonObject event = run.onlyEvent();
-	QCOMPARE(event[QLatin1String("event")].toString(), u"chat"_s);
-	QCOMPARE(event[QLatin1String("error")].toString(),
+	QCOMPARE(event[u"event"].toString(), u"chat"_s);
+	QCOMPARE(event[u"error"].toString(),
 		 u"Couldn't lock state.lock in %1: another run of the helper holds it."_s.arg(sandbox.path()));
-	QCOMPARE(event[QLatin1String("granted")].toBool(), true);
+	QCOMPARE(event[u"granted"].toBool(), true);
 	lock.close();
 	QCOMPARE(set(sandbox, R"({"command":"!other"})").exitCode, 0);
 }

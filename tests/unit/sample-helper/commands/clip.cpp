@@ -79,7 +79,7 @@ void ClipTest::composesEveryLayout()
 	const Run run = sandbox.run(processArguments(videos::regions(), 2, lookArguments(layout.constData(), "none")));
 	QCOMPARE(run.exitCode, 0);
 	QCOMPARE(eventName(run), u"done"_s);
-	QVERIFY(!run.onlyEvent().contains(QLatin1String("note")));
+	QVERIFY(!run.onlyEvent().contains(u"note"));
 	QCOMPARE(videos::checksum(videos::regions()), before);
 
 	const QString path = shortPath(run);
@@ -133,7 +133,8 @@ void ClipTest::burnsACaptionInEveryStyle()
 	for (qsizetype i = 0; i < frame.size(); i += 3) {
 		if (std::min({static_cast<unsigned char>(frame[i]), static_cast<unsigned char>(frame[i + 1]),
 			      static_cast<unsigned char>(frame[i + 2])}) < 200) {
-			sum += static_cast<double>(i / (1080 * 3));
+			const qsizetype row = i / (qsizetype{1080} * 3);
+			sum += static_cast<double>(row);
 			++count;
 		}
 	}
@@ -250,9 +251,9 @@ void ClipTest::remembersTheLook()
 	sandbox.run(processArguments(videos::silent(), 1,
 				     lookArguments("podcast", "neon") + QStringList{u"--font"_s, u"inter"_s}));
 	const QJsonObject status = sandbox.run({u"--status"_s}).onlyEvent();
-	QCOMPARE(status[QLatin1String("layout")].toString(), u"podcast"_s);
-	QCOMPARE(status[QLatin1String("style")].toString(), u"neon"_s);
-	QCOMPARE(status[QLatin1String("font")].toString(), u"inter"_s);
+	QCOMPARE(status[u"layout"].toString(), u"podcast"_s);
+	QCOMPARE(status[u"style"].toString(), u"neon"_s);
+	QCOMPARE(status[u"font"].toString(), u"inter"_s);
 }
 
 void ClipTest::makesTheShortWhenItCannotRememberTheLook()
@@ -311,8 +312,8 @@ void ClipTest::storesShortsWhereItIsTold()
 	const Run run = sandbox.run(processArguments(videos::silent(), 1, lookArguments("gameplay", "none")));
 	QCOMPARE(QFileInfo(shortPath(run)).path(), folder);
 	const QJsonObject recent = sandbox.run({u"--recent"_s}).onlyEvent();
-	QCOMPARE(recent[QLatin1String("folder")].toString(), folder);
-	QCOMPARE(recent[QLatin1String("items")].toArray().at(0)[QLatin1String("path")].toString(), shortPath(run));
+	QCOMPARE(recent[u"folder"].toString(), folder);
+	QCOMPARE(recent[u"items"].toArray().at(0)[u"path"].toString(), shortPath(run));
 }
 
 void ClipTest::answersByTheStateOfTheAccount()
@@ -327,7 +328,7 @@ void ClipTest::answersByTheStateOfTheAccount()
 	const Run revoked = sandbox.run(arguments);
 	QCOMPARE(revoked.exitCode, 1);
 	QCOMPARE(eventName(revoked), u"error"_s);
-	QCOMPARE(revoked.onlyEvent()[QLatin1String("relink")].toBool(), true);
+	QCOMPARE(revoked.onlyEvent()[u"relink"].toBool(), true);
 	QVERIFY(QFile::exists(shortPath(revoked)));
 
 	linkAccount(sandbox);
@@ -347,9 +348,9 @@ void ClipTest::runsSideBySideAndListsOnlyWholeShorts()
 	const std::unique_ptr<QProcess> second = sandbox.start(arguments);
 	while (!first->waitForFinished(50) && first->state() != QProcess::NotRunning) {
 		const Run recent = sandbox.run({u"--recent"_s});
-		const QJsonArray items = recent.onlyEvent()[QLatin1String("items")].toArray();
+		const QJsonArray items = recent.onlyEvent()[u"items"].toArray();
 		for (const auto &item : items) {
-			QCOMPARE(videos::details(item[QLatin1String("path")].toString()).width, 1080);
+			QCOMPARE(videos::details(item[u"path"].toString()).width, 1080);
 		}
 	}
 	const Run firstRun = finish(*first);

@@ -40,8 +40,8 @@ QStringList processArguments(const QString &replay, const QString &seconds = u"2
 QString errorOf(const Run &run)
 {
 	const QJsonObject event = run.onlyEvent();
-	return event[QLatin1String("event")].toString() == QLatin1String("error") && run.exitCode == 1
-		       ? event[QLatin1String("error")].toString()
+	return event[u"event"].toString() == u"error" && run.exitCode == 1
+		       ? event[u"error"].toString()
 		       : u"(no error event) "_s + QString::fromUtf8(run.output);
 }
 
@@ -57,7 +57,7 @@ QString errorAfter(const Sandbox &sandbox, const QString &prelude)
 		return u"the replay was changed"_s;
 	}
 	if (!sandbox.shortsFolderContent().isEmpty()) {
-		return u"left behind: "_s + sandbox.shortsFolderContent().join(QLatin1Char(' '));
+		return u"left behind: "_s + sandbox.shortsFolderContent().join(u' ');
 	}
 	return errorOf(run);
 }

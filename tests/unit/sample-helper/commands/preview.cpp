@@ -6,7 +6,7 @@
 #include "sandbox.hpp"
 #include "videos.hpp"
 
-#include <vector>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -34,9 +34,7 @@ QStringList preview(const QString &layout, const QString &style, const QString &
 QString pathOf(const Run &run)
 {
 	const QJsonObject event = run.onlyEvent();
-	return event[QLatin1String("event")].toString() == QLatin1String("preview")
-		       ? event[QLatin1String("path")].toString()
-		       : QString();
+	return event[u"event"].toString() == u"preview" ? event[u"path"].toString() : QString();
 }
 } // namespace
 
@@ -129,9 +127,9 @@ void PreviewTest::drawsWithoutTextWhenFfmpegCannot()
 void PreviewTest::survivesSideBySideRuns()
 {
 	const Sandbox sandbox;
-	std::vector<std::unique_ptr<QProcess>> processes{};
-	for (int i = 0; i < 4; ++i) {
-		processes.push_back(sandbox.start(preview(u"vtuber"_s, u"clean"_s)));
+	std::array<std::unique_ptr<QProcess>, 4> processes{};
+	for (std::unique_ptr<QProcess> &process : processes) {
+		process = sandbox.start(preview(u"vtuber"_s, u"clean"_s));
 	}
 	for (const std::unique_ptr<QProcess> &process : processes) {
 		const Run run = finish(*process);
@@ -146,7 +144,7 @@ void PreviewTest::reportsMissingFfmpeg()
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, sandbox.path());
 	const Run run = sandbox.run(preview(u"vtuber"_s, u"clean"_s));
 	QCOMPARE(run.exitCode, 1);
-	QCOMPARE(run.onlyEvent()[QLatin1String("event")].toString(), u"error"_s);
+	QCOMPARE(run.onlyEvent()[u"event"].toString(), u"error"_s);
 }
 
 KESTRUNE_TEST(PreviewTest)

@@ -29,9 +29,9 @@ void writeShort(const Sandbox &sandbox, const QString &name, const QDateTime &ti
 QStringList names(const Run &run)
 {
 	QStringList result{};
-	const QJsonArray items = run.onlyEvent()[QLatin1String("items")].toArray();
+	const QJsonArray items = run.onlyEvent()[u"items"].toArray();
 	for (const auto &item : items) {
-		result += item[QLatin1String("name")].toString();
+		result += item[u"name"].toString();
 	}
 	return result;
 }
@@ -55,7 +55,7 @@ void RecentTest::listsTheTenNewestShortsFirst()
 	QStringList expected{};
 	for (int age = 0; age < 12; ++age) {
 		const QString name = u"short %1 é.mp4"_s.arg((age * 7) % 12);
-		writeShort(sandbox, name, now.addSecs(-60 * age));
+		writeShort(sandbox, name, now.addSecs(qint64{-60} * age));
 		if (age < 10) {
 			expected += name;
 		}
@@ -64,9 +64,8 @@ void RecentTest::listsTheTenNewestShortsFirst()
 	writeShort(sandbox, u"notes.txt"_s, now.addSecs(60));
 	const Run run = sandbox.run({u"--recent"_s});
 	QCOMPARE(names(run), expected);
-	const QJsonObject first = run.onlyEvent()[QLatin1String("items")].toArray().at(0).toObject();
-	QCOMPARE(first[QLatin1String("path")].toString(),
-		 sandbox.shortsFolder() + QLatin1Char('/') + first[QLatin1String("name")].toString());
+	const QJsonObject first = run.onlyEvent()[u"items"].toArray().at(0).toObject();
+	QCOMPARE(first[u"path"].toString(), sandbox.shortsFolder() + u'/' + first[u"name"].toString());
 }
 
 void RecentTest::settlesEqualTimesByName()

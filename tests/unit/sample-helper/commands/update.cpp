@@ -116,7 +116,7 @@ void UpdateTest::refusesAReleaseItCannotUse()
 	for (const QStringList &arguments : {checkSwitch, downloadSwitch}) {
 		const Run run = sandbox.run(arguments);
 		QCOMPARE(run.exitCode, 1);
-		QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(text));
+		QVERIFY(run.onlyEvent()[u"error"].toString().contains(text));
 	}
 }
 
@@ -129,17 +129,17 @@ void UpdateTest::downloadsWithProgress()
 	QVERIFY(run.events.size() > 5);
 	int percent = 0;
 	for (const QJsonObject &event : run.events.first(run.events.size() - 1)) {
-		QCOMPARE(event[QLatin1String("event")].toString(), u"progress"_s);
-		QCOMPARE(event[QLatin1String("phase")].toString(), u"download"_s);
-		QVERIFY(event[QLatin1String("percent")].toInt() > percent);
-		percent = event[QLatin1String("percent")].toInt();
+		QCOMPARE(event[u"event"].toString(), u"progress"_s);
+		QCOMPARE(event[u"phase"].toString(), u"download"_s);
+		QVERIFY(event[u"percent"].toInt() > percent);
+		percent = event[u"percent"].toInt();
 	}
 	QCOMPARE(percent, 100);
 	const QJsonObject last = run.events.last();
-	QCOMPARE(last[QLatin1String("event")].toString(), u"downloaded"_s);
-	QCOMPARE(last[QLatin1String("latest")].toString(), u"9.1.0"_s);
-	QCOMPARE(last[QLatin1String("path")].toString(), sandbox.path(u"downloads/setup 9.json"_s));
-	QCOMPARE(contentOf(last[QLatin1String("path")].toString()), installerText);
+	QCOMPARE(last[u"event"].toString(), u"downloaded"_s);
+	QCOMPARE(last[u"latest"].toString(), u"9.1.0"_s);
+	QCOMPARE(last[u"path"].toString(), sandbox.path(u"downloads/setup 9.json"_s));
+	QCOMPARE(contentOf(last[u"path"].toString()), installerText);
 }
 
 void UpdateTest::takesItsTime()
@@ -161,7 +161,7 @@ void UpdateTest::checksTheChecksum()
 	sandbox.writeFile(u"updates/setup 9.json"_s, "another installer");
 	const Run bad = sandbox.run(downloadSwitch);
 	QCOMPARE(bad.exitCode, 1);
-	QCOMPARE(bad.events.last()[QLatin1String("error")].toString(), u"the downloaded installer is damaged."_s);
+	QCOMPARE(bad.events.last()[u"error"].toString(), u"the downloaded installer is damaged."_s);
 	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 
 	const QByteArray sum = videos::checksum(sandbox.path(u"updates/setup 9.json"_s)).toUpper();
@@ -192,7 +192,7 @@ void UpdateTest::reportsAMissingInstaller()
 	offer(sandbox, R"({"version": "9.1.0", "installer": "gone.json", "sha256": "SUM"})");
 	const Run run = sandbox.run(downloadSwitch);
 	QCOMPARE(run.exitCode, 1);
-	QVERIFY(run.onlyEvent()[QLatin1String("error")].toString().contains(u"is missing or empty"_s));
+	QVERIFY(run.onlyEvent()[u"error"].toString().contains(u"is missing or empty"_s));
 }
 
 void UpdateTest::reportsADiskThatRefusesTheDownload()
@@ -206,7 +206,7 @@ void UpdateTest::reportsADiskThatRefusesTheDownload()
 	const Run run = sandbox.runProgram(u"sh"_s, {u"-c"_s, u"trap '' XFSZ; ulimit -f 64; exec \"$@\""_s, u"sh"_s,
 						     sampleHelper(), downloadSwitch.first()});
 	QCOMPARE(run.exitCode, 1);
-	const QString text = run.events.last()[QLatin1String("error")].toString();
+	const QString text = run.events.last()[u"error"].toString();
 	QCOMPARE(text, u"couldn't save the installer in %1: the disk is full."_s.arg(sandbox.path(u"downloads"_s)));
 	QCOMPARE(QDir(sandbox.path(u"downloads"_s)).entryList(QDir::Files).size(), 0);
 }

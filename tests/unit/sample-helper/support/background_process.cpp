@@ -26,13 +26,13 @@ void BackgroundProcessTest::diesWithTheHelper()
 	const QString folder = sandbox.path(u"tools"_s);
 	sandbox.setVariable(u"KESTRUNE_SAMPLE_HELPER_FFMPEG"_s, folder);
 	const QString suffix = QFileInfo(fakeHelper()).suffix();
-	const QString program = folder + u"/ffprobe"_s + (suffix.isEmpty() ? QString() : QLatin1Char('.') + suffix);
+	const QString program = folder + u"/ffprobe"_s + (suffix.isEmpty() ? QString() : u'.' + suffix);
 	QVERIFY(QDir().mkpath(folder) && QFile::copy(fakeHelper(), program));
 
 	const std::unique_ptr<QProcess> helper =
 		sandbox.start(processArguments(sandbox.writeFile(u"replay.mkv"_s, "x"), 30));
 	QTRY_VERIFY(sandbox.readFile(u"runs"_s).endsWith('\n'));
-	const qint64 id = QJsonDocument::fromJson(sandbox.readFile(u"runs"_s))[QLatin1String("pid")].toInteger();
+	const qint64 id = QJsonDocument::fromJson(sandbox.readFile(u"runs"_s))[u"pid"].toInteger();
 	QVERIFY(id > 0 && isAlive(id));
 	helper->kill();
 	QVERIFY(helper->waitForFinished(60000));

@@ -82,7 +82,7 @@ void ScratchFolderTest::removesWhatAKilledRunLeftBehind()
 	QCOMPARE(found(sandbox.path(), anyScratchFolder).size(), 2);
 	process->kill();
 	finish(*process);
-	const QString part = sandbox.shortsFolder() + QLatin1Char('/') + found(sandbox.shortsFolder(), anyPart).first();
+	const QString part = sandbox.shortsFolder() + u'/' + found(sandbox.shortsFolder(), anyPart).first();
 	const QString folder = sandbox.path(found(sandbox.path(), anyScratchFolder).first());
 
 	// The next clip may have another output folder.

@@ -82,9 +82,7 @@ void SettingsTest::saysWhatIsWrong()
 void SettingsTest::letsVariablesWin()
 {
 	Sandbox sandbox;
-	const auto folder = [&sandbox] {
-		return sandbox.run({u"--recent"_s}).onlyEvent()[QLatin1String("folder")].toString();
-	};
+	const auto folder = [&sandbox] { return sandbox.run({u"--recent"_s}).onlyEvent()[u"folder"].toString(); };
 	QCOMPARE(folder(), sandbox.shortsFolder());
 	sandbox.writeFile(u"settings.ini"_s, "OUTPUT=" + sandbox.path(u"by file"_s).toUtf8());
 	QCOMPARE(folder(), sandbox.path(u"by file"_s));

@@ -35,7 +35,7 @@ QStringList setAside(const Sandbox &sandbox)
 
 bool isLinked(const Run &run)
 {
-	return run.onlyEvent()[QLatin1String("linked")].toBool();
+	return run.onlyEvent()[u"linked"].toBool();
 }
 } // namespace
 
@@ -76,7 +76,7 @@ void StateTest::overwritesNothingThatItCannotRead()
 	QCOMPARE(sandbox.run(statusSwitch).exitCode, 0);
 	const Run run = sandbox.run({u"--link"_s, u"--no-browser"_s});
 	QCOMPARE(run.exitCode, 1);
-	QCOMPARE(run.events.last()[QLatin1String("error")].toString(),
+	QCOMPARE(run.events.last()[u"error"].toString(),
 		 u"couldn't read account.json in %1: it is no file."_s.arg(sandbox.path()));
 	QVERIFY(QFile::exists(sandbox.path(u"account.json/full"_s)));
 }

@@ -129,8 +129,7 @@ void DamagedReplaysTest::saysThatTheReplayShrankMeanwhile()
 	QVERIFY2(length_s > 1 && length_s < 19, qPrintable(QString::number(length_s)));
 	QVERIFY2(note(run).endsWith(u" s instead of 20 s, the rest of the replay couldn't be read"_s),
 		 qPrintable(note(run)));
-	QVERIFY2(std::abs(note(run).section(QLatin1Char(' '), 0, 0).toDouble() - length_s) < 0.2,
-		 qPrintable(note(run)));
+	QVERIFY2(std::abs(note(run).section(u' ', 0, 0).toDouble() - length_s) < 0.2, qPrintable(note(run)));
 }
 
 void DamagedReplaysTest::saysThatTheSoundEndsEarly()

@@ -69,10 +69,7 @@ public:
 	/// How often ffmpeg was called with this text in its arguments.
 	qsizetype calls(const char *text) const
 	{
-		return QString::fromUtf8(readFile(u"calls.txt"_s))
-			.split(QLatin1Char('\n'))
-			.filter(QLatin1String(text))
-			.size();
+		return QString::fromUtf8(readFile(u"calls.txt"_s)).split(u'\n').filter(QLatin1String(text)).size();
 	}
 };
 } // namespace

@@ -44,7 +44,7 @@ QString listed(const QList<double> &numbers)
 	for (const double number : numbers) {
 		texts += QString::number(number, 'f', 3);
 	}
-	return texts.join(QLatin1Char(' '));
+	return texts.join(u' ');
 }
 
 /// Whether the lists are alike, number by number.

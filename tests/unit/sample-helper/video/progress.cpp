@@ -2,6 +2,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "host/patience.hpp"
 #include "host/test_program.hpp"
 #include "video/progress.hpp"
 
