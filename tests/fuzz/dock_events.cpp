@@ -6,7 +6,7 @@
 #include "dock/kestrune_dock.hpp"
 #include "dock/shown_text.hpp"
 #include "dock_host.hpp"
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 #include "host/opened_urls.hpp"
 
 #include <array>

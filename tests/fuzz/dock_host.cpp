@@ -10,7 +10,7 @@
 #include "dock/choice_tables.hpp"
 #include "dock/kestrune_dock.hpp"
 #include "dock_host.hpp"
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 #include "host/fake_runner.hpp"
 #include "host/obs_session.hpp"
 #include "hotkey/clip_hotkey.hpp"

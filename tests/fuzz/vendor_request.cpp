@@ -2,7 +2,7 @@
 
 #include "dock/kestrune_dock.hpp"
 #include "dock_host.hpp"
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 #include "host/fake_websocket.hpp"
 #include "hotkey/clip_hotkey.hpp"
 #include "module/dock_access.hpp"

@@ -5,7 +5,7 @@ import path from "node:path";
 import { after, before, describe, it } from "node:test";
 import { errorColour, informationColour } from "../../tools/obs/dock.mjs";
 import { sleep, waitFor } from "../../tools/obs/wait.mjs";
-import { artefactsFolder, fakeHelper, fakeRunner, TestSession, updateRunner } from "./support/test-session.mjs";
+import { artefactsFolder, fakeHelper, fakeRunner, TestSession, fakeUpdateRunner } from "./support/test-session.mjs";
 
 const green = /^QPushButton\{background:#1d2a14;color:#b8ff6a;.*QPushButton:disabled\{color:#b8ff6a\}$/;
 const red = /^QPushButton\{background:#2a1418;color:#ff8a9a;[^}]*\}$/;
@@ -65,7 +65,7 @@ describe("an update with a runner in place of the elevated installer", () => {
     test = await createSession(name, {
       KESTRUNE_MANIFEST: manifest,
       KESTRUNE_UPDATE_RUNNER: fakeRunner("held-runner"),
-      KESTRUNE_TEST_UPDATE_RUNNER: updateRunner,
+      KESTRUNE_TEST_UPDATE_RUNNER: fakeUpdateRunner,
     });
     await writeFile(manifest, JSON.stringify({ version: "1.0.6", name: "kestrune" }));
     await offerRelease(name, { exit: 5 });

@@ -22,7 +22,7 @@ const sampleHelper = path.join(buildFolder, "sample-helper", "sample-helper");
 const testModule = path.join(buildFolder, "tests", "support", "probe", "kestrune-probe");
 
 /** The program that stands in for the elevated installer. */
-export const updateRunner = path.join(buildFolder, "tests", "support", "update_runner", "update_runner");
+export const fakeUpdateRunner = path.join(buildFolder, "tests", "support", "fake_update_runner", "fake_update_runner");
 
 export function artefactsFolder(name) {
   return path.join(checkout, "build", "test-artifacts", name);

@@ -22,8 +22,8 @@ enum class Kind : std::uint8_t { None, Kill, Full, Denied };
 
 /// What a call needs; decides which faults can hit it.
 struct Needs {
-	bool room{};
-	bool right{};
+	bool room{false};
+	bool right{false};
 };
 constexpr Needs roomAndRight{true, true};
 constexpr Needs onlyRoom{true, false};

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 #include "host/fake_helper.hpp"
 #include "host/obs_session.hpp"
 #include "host/opened_urls.hpp"

@@ -17,7 +17,7 @@ QString sampleHelper()
 	return u"" SAMPLE_HELPER ""_s;
 }
 
-QString updateRunner()
+QString fakeUpdateRunner()
 {
 	return u"" UPDATE_RUNNER ""_s;
 }

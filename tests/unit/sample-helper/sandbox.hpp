@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 QString sampleHelper();
 /// The program that stands in for the elevated installer.
-QString updateRunner();
+QString fakeUpdateRunner();
 
 /// The program that the dock's tests use as their helper: it follows a script.
 QString fakeHelper();
@@ -23,7 +23,7 @@ QString fakeHelper();
 /// The result of one helper run.
 struct Run {
 	/// -1 after a crash or a timeout.
-	int exitCode{};
+	int exitCode{0};
 	QByteArray output{};
 	QByteArray errorOutput{};
 	QList<QJsonObject> events{};

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QPainter>
 
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 #include "replay_buffer_output.hpp"
 
 #include <windows.h>

@@ -217,7 +217,7 @@ void UpdateTest::installsWithTheUpdateRunner()
 	const QString installer = sandbox.writeFile(u"setup ü.json"_s, installerText);
 	const QString manifest = sandbox.writeFile(u"manifest.json"_s, R"({"version":"1.0.0","name":"x"})");
 	sandbox.setVariable(u"KESTRUNE_MANIFEST"_s, manifest);
-	QCOMPARE(sandbox.runProgram(updateRunner(), {installer}).exitCode, 0);
+	QCOMPARE(sandbox.runProgram(fakeUpdateRunner(), {installer}).exitCode, 0);
 	QVERIFY(contentOf(manifest).contains("\"version\": \"9.1.0\""));
 	QVERIFY(contentOf(manifest).contains("\"name\": \"x\""));
 }
@@ -241,7 +241,7 @@ void UpdateTest::failsWithTheUpdateRunner()
 	const QString manifest = sandbox.writeFile(u"manifest.json"_s, before);
 	sandbox.setVariable(u"KESTRUNE_MANIFEST"_s, manifest);
 	const QString path = sandbox.writeFile(u"setup.json"_s, installer);
-	QCOMPARE(sandbox.runProgram(updateRunner(), {path}).exitCode, exitCode);
+	QCOMPARE(sandbox.runProgram(fakeUpdateRunner(), {path}).exitCode, exitCode);
 	QCOMPARE(contentOf(manifest), before);
 }
 

@@ -19,7 +19,7 @@ constexpr int exitUnusable = 2;
 
 int complain(const QString &text)
 {
-	qWarning("update_runner: %s", qUtf8Printable(text));
+	qWarning("fake_update_runner: %s", qUtf8Printable(text));
 	return exitUnusable;
 }
 

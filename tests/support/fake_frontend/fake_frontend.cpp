@@ -1,7 +1,7 @@
 #include <QDockWidget>
 #include <QMainWindow>
 
-#include "frontend/frontend.hpp"
+#include "fake_frontend/fake_frontend.hpp"
 
 #include <util/bmem.h>
 
