@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# lint.sh [format] [includes] [cpp] [scripts] [shell] [workflows] [spelling] [FILE...]: runs these checks on these
+# lint.sh [format] [includes] [cpp] [cmake] [scripts] [shell] [workflows] [spelling] [FILE...]: runs these checks on these
 # files, and changes nothing. Default: all files, and all checks except includes, which is part of cpp. Runs in the
 # build root.
 set -euo pipefail
@@ -10,11 +10,11 @@ checks=()
 files=()
 for argument; do
 	case $argument in
-	format | includes | cpp | scripts | shell | workflows | spelling) checks+=("$argument") ;;
+	format | includes | cpp | cmake | scripts | shell | workflows | spelling) checks+=("$argument") ;;
 	*)
 		if [[ ! -e $argument ]]; then
 			echo "lint: '$argument' is neither a file nor a check;" \
-				"there are: format, includes, cpp, scripts, shell, workflows, spelling" >&2
+				"there are: format, includes, cpp, cmake, scripts, shell, workflows, spelling" >&2
 			exit 2
 		fi
 		file=${argument#"$PWD/"}
@@ -24,7 +24,7 @@ for argument; do
 	esac
 done
 if ((${#checks[@]} == 0)); then
-	checks=(format cpp scripts shell workflows spelling)
+	checks=(format cpp cmake scripts shell workflows spelling)
 fi
 
 # The files of a check. clang-tidy checks headers with the sources that include them.
@@ -34,6 +34,7 @@ subjects()
 	format) formatted_files ;;
 	includes) cpp_sources | { grep --null-data '^obs-plugin/' || true; } ;;
 	cpp) cpp_sources | { grep --null-data '\.cpp$' || true; } ;;
+	cmake) cmake_sources ;;
 	scripts) node_scripts ;;
 	shell) shell_scripts ;;
 	workflows) workflow_files ;;
@@ -82,6 +83,11 @@ check_cpp()
 		-extra-arg=-Wno-unknown-warning-option "${patterns[@]}"
 }
 
+check_cmake()
+{
+	xargs -0 --no-run-if-empty cmake-lint --config-files .cmake-format.yaml --suppress-decorations --
+}
+
 check_scripts()
 {
 	local scripts=()
@@ -128,6 +134,7 @@ run_check()
 	format) check_format ;;
 	includes) check_includes ;;
 	cpp) check_cpp ;;
+	cmake) check_cmake ;;
 	scripts) check_scripts ;;
 	shell) check_shell ;;
 	workflows) check_workflows ;;

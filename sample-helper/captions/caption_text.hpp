@@ -7,7 +7,7 @@
 /// Text and times as the script format of ffmpeg's "ass" filter (Advanced SubStation Alpha) wants them.
 namespace captiontext {
 /// About as much fits on a line at full size.
-constexpr int lineWidth = 16;
+inline constexpr int lineWidth = 16;
 
 /// How wide a text is, counted in Latin letters. East Asian ones and emoji count double.
 int widthOf(const QString &text);

@@ -15,18 +15,18 @@ struct Layer {
 	const char *shadow{};
 	/// 1 outlines the letters, 4 puts a box of the shadow's colour and size behind them.
 	int border{1};
-	int outlineWidth_px{};
-	int shadowDepth_px{};
+	int outlineWidth_px{0};
+	int shadowDepth_px{0};
 	/// Commands in front of each text.
 	const char *commands{""};
 };
 
 struct Style {
 	const char *key{};
-	int fontSize_px{};
-	bool upperCase{};
+	int fontSize_px{0};
+	bool upperCase{false};
 	/// How many of the layers are drawn, the lowest first.
-	std::size_t layerCount{};
+	std::size_t layerCount{0};
 	std::array<Layer, 2> layers{};
 };
 
@@ -34,7 +34,7 @@ struct Font {
 	const char *key{};
 	const char *family{};
 	/// Families of a single weight are heavy as they are.
-	bool bold{};
+	bool bold{false};
 	/// For letters that fill less of their line than others.
 	double scale{1};
 };

@@ -7,8 +7,8 @@
 
 /// A spoken word and when it is heard, from the start of the clip.
 struct Word {
-	qint64 start_ms{};
-	qint64 end_ms{};
+	qint64 start_ms{0};
+	qint64 end_ms{0};
 	/// Without blanks. Languages that write none come as words as long as a sentence.
 	QString text{};
 };
@@ -16,13 +16,13 @@ struct Word {
 /// Captions that can be read while they are shown, by the usual rules of subtitles for a picture as narrow as a Short.
 namespace phrases {
 /// Of captiontext::lineWidth each.
-constexpr int maxLines = 2;
+inline constexpr int maxLines = 2;
 
 /// Five sixths of a second: anything shown for less flickers.
 constexpr qint64 shortest_ms = 833;
 constexpr qint64 longest_ms = 7000;
 /// A phrase stays as long as it takes to read it at this speed, if the next one leaves the time.
-constexpr int lettersPerSecond = 17;
+inline constexpr int lettersPerSecond = 17;
 /// Between two phrases (two frames at 25 fps), so that the eye sees that the text changes.
 constexpr qint64 gap_ms = 80;
 /// A longer silence shows no caption; a shorter one is filled up to the gap.

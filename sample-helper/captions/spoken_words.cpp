@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 struct Span {
-	qint64 start_ms{};
-	qint64 end_ms{};
+	qint64 start_ms{0};
+	qint64 end_ms{0};
 };
 
 Span spanOf(const QJsonObject &object)

@@ -6,8 +6,8 @@
 
 /// A piece of text and when it is shown, from the start of the video.
 struct Cue {
-	qint64 start_ms{};
-	qint64 end_ms{};
+	qint64 start_ms{0};
+	qint64 end_ms{0};
 	/// Plain text, several lines separated by '\n'.
 	QString text{};
 

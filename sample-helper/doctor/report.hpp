@@ -30,6 +30,6 @@ public:
 private:
 	void line(const QString &mark, const QString &text, const QString &remedy);
 
-	int improvable_{};
-	int problems_{};
+	int improvable_{0};
+	int problems_{0};
 };

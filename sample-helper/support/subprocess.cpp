@@ -49,7 +49,7 @@ public:
 	}
 
 private:
-	qint64 count_bytes_{};
+	qint64 count_bytes_{0};
 	QByteArray output_{};
 	QByteArray errors_{};
 };
@@ -87,10 +87,10 @@ public:
 
 private:
 	struct Sight {
-		qint64 output_bytes{};
-		qint64 file_bytes{};
+		qint64 output_bytes{0};
+		qint64 file_bytes{0};
 		/// The end of an MP4 file is written over and over without making it longer.
-		qint64 fileTime_ms{};
+		qint64 fileTime_ms{0};
 
 		bool operator==(const Sight &) const = default;
 	};

@@ -13,7 +13,7 @@ enum class Outcome : std::uint8_t { Finished, NotStarted, Crashed, TimedOut, Hun
 struct Result {
 	Outcome outcome{};
 	/// Only meaningful once finished.
-	int exitCode{};
+	int exitCode{0};
 	/// The last maxOutput_bytes of standard output.
 	QByteArray output{};
 	/// The last of what came on standard error, without blanks around it.
@@ -33,7 +33,7 @@ struct Limits {
 };
 
 /// More of a program's output is not kept in memory. What is said last counts most.
-constexpr qsizetype maxOutput_bytes = qsizetype{16} * 1024 * 1024;
+inline constexpr qsizetype maxOutput_bytes = qsizetype{16} * 1024 * 1024;
 
 /// Runs a program in `workingFolder` (the current one when empty) and waits for its end. It leaves the processor to
 /// others when they need it, and ends at once when this program is killed. What it says on standard error goes to the

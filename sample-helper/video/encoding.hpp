@@ -19,9 +19,9 @@ struct Composition {
 /// How much of the replay could be read.
 struct Reading {
 	/// How many of the excerpt's frames; 0 when that is unknown.
-	qsizetype frames{};
+	qsizetype frames{0};
 	/// Whether ffmpeg complained of what it read.
-	bool isDoubtful{};
+	bool isDoubtful{false};
 };
 
 /// Encodes the excerpt as an MP4 file for playing while it loads: H.264, and AAC when there is sound. ffmpeg runs in

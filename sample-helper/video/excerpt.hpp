@@ -12,19 +12,19 @@ struct Excerpt {
 	QString replay{};
 	ffmpeg::Video video{};
 	/// The time of its first frame, from the beginning of the replay.
-	double start_s{};
-	double length_s{};
+	double start_s{0};
+	double length_s{0};
 	/// How many frames it has; 0 when unknown.
-	qsizetype frames{};
+	qsizetype frames{0};
 	/// Total length of the gaps, where frames are missing.
-	double gaps_s{};
+	double gaps_s{0};
 	/// Where reading must begin, in the file's own time, so that all of its frames can be decoded; nothing: at the
 	/// file's beginning.
 	std::optional<double> readFrom_s{};
 };
 
 /// Shorter gaps go unnoticed.
-constexpr double noticeable_s = 0.25;
+inline constexpr double noticeable_s = 0.25;
 
 /// The last seconds of a replay, or all of it when it is shorter: from one frame to the end of another. Where nothing
 /// tells how long the replay is, its first seconds: better than none. Throws Failure when it is no video.

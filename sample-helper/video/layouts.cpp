@@ -119,9 +119,9 @@ QString bubble(const Region &camera)
 struct Layout {
 	const char *key{};
 	QString (*graph)(const Region &camera){};
-	bool showsCamera{};
+	bool showsCamera{false};
 	Region camera{};
-	double captionHeight{};
+	double captionHeight{0};
 };
 
 constexpr std::array<Layout, 5> layouts{{{"vtuber-bubble", bubble, true, cornerFigure, 0.87},

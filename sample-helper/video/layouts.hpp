@@ -4,15 +4,15 @@
 #include <QStringList>
 
 /// The size of a Short.
-constexpr int shortWidth_px = 1080;
-constexpr int shortHeight_px = 1920;
+inline constexpr int shortWidth_px = 1080;
+inline constexpr int shortHeight_px = 1920;
 
 /// A part of a picture, in fractions of its width and height.
 struct Region {
-	double x{};
-	double y{};
-	double width{};
-	double height{};
+	double x{0};
+	double y{0};
+	double width{0};
+	double height{0};
 };
 
 /// Keys of the layouts in the order to offer them.

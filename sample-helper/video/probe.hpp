@@ -9,29 +9,29 @@
 namespace ffmpeg {
 /// What is known of a video file.
 struct Video {
-	int videoStream{};
+	int videoStream{0};
 	/// -1 when the file has no sound.
 	int audioStream{-1};
-	int audioChannels{};
+	int audioChannels{0};
 	/// The time that the file begins with: not always 0.
-	double start_s{};
+	double start_s{0};
 	/// By the file's header, which may be missing (0), wrong, or count from 0 instead of start_s.
-	double duration_s{};
+	double duration_s{0};
 	/// By the header as well.
-	double audioDuration_s{};
+	double audioDuration_s{0};
 	/// What ffmpeg calls the way its brightness is stored when that goes beyond ordinary screens (PQ or HLG).
 	QString hdrTransfer{};
 };
 
 /// A frame as it is stored. Times are the file's own: they count from Video::start_s.
 struct Frame {
-	double time_s{};
+	double time_s{0};
 	/// 0 when unknown, but for the last.
-	double duration_s{};
+	double duration_s{0};
 	/// When it is to be decoded: earlier, if later frames are stored in front of it.
-	double decode_s{};
+	double decode_s{0};
 	/// Can be decoded without any other.
-	bool isKeyframe{};
+	bool isKeyframe{false};
 };
 
 /// Probes a video file; nothing if it is no video. Throws Failure when ffprobe is missing or hangs.

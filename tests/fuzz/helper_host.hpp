@@ -20,7 +20,7 @@ QString stateFolder();
 
 /// What a command said before it ended.
 struct Answer {
-	int exitCode{};
+	int exitCode{0};
 	QByteArray output{};
 	QList<QJsonObject> events{};
 };

@@ -57,7 +57,7 @@ describe("hooks and tasks", () => {
     const hooks = [...(await read(".pre-commit-config.yaml")).matchAll(/entry: \.\/run lint (\w+)$/gm)];
     assert.deepEqual(
       hooks.map(([, check]) => check),
-      ["format", "cpp", "scripts", "shell", "workflows", "spelling"],
+      ["format", "cpp", "cmake", "scripts", "shell", "workflows", "spelling"],
     );
     const help = await run("bash", [path.join(checkout, "run"), "help"]);
     hooks.forEach(([, check]) => assert.ok(help.includes(`[${check}]`), `./run help lacks ${check}`));
@@ -107,6 +107,7 @@ describe("lint", () => {
 
   const wrong = {
     "a.cpp": "int  a = 1;\n",
+    "a.cmake": "function(Wrong)\nendfunction()\n",
     "a.mjs": "const a = 1;\n",
     "a.sh": "#!/usr/bin/env bash\necho $1\n",
     ".github/workflows/a.yaml":
@@ -114,14 +115,14 @@ describe("lint", () => {
     // Spelt so that this file passes itself.
     "a.md": `I have rec${"ie"}ved it.\n`,
   };
-  const all = "format scripts shell workflows spelling";
+  const all = "format cmake scripts shell workflows spelling";
 
   it("finds what is wrong, each check its own", async (t) => {
     const { exitCode, output } = await lint(t, wrong, all);
     assert.equal(exitCode, 1);
     assert.match(
       output,
-      /== Summary\nformat: FAILED\nscripts: FAILED\nshell: FAILED\nworkflows: FAILED\nspelling: FAILED\n/,
+      /== Summary\nformat: FAILED\ncmake: FAILED\nscripts: FAILED\nshell: FAILED\nworkflows: FAILED\nspelling: FAILED\n/,
     );
     assert.match(output, /undefined variable "os"/);
     assert.match(output, /'a' is assigned a value but never used/);
@@ -149,7 +150,7 @@ describe("lint", () => {
     assert.equal(exitCode, 1);
     assert.match(
       output,
-      /== Summary\nformat: passed\nscripts: passed\nshell: FAILED\nworkflows: passed\nspelling: passed\n/,
+      /== Summary\nformat: passed\ncmake: passed\nscripts: passed\nshell: FAILED\nworkflows: passed\nspelling: passed\n/,
     );
   });
 

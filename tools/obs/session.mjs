@@ -57,8 +57,8 @@ export class ObsSession {
   async startObs(flags = []) {
     this.#starts += 1;
     // Otherwise OBS sometimes loses a click or key release; see kept_events.cpp.
-    const builtSupport = path.join(process.env.KESTRUNE_BUILD_DIR, "tests", "support");
-    const keptEvents = path.join(builtSupport, "kept_events", "libkept_events.so");
+    const ours = path.join("tools", "obs", "kept_events", "libkept_events.so");
+    const keptEvents = path.join(process.env.KESTRUNE_BUILD_DIR, ours);
     await access(keptEvents);
     this.obs = new ObsProcess(
       {

@@ -7,8 +7,8 @@
 /// Replays whose every frame shows its number, as black and white squares, and that beep at known times: what a Short
 /// of them shows and sounds like tells exactly which part it is.
 namespace timecoded {
-constexpr int framesPerSecond = 10;
-constexpr int length_s = 40;
+inline constexpr int framesPerSecond = 10;
+inline constexpr int length_s = 40;
 
 /// When beeps begin, from the first frame.
 QList<double> beeps_s();
@@ -20,13 +20,13 @@ struct Kind {
 	/// Further options of ffmpeg for it.
 	const char *options{""};
 	/// The time of the first frame.
-	double start_s{};
+	double start_s{0};
 	/// A keyframe comes after so many frames.
 	int keyInterval{250};
 };
 
 /// The options of an MP4 file whose index is spread over it: a crash costs no more than its end.
-constexpr const char *fragmented = "-movflags frag_keyframe+empty_moov";
+inline constexpr const char *fragmented = "-movflags frag_keyframe+empty_moov";
 
 /// The path of such a replay; made once per test run.
 QString replay(const Kind &kind);

@@ -8,7 +8,7 @@
 /// Small replays, made by ffmpeg once per test run.
 namespace videos {
 /// Of these replays, and so of their Shorts: encoding is what tests take time for.
-constexpr int framesPerSecond = 10;
+inline constexpr int framesPerSecond = 10;
 
 /// 4 s of 320x180 with sound: red on the left, blue on the right, green where a camera is expected.
 QString regions();
@@ -29,8 +29,8 @@ QString withTones(const QList<double> &amplitudes);
 QString hdr(const char *transfer);
 
 struct Details {
-	int width{};
-	int height{};
+	int width{0};
+	int height{0};
 	QString videoCodec{};
 	QString pixelFormat{};
 	/// ffmpeg's names for how colours are stored.
@@ -38,10 +38,10 @@ struct Details {
 	QString colourPrimaries{};
 	QString colourMatrix{};
 	/// Frames per second; 0 if unknown.
-	double frameRate{};
+	double frameRate{0};
 	QString audioCodec{};
-	int audioChannels{};
-	double duration_s{};
+	int audioChannels{0};
+	double duration_s{0};
 };
 
 Details details(const QString &path);
